@@ -1,0 +1,39 @@
+# mx_library(NAME [DEPS ...]): a static library mx_NAME from the sources of src/NAME.
+# A folder without sources yet gives an interface library, so dependents can name it already.
+function(mx_library name)
+    cmake_parse_arguments(A "" "" "DEPS" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS
+         ${CMAKE_SOURCE_DIR}/src/${name}/*.cpp ${CMAKE_SOURCE_DIR}/src/${name}/*.h)
+    list(FILTER sources EXCLUDE REGEX ".*/main\\.cpp$")
+    set(cpp ${sources})
+    list(FILTER cpp INCLUDE REGEX ".*\\.cpp$")
+    if(cpp)
+        add_library(mx_${name} STATIC ${sources})
+        target_include_directories(mx_${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+        target_link_libraries(mx_${name} PUBLIC ${A_DEPS})
+    else()
+        add_library(mx_${name} INTERFACE)
+        target_include_directories(mx_${name} INTERFACE ${CMAKE_SOURCE_DIR}/src)
+        target_link_libraries(mx_${name} INTERFACE ${A_DEPS})
+    endif()
+endfunction()
+
+# mx_test(NAME [DEPS ...]): a GoogleTest program test_NAME from tests/NAME/*.cpp, run by CTest.
+function(mx_test name)
+    cmake_parse_arguments(A "" "" "DEPS" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${name}/*.cpp
+         ${CMAKE_SOURCE_DIR}/tests/${name}/*.h)
+    if(NOT sources)
+        return()
+    endif()
+    add_executable(test_${name} ${sources})
+    set_target_properties(test_${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+    target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/src)
+    target_link_libraries(test_${name} PRIVATE ${A_DEPS} mx_testsupport GTest::gtest GTest::gmock)
+    target_compile_definitions(test_${name} PRIVATE
+        MIXORAMA_PROGRAM_DIR="${MIXORAMA_PROGRAM_DIR}"
+        MIXORAMA_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
+    include(GoogleTest)
+    gtest_discover_tests(test_${name} DISCOVERY_MODE PRE_TEST
+        PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;MIXORAMA_HOME=${MIXORAMA_PROGRAM_DIR}")
+endfunction()

@@ -1,0 +1,20 @@
+#include "platform/dialogs.h"
+
+namespace platform {
+
+void Dialogs::exclamation(const QString& text) {
+    message({kAppTitle, text, MessageIcon::Exclamation, MessageButtons::Ok, MessageAnswer::Ok});
+}
+
+void Dialogs::information(const QString& text) {
+    message({kAppTitle, text, MessageIcon::Information, MessageButtons::Ok, MessageAnswer::Ok});
+}
+
+bool Dialogs::askYesNo(const QString& text, MessageAnswer defaultAnswer) {
+    return message({kAppTitle, text, MessageIcon::Question, MessageButtons::YesNo,
+                    defaultAnswer}) == MessageAnswer::Yes;
+}
+
+QStringList splitFilter(const QString& filter) { return filter.split(QLatin1Char('|')); }
+
+}  // namespace platform

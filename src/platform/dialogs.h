@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QFont>
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace platform {
+
+enum class MessageIcon { None, Information, Question, Exclamation, Critical };
+enum class MessageButtons { Ok, OkCancel, YesNo, YesNoCancel };
+enum class MessageAnswer { Ok, Cancel, Yes, No };
+
+struct MessageRequest {
+    QString title;
+    QString text;
+    MessageIcon icon = MessageIcon::None;
+    MessageButtons buttons = MessageButtons::Ok;
+    MessageAnswer defaultAnswer = MessageAnswer::Ok;
+};
+
+struct FileRequest {
+    QString title;
+    QString filter;         // "MS Access Files (*.mdb)|*.mdb": description and pattern pairs
+    int filterIndex = 1;    // 1-based, as the filter pairs are counted
+    QString initialFolder;  // empty: the dialog's own choice
+    QString fileName;       // preset file name
+    bool mayNotExist = false;  // accept a name of a file that does not exist yet
+};
+
+// Every message box, file dialog and font dialog of the program goes through this interface,
+// so that the logic can be driven by tests that answer by script.
+class Dialogs {
+public:
+    virtual ~Dialogs() = default;
+    virtual MessageAnswer message(const MessageRequest& request) = 0;
+    // The chosen file, or nothing when the user cancelled.
+    virtual std::optional<QString> openFile(const FileRequest& request) = 0;
+    virtual std::optional<QFont> chooseFont(const QString& title, const QFont& initial) = 0;
+
+    // Shorthands for the program's standard messages, all titled "Mixorama".
+    void exclamation(const QString& text);
+    void information(const QString& text);
+    bool askYesNo(const QString& text, MessageAnswer defaultAnswer = MessageAnswer::No);
+};
+
+inline const QString kAppTitle = QStringLiteral("Mixorama");
+
+// Splits "MS Access Files (*.mdb)|*.mdb" into its descriptions and patterns, alternating.
+QStringList splitFilter(const QString& filter);
+
+}  // namespace platform

@@ -1,0 +1,42 @@
+#include "platform/scripted_dialogs.h"
+
+namespace platform {
+
+MessageAnswer ScriptedDialogs::message(const MessageRequest& request) {
+    messages_.push_back(request);
+    if (messageAnswers_.empty()) {
+        return request.defaultAnswer;
+    }
+    MessageAnswer answer = messageAnswers_.front();
+    messageAnswers_.pop_front();
+    return answer;
+}
+
+std::optional<QString> ScriptedDialogs::openFile(const FileRequest& request) {
+    fileRequests_.push_back(request);
+    if (fileAnswers_.empty()) {
+        return std::nullopt;
+    }
+    auto answer = fileAnswers_.front();
+    fileAnswers_.pop_front();
+    return answer;
+}
+
+std::optional<QFont> ScriptedDialogs::chooseFont(const QString&, const QFont&) {
+    if (fontAnswers_.empty()) {
+        return std::nullopt;
+    }
+    auto answer = fontAnswers_.front();
+    fontAnswers_.pop_front();
+    return answer;
+}
+
+void ScriptedDialogs::clear() {
+    messageAnswers_.clear();
+    fileAnswers_.clear();
+    fontAnswers_.clear();
+    messages_.clear();
+    fileRequests_.clear();
+}
+
+}  // namespace platform

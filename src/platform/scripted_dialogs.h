@@ -1,0 +1,37 @@
+#pragma once
+
+#include <deque>
+#include <vector>
+
+#include "platform/dialogs.h"
+
+namespace platform {
+
+// Answers dialogs from a script and records what was asked. Used by tests and by the
+// screenshot mode, where no person sits in front of the program.
+class ScriptedDialogs : public Dialogs {
+public:
+    MessageAnswer message(const MessageRequest& request) override;
+    std::optional<QString> openFile(const FileRequest& request) override;
+    std::optional<QFont> chooseFont(const QString& title, const QFont& initial) override;
+
+    // Queue the answers; an empty queue answers a message with its default answer,
+    // a file dialog with Cancel and a font dialog with Cancel.
+    void answerMessage(MessageAnswer answer) { messageAnswers_.push_back(answer); }
+    void answerFile(std::optional<QString> path) { fileAnswers_.push_back(std::move(path)); }
+    void answerFont(std::optional<QFont> font) { fontAnswers_.push_back(std::move(font)); }
+
+    const std::vector<MessageRequest>& messages() const { return messages_; }
+    const std::vector<FileRequest>& fileRequests() const { return fileRequests_; }
+    QString lastMessageText() const { return messages_.empty() ? QString() : messages_.back().text; }
+    void clear();
+
+private:
+    std::deque<MessageAnswer> messageAnswers_;
+    std::deque<std::optional<QString>> fileAnswers_;
+    std::deque<std::optional<QFont>> fontAnswers_;
+    std::vector<MessageRequest> messages_;
+    std::vector<FileRequest> fileRequests_;
+};
+
+}  // namespace platform
