@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QByteArray>
+
+namespace jet4 {
+
+// Page 0: signature, engine version and the database settings (code page, encryption key,
+// sort order, creation date), the settings region scrambled with RC4 as Jet expects.
+QByteArray headerPage(double createdJetDate);
+
+// RC4 keystream applied in place; applying it twice restores the input.
+void rc4Apply(const QByteArray& key, char* data, int length);
+
+}  // namespace jet4

@@ -1,0 +1,123 @@
+#include "jet4/format.h"
+#include "jet4/jet4.h"
+#include "jet4/value_encoding.h"
+
+#include <QSet>
+#include <stdexcept>
+
+namespace jet4 {
+namespace {
+
+// Long values up to this size stay in their row; longer ones go to long-value pages.
+constexpr int kInlineLongValueMax = 1000;
+constexpr std::uint32_t kInlineFlag = 0x80000000u;
+
+void checkColumns(const QString& table, const std::vector<Column>& columns) {
+    if (table.isEmpty() || table.size() > 64)
+        throw std::runtime_error("table name must have 1 to 64 characters");
+    if (columns.empty() || columns.size() > 255)
+        throw std::runtime_error("table " + table.toStdString() + " needs 1 to 255 columns");
+    QSet<QString> seen;
+    for (const Column& c : columns) {
+        if (c.name.isEmpty() || c.name.size() > 64 || seen.contains(c.name.toLower()))
+            throw std::runtime_error("table " + table.toStdString() + ": bad or repeated column '" +
+                                     c.name.toStdString() + "'");
+        if (c.type == Type::Text && (c.size < 0 || c.size > 255))
+            throw std::runtime_error("column " + c.name.toStdString() + ": text size 1..255");
+        seen.insert(c.name.toLower());
+    }
+}
+
+void setNullMaskBit(QByteArray& row, int maskStart, int column) {
+    row[maskStart + column / 8] = char(row[maskStart + column / 8] | (1 << (column % 8)));
+}
+
+}  // namespace
+
+Table::Table(QString name, std::vector<Column> columns)
+    : name_(std::move(name)), columns_(std::move(columns)) {
+    checkColumns(name_, columns_);
+    for (const Column& c : columns_) {
+        ColumnPlace place;
+        if (encoding::isFixed(c.type)) {
+            place.fixedOffset = fixedSize_;
+            fixedSize_ += encoding::fixedSize(c.type);
+        } else {
+            place.varIndex = varCount_++;
+        }
+        places_.push_back(place);
+    }
+}
+
+// Row layout: column count, fixed part, variable data, then (read backwards from the end)
+// the null mask, the variable column count, the variable column offsets and the end of data.
+void Table::addRow(const QVariantList& values) {
+    if (values.size() != qsizetype(columns_.size()))
+        throw std::runtime_error("table " + name_.toStdString() + ": row has " +
+                                 std::to_string(values.size()) + " values for " +
+                                 std::to_string(columns_.size()) + " columns");
+    const int columnCount = int(columns_.size());
+    QByteArray fixed(fixedSize_, '\0');
+    QByteArray mask((columnCount + 7) / 8, '\0');
+    QByteArray varData;
+    std::vector<int> varStarts(varCount_ + 1, 0);
+    std::vector<LongValue> pending;
+    const int varBase = 2 + fixedSize_;
+
+    for (int i = 0; i < columnCount; ++i) {
+        const Column& column = columns_[i];
+        const QVariant& value = values[i];
+        const bool present =
+            column.type == Type::Boolean ? value.toBool() : value.isValid() && !value.isNull();
+        if (present)
+            setNullMaskBit(mask, 0, i);
+        if (places_[i].varIndex < 0) {
+            if (present)
+                encoding::encodeFixed(column, value, fixed.data() + places_[i].fixedOffset);
+            continue;
+        }
+        varStarts[places_[i].varIndex] = varBase + int(varData.size());
+        if (!present)
+            continue;
+        if (column.type == Type::Text) {
+            varData += encoding::encodeText(column, value);
+            continue;
+        }
+        const QByteArray bytes = encoding::encodeLongValue(column, value);
+        QByteArray ref(format::kLongValueRefSize, '\0');
+        if (bytes.size() <= kInlineLongValueMax) {
+            format::put32(ref, 0, std::uint32_t(bytes.size()) | kInlineFlag);
+            varData += ref + bytes;
+        } else {
+            // The writer fills in the reference once the value has its place on a page.
+            pending.push_back({rowCount(), varBase + int(varData.size()), bytes});
+            varData += ref;
+        }
+    }
+    varStarts[varCount_] = varBase + int(varData.size());
+
+    QByteArray row;
+    format::append16(row, std::uint16_t(columnCount));
+    row += fixed;
+    row += varData;
+    if (varCount_ > 0) {
+        for (int v = varCount_; v >= 0; --v)
+            format::append16(row, std::uint16_t(varStarts[v]));
+        format::append16(row, std::uint16_t(varCount_));
+    }
+    row += mask;
+    if (row.size() > format::kMaxRowSize)
+        throw std::runtime_error("table " + name_.toStdString() + ": row of " +
+                                 std::to_string(row.size()) + " bytes does not fit a page");
+    rows_ += row;
+    rowEnds_.push_back(std::uint32_t(rows_.size()));
+    for (LongValue& lv : pending)
+        longValues_.push_back(std::move(lv));
+}
+
+QByteArray Table::row(qsizetype index) const {
+    const std::uint32_t start = index == 0 ? 0 : rowEnds_[index - 1];
+    return rows_.mid(start, rowEnds_[index] - start);
+}
+
+}  // namespace jet4
