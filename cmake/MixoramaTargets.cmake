@@ -29,7 +29,13 @@ function(mx_test name)
     add_executable(test_${name} ${sources})
     set_target_properties(test_${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
     target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/src)
-    target_link_libraries(test_${name} PRIVATE ${A_DEPS} mx_testsupport GTest::gtest GTest::gmock)
+    # A folder whose tests need their own main (a QApplication, say) has a main.cpp.
+    if(EXISTS ${CMAKE_SOURCE_DIR}/tests/${name}/main.cpp)
+        set(gtest_entry GTest::gtest)
+    else()
+        set(gtest_entry GTest::gtest_main)
+    endif()
+    target_link_libraries(test_${name} PRIVATE ${A_DEPS} mx_testsupport ${gtest_entry} GTest::gmock)
     target_compile_definitions(test_${name} PRIVATE
         MIXORAMA_PROGRAM_DIR="${MIXORAMA_PROGRAM_DIR}"
         MIXORAMA_SOURCE_DIR="${CMAKE_SOURCE_DIR}")

@@ -20,7 +20,13 @@ inline constexpr int kSyntaxError = 3075;          // syntax error in a query or
 inline constexpr int kItemNotFound = 3265;         // no such field or table definition
 inline constexpr int kFieldRequired = 3314;
 inline constexpr int kReadOnly = 3027;
-inline constexpr int kDiskFull = 3035;
+inline constexpr int kDiskError = 3043;       // disk full or unreadable
+inline constexpr int kFileNotFound = 3024;
+inline constexpr int kTooFewParameters = 3061;     // unknown name in a statement
+inline constexpr int kRecordDeleted = 3167;
+inline constexpr int kLocked = 3218;
+inline constexpr int kConversionError = 3421;
+inline constexpr int kInvalidOperation = 3219;
 inline constexpr int kGeneral = 3000;
 }  // namespace jet
 

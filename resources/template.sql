@@ -1,0 +1,50 @@
+-- The compilation database template: the five tables and their value lists.
+-- Text columns compare without regard to case (the engine's NOCASE is Unicode-aware).
+PRAGMA foreign_keys = ON;
+
+CREATE TABLE Compilation (
+    CompilationID_P INTEGER PRIMARY KEY AUTOINCREMENT,
+    Name            TEXT(100) COLLATE NOCASE NOT NULL UNIQUE,
+    SumTrack        SMALLINT DEFAULT 0,
+    SumTime         INTEGER DEFAULT 0,
+    Manufacturer    TEXT(50) COLLATE NOCASE,
+    Format          TEXT(50) COLLATE NOCASE NOT NULL,
+    C_Length        SMALLINT NOT NULL,
+    Box             TEXT(50) COLLATE NOCASE,
+    CoverMemo       LONGTEXT COLLATE NOCASE,
+    RecDate         DATETIME,
+    Notes           LONGTEXT COLLATE NOCASE
+);
+
+CREATE TABLE CompilationTrack (
+    CompilationID_F1  INTEGER NOT NULL
+                      REFERENCES Compilation (CompilationID_P) ON DELETE CASCADE,
+    TrackNo           SMALLINT,
+    Track_Artist_Name TEXT(255) COLLATE NOCASE,
+    Track_Title       TEXT(255) COLLATE NOCASE,
+    Album_Title       TEXT(255) COLLATE NOCASE,
+    Album_Artist_Name TEXT(255) COLLATE NOCASE,
+    Length            INTEGER,
+    RecordedStart     SMALLINT,
+    Live              YESNO DEFAULT 0,
+    Version           TEXT(255) COLLATE NOCASE,
+    Item              SMALLINT,
+    "Index"           SMALLINT,
+    Track_Rating      TEXT(50) COLLATE NOCASE,
+    ArtistSort        TEXT(255) COLLATE NOCASE,
+    AlbumArtistSort   TEXT(255) COLLATE NOCASE,
+    AlbumLocation     TEXT(255) COLLATE NOCASE,
+    AlbumoryTrackID   INTEGER,
+    AlbumoryAlbumID   INTEGER
+);
+CREATE INDEX CompilationTrack_Order ON CompilationTrack (CompilationID_F1, TrackNo);
+
+CREATE TABLE LstManufacturer (Manufacturer_P TEXT(50) COLLATE NOCASE NOT NULL PRIMARY KEY);
+CREATE TABLE LstFormat (Format2_P TEXT(50) COLLATE NOCASE NOT NULL PRIMARY KEY);
+CREATE TABLE LstLength (Length_P SMALLINT NOT NULL PRIMARY KEY);
+
+INSERT INTO LstFormat VALUES ('MD'), ('CD-ROM'), ('CD-R'), ('CD-RW'), ('Cassette'), ('DAT'),
+                             ('DCC'), ('DVD-R'), ('MP3-CD');
+INSERT INTO LstLength VALUES (46), (54), (60), (64), (74), (80), (90), (100), (120);
+INSERT INTO LstManufacturer VALUES ('BASF'), ('Fuji'), ('Maxell'), ('Memorex'), ('Philips'),
+                                   ('Sony'), ('TDK'), ('Verbatim');

@@ -1,0 +1,109 @@
+#include "cli/commands.h"
+
+#include <QDate>
+#include <QDateTime>
+
+#include "engine/jet_dialect.h"
+#include "engine/jet_error.h"
+#include "engine/workspace.h"
+#include "shell/database_files.h"
+
+namespace cli {
+
+namespace {
+
+int usage(Streams streams, const QString& text) {
+    streams.err << "usage: mixorama-cli " << text << Qt::endl;
+    return 2;
+}
+
+int reportError(Streams streams, const engine::JetError& error) {
+    streams.err << "Error " << error.number() << ": " << error.description() << Qt::endl;
+    return 1;
+}
+
+QString cellText(const QVariant& value) {
+    if (!value.isValid() || value.isNull()) {
+        return QString();
+    }
+    switch (value.typeId()) {
+        case QMetaType::Bool: return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+        case QMetaType::QDate: return engine::isoDateText(value.toDate());
+        case QMetaType::QDateTime: return engine::isoDateText(value.toDateTime());
+        case QMetaType::Double: return QString::number(value.toDouble(), 'g', 15);
+        default: {
+            QString text = value.toString();
+            text.replace(QLatin1Char('\t'), QLatin1Char(' '));
+            text.replace(QLatin1Char('\n'), QLatin1Char(' '));
+            text.remove(QLatin1Char('\r'));
+            return text;
+        }
+    }
+}
+
+void printRows(engine::Recordset& rows, QTextStream& out) {
+    QStringList header;
+    for (int i = 0; i < rows.fieldCount(); ++i) {
+        header << rows.field(i).name;
+    }
+    out << header.join(QLatin1Char('\t')) << '\n';
+    for (int r = 0; r < rows.recordCount(); ++r) {
+        QStringList cells;
+        for (const QVariant& value : rows.rowAt(r)) {
+            cells << cellText(value);
+        }
+        out << cells.join(QLatin1Char('\t')) << '\n';
+    }
+    out.flush();
+}
+
+}  // namespace
+
+int newDatabase(const QStringList& args, Streams streams) {
+    if (args.size() != 1) {
+        return usage(streams, QStringLiteral("new FILE"));
+    }
+    try {
+        shell::createFromTemplate(args[0]);
+    } catch (const engine::JetError& error) {
+        return reportError(streams, error);
+    }
+    return 0;
+}
+
+int runSql(const QStringList& args, Streams streams) {
+    if (args.size() != 2) {
+        return usage(streams, QStringLiteral("sql FILE \"STATEMENT\""));
+    }
+    try {
+        engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(args[0]);
+        const engine::TranslatedSql translated = engine::translateJetSql(args[1]);
+        if (translated.returnsRows) {
+            engine::Recordset rows =
+                database.openRecordset(args[1], engine::RecordsetType::Snapshot);
+            printRows(rows, streams.out);
+        } else {
+            const int touched = database.execute(args[1]);
+            streams.out << touched << " row(s) affected" << Qt::endl;
+        }
+        database.close();
+    } catch (const engine::JetError& error) {
+        return reportError(streams, error);
+    }
+    return 0;
+}
+
+int compact(const QStringList& args, Streams streams) {
+    if (args.size() != 1) {
+        return usage(streams, QStringLiteral("compact FILE"));
+    }
+    try {
+        shell::repairAndCompact(args[0]);
+    } catch (const engine::JetError& error) {
+        return reportError(streams, error);
+    }
+    streams.out << "Database successfully repaired and compacted." << Qt::endl;
+    return 0;
+}
+
+}  // namespace cli

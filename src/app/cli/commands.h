@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QStringList>
+#include <QTextStream>
+
+namespace cli {
+
+struct Streams {
+    QTextStream& out;
+    QTextStream& err;
+};
+
+// Each command takes the arguments after its name and returns the exit code.
+int newDatabase(const QStringList& args, Streams streams);
+int runSql(const QStringList& args, Streams streams);
+int compact(const QStringList& args, Streams streams);
+
+}  // namespace cli

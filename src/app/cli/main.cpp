@@ -1,0 +1,48 @@
+// mixorama-cli: Mixorama's scriptable commands for users and tests.
+#include <QCoreApplication>
+#include <QTextStream>
+#include <cstdio>
+#include <functional>
+#include <map>
+
+#include "cli/commands.h"
+
+namespace {
+
+using Command = std::function<int(const QStringList&, cli::Streams)>;
+
+const std::map<QString, Command>& commands() {
+    static const std::map<QString, Command> table{
+        {QStringLiteral("new"), cli::newDatabase},
+        {QStringLiteral("sql"), cli::runSql},
+        {QStringLiteral("compact"), cli::compact},
+    };
+    return table;
+}
+
+void printHelp(QTextStream& out) {
+    out << "usage: mixorama-cli COMMAND ARGS\n"
+           "  new FILE               create a compilation database from the template\n"
+           "  sql FILE \"STATEMENT\"   run one statement in the Access SQL dialect\n"
+           "  compact FILE           repair and compact a compilation database\n";
+    out.flush();
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    QCoreApplication app(argc, argv);
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    QStringList args = app.arguments().mid(1);
+    if (args.isEmpty() || args[0] == QLatin1String("--help") || args[0] == QLatin1String("-h")) {
+        printHelp(out);
+        return args.isEmpty() ? 2 : 0;
+    }
+    const auto command = commands().find(args.takeFirst());
+    if (command == commands().end()) {
+        printHelp(err);
+        return 2;
+    }
+    return command->second(args, cli::Streams{out, err});
+}

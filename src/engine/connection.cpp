@@ -1,0 +1,244 @@
+#include "engine/connection.h"
+
+#include <sqlite3.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryFile>
+#include <QUrl>
+
+#include "engine/foreign_tables.h"
+#include "engine/jet_dialect.h"
+#include "engine/jet_error.h"
+#include "engine/sqlite_statement.h"
+
+namespace engine {
+
+namespace {
+
+bool isSqliteFile(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    return file.read(16) == QByteArray("SQLite format 3\0", 16);
+}
+
+QString fileUri(const QString& path, bool readOnly) {
+    QString uri = QStringLiteral("file:") + QString::fromUtf8(QUrl::toPercentEncoding(
+                                                QFileInfo(path).absoluteFilePath(), "/"));
+    if (readOnly) {
+        uri += QStringLiteral("?mode=ro");
+    }
+    return uri;
+}
+
+}  // namespace
+
+Connection::Connection(sqlite3* db, QString path, bool readOnly)
+    : db_(db), path_(std::move(path)), readOnly_(readOnly) {}
+
+std::shared_ptr<Connection> Connection::open(const QString& path, bool readOnly) {
+    if (!QFileInfo::exists(path)) {
+        throw JetError(jet::kFileNotFound, QStringLiteral("Could not find file '%1'.").arg(path));
+    }
+    sqlite3* db = nullptr;
+    const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_URI;
+    const QByteArray uri = fileUri(path, false).toUtf8();
+    int rc = sqlite3_open_v2(uri.constData(), &db, flags, nullptr);
+    std::shared_ptr<Connection> connection(new Connection(db, path, readOnly));
+    if (rc != SQLITE_OK) {
+        throwSqliteError(db, rc, path);
+    }
+    sqlite3_extended_result_codes(db, 1);
+    sqlite3_busy_timeout(db, 2000);
+    // Reading the schema tells a database from any other file.
+    rc = sqlite3_exec(db, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
+    if (rc != SQLITE_OK) {
+        throw JetError(jet::kNotADatabase, QStringLiteral("Unrecognized database format '%1'.").arg(path));
+    }
+    registerJetFunctions(db);
+    execSqlite(db, QStringLiteral("PRAGMA foreign_keys = ON"));
+    return connection;
+}
+
+std::shared_ptr<Connection> Connection::openForeign(const QString& path, const QStringList& tables) {
+    sqlite3* db = nullptr;
+    const int rc = sqlite3_open_v2(":memory:", &db, SQLITE_OPEN_READWRITE, nullptr);
+    std::shared_ptr<Connection> connection(new Connection(db, path, true));
+    if (rc != SQLITE_OK) {
+        throwSqliteError(db, rc, path);
+    }
+    connection->foreign_ = true;
+    connection->foreignTables_ = tables;
+    return connection;
+}
+
+Connection::~Connection() { close(); }
+
+sqlite3* Connection::db() const {
+    if (db_ == nullptr) {
+        throw JetError(jet::kInvalidOperation, QStringLiteral("Object invalid or no longer set."));
+    }
+    return db_;
+}
+
+void Connection::close() {
+    if (db_ == nullptr) {
+        return;
+    }
+    for (const QString& name : links_.keys()) {
+        removeLink(name);
+    }
+    sqlite3_close_v2(db_);
+    db_ = nullptr;
+}
+
+QStringList Connection::tableNames() {
+    QStringList names = foreignTables_;
+    if (!foreign_) {
+        Statement query(db(), QStringLiteral("SELECT name FROM main.sqlite_master WHERE type = 'table' "
+                                             "AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\' ORDER BY rowid"));
+        while (query.step()) {
+            names << query.text(0);
+        }
+    }
+    for (const LinkedTable& link : links_) {
+        names << link.name;
+    }
+    return names;
+}
+
+bool Connection::hasLocalTable(const QString& name) {
+    if (foreign_) {
+        return foreignTables_.contains(name, Qt::CaseInsensitive);
+    }
+    Statement query(db(), QStringLiteral("SELECT 1 FROM main.sqlite_master WHERE type = 'table' AND "
+                                         "lower(name) = lower(?)"));
+    query.bind(1, name);
+    return query.step();
+}
+
+bool Connection::hasView(const QString& name) {
+    Statement query(db(), QStringLiteral("SELECT 1 FROM main.sqlite_master WHERE type = 'view' AND "
+                                         "lower(name) = lower(?)"));
+    query.bind(1, name);
+    return query.step();
+}
+
+QString Connection::attachLinkedFile(const QString& file, const QString& sourceTable) {
+    const QString key = QFileInfo(file).absoluteFilePath();
+    QString schema = attachedFiles_.value(key);
+    QString source = key;
+    const bool sqlite = isSqliteFile(file);
+    if (!sqlite) {
+        ForeignTableReader* reader = foreignTableReader();
+        if (reader == nullptr || !QFileInfo::exists(file) || !reader->canRead(file)) {
+            if (!QFileInfo::exists(file)) {
+                throw JetError(jet::kFileNotFound, QStringLiteral("Could not find file '%1'.").arg(file));
+            }
+            throw JetError(jet::kNotADatabase, QStringLiteral("Unrecognized database format '%1'.").arg(file));
+        }
+        QString copy = schema.isEmpty() ? QString() : copiedFiles_.value(schema);
+        if (copy.isEmpty()) {
+            QTemporaryFile temp(QDir::tempPath() + QStringLiteral("/mixorama-links-XXXXXX.sqlite"));
+            temp.setAutoRemove(false);
+            if (!temp.open()) {
+                throw JetError(jet::kDiskError, QStringLiteral("Disk or network error."));
+            }
+            copy = temp.fileName();
+            temp.close();
+            QFile::remove(copy);
+        }
+        if (!schema.isEmpty()) {
+            execSqlite(db(), QStringLiteral("DETACH DATABASE %1").arg(quoteName(schema)));
+        }
+        try {
+            reader->copyTables(file, {sourceTable}, copy);
+        } catch (...) {
+            if (!schema.isEmpty()) {
+                Statement attach(db(), QStringLiteral("ATTACH DATABASE ? AS %1").arg(quoteName(schema)));
+                attach.bind(1, fileUri(copy, true));
+                attach.exec();
+            } else {
+                QFile::remove(copy);
+            }
+            throw;
+        }
+        source = copy;
+        if (schema.isEmpty()) {
+            schema = QStringLiteral("link%1").arg(++attachCounter_);
+            attachedFiles_.insert(key, schema);
+        }
+        copiedFiles_.insert(schema, copy);
+        Statement attach(db(), QStringLiteral("ATTACH DATABASE ? AS %1").arg(quoteName(schema)));
+        attach.bind(1, fileUri(copy, true));
+        attach.exec();
+        return schema;
+    }
+    if (schema.isEmpty()) {
+        schema = QStringLiteral("link%1").arg(++attachCounter_);
+        Statement attach(db(), QStringLiteral("ATTACH DATABASE ? AS %1").arg(quoteName(schema)));
+        attach.bind(1, fileUri(source, true));
+        attach.exec();
+        attachedFiles_.insert(key, schema);
+    }
+    return schema;
+}
+
+void Connection::addLink(const QString& name, const QString& file, const QString& sourceTable) {
+    if (links_.contains(name.toLower()) || hasLocalTable(name)) {
+        throw JetError(jet::kTableExists, QStringLiteral("Table '%1' already exists.").arg(name));
+    }
+    const QString schema = attachLinkedFile(file, sourceTable);
+    Statement exists(db(), QStringLiteral("SELECT name FROM %1.sqlite_master WHERE type IN "
+                                          "('table','view') AND lower(name) = lower(?)")
+                               .arg(quoteName(schema)));
+    exists.bind(1, sourceTable);
+    if (!exists.step()) {
+        detachIfUnused(schema);
+        throw JetError(jet::kObjectNotFound,
+                       QStringLiteral("The Microsoft Jet database engine could not find the object "
+                                      "'%1'. Make sure the object exists and that you spell its "
+                                      "name and the path name correctly.")
+                           .arg(sourceTable));
+    }
+    const QString realSource = exists.text(0);
+    execSqlite(db(), QStringLiteral("CREATE TEMP VIEW %1 AS SELECT * FROM %2.%3")
+                         .arg(quoteName(name), quoteName(schema), quoteName(realSource)));
+    links_.insert(name.toLower(), LinkedTable{name, file, sourceTable, schema});
+}
+
+bool Connection::removeLink(const QString& name) {
+    const auto it = links_.find(name.toLower());
+    if (it == links_.end()) {
+        return false;
+    }
+    const LinkedTable link = it.value();
+    links_.erase(it);
+    execSqlite(db(), QStringLiteral("DROP VIEW IF EXISTS temp.%1").arg(quoteName(link.name)));
+    detachIfUnused(link.schema);
+    return true;
+}
+
+void Connection::detachIfUnused(const QString& schema) {
+    for (const LinkedTable& link : links_) {
+        if (link.schema == schema) {
+            return;
+        }
+    }
+    execSqlite(db(), QStringLiteral("DETACH DATABASE %1").arg(quoteName(schema)));
+    for (auto it = attachedFiles_.begin(); it != attachedFiles_.end(); ++it) {
+        if (it.value() == schema) {
+            attachedFiles_.erase(it);
+            break;
+        }
+    }
+    const QString copy = copiedFiles_.take(schema);
+    if (!copy.isEmpty()) {
+        QFile::remove(copy);
+    }
+}
+
+}  // namespace engine

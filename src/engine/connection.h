@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+#include <memory>
+
+#include "engine/field_type.h"
+
+struct sqlite3;
+
+namespace engine {
+
+// A linked table: a local name for a table of another database file.
+struct LinkedTable {
+    QString name;             // local name
+    QString file;             // the linked database file
+    QString sourceTableName;  // the table's name in that file
+    QString schema;           // the attached SQLite schema that holds its rows
+};
+
+// One open database file: the SQLite connection and the linked tables made in it.
+// Shared by the Database handle and every record set opened on it.
+class Connection {
+public:
+    // Opens an SQLite database file; throws JetError (3024 missing, 3343 not a database).
+    static std::shared_ptr<Connection> open(const QString& path, bool readOnly);
+    // A read-only view of a file the engine cannot open itself (an Access file): it lists the
+    // file's tables but holds no rows.
+    static std::shared_ptr<Connection> openForeign(const QString& path, const QStringList& tables);
+    ~Connection();
+
+    sqlite3* db() const;  // throws JetError when closed
+    const QString& path() const { return path_; }
+    bool readOnly() const { return readOnly_; }
+    bool isForeign() const { return foreign_; }
+    bool isOpen() const { return db_ != nullptr; }
+    void close();
+
+    // Table names of the file (without system tables), then the linked tables.
+    QStringList tableNames();
+    const QStringList& foreignTables() const { return foreignTables_; }
+    bool hasLocalTable(const QString& name);
+    bool hasView(const QString& name);
+
+    const QHash<QString, LinkedTable>& links() const { return links_; }
+    void addLink(const QString& name, const QString& file, const QString& sourceTable);
+    bool removeLink(const QString& name);
+
+    int nextSnapshotNumber() { return ++snapshotCounter_; }
+
+private:
+    Connection(sqlite3* db, QString path, bool readOnly);
+    QString attachLinkedFile(const QString& file, const QString& sourceTable);
+    void detachIfUnused(const QString& schema);
+
+    sqlite3* db_ = nullptr;
+    QString path_;
+    bool readOnly_ = false;
+    bool foreign_ = false;
+    QStringList foreignTables_;
+    QHash<QString, LinkedTable> links_;           // by lower-cased local name
+    QHash<QString, QString> attachedFiles_;       // linked file -> schema
+    QHash<QString, QString> copiedFiles_;         // schema -> temporary copy to delete
+    int attachCounter_ = 0;
+    int snapshotCounter_ = 0;
+};
+
+}  // namespace engine

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <vector>
+
+#include "engine/database.h"
+
+namespace engine {
+
+// The default workspace: opens databases and works on database files.
+class Workspace {
+public:
+    static Workspace& defaultWorkspace();
+
+    // Opens a database file; a file the engine reads only through the foreign table reader (an
+    // Access file) opens read-only with its table names. Throws JetError.
+    Database openDatabase(const QString& path, bool readOnly = false);
+    // Closes every database opened through this workspace.
+    void close();
+
+    // Writes a compacted copy of source to destination. Fails with 3204 when the destination
+    // exists, which is never overwritten; a failed copy leaves no destination behind.
+    static void compactDatabase(const QString& source, const QString& destination);
+    // Checks the file and rebuilds its indexes when the check finds damage. Throws JetError when
+    // the file is no database or cannot be made whole.
+    static void repairDatabase(const QString& path);
+
+private:
+    std::vector<Database> opened_;
+};
+
+}  // namespace engine

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+
+namespace shell {
+
+struct SplitPath {
+    QString folder;    // up to and including the last separator
+    QString baseName;  // the file name without its extension
+};
+
+// Splits a file path into folder and base name; "\" and "/" both separate folders. A path
+// without any separator gives the whole path without extension as folder and no base name.
+SplitPath splitPath(const QString& path);
+
+// The template every new compilation database is copied from.
+QString templatePath();
+
+// Creates a compilation database at path as a copy of the template. Throws JetError 3204 when
+// the file exists; an existing file is never touched.
+void createFromTemplate(const QString& path);
+
+// True when the file holds the five tables of a compilation database (names compared without
+// regard to case). Throws JetError when the engine cannot open the file at all.
+bool hasCompilationStructure(const QString& path);
+
+extern const QString kNotACompilationDatabase;  // the three-line structure message
+
+// The temporary file of compaction: the database's folder and base name + ".$$$".
+QString compactionTempPath(const QString& path);
+
+// Repairs the file in place and compacts it through the temporary file, which then replaces it.
+// The default workspace is closed first. On failure the original file is left as it was.
+void repairAndCompact(const QString& path);
+
+}  // namespace shell

@@ -1,0 +1,104 @@
+#include "store/compilation_queries.h"
+
+#include "engine/jet_error.h"
+#include "engine/recordset.h"
+#include "store/data_control.h"
+
+namespace store {
+
+namespace {
+
+const QString kCompilation = QStringLiteral(
+    "SELECT   Compilation.Name AS C_Name, Compilation.SumTrack AS C_SumTrack, "
+    "         Compilation.SumTime AS C_SumTime, "
+    "         Compilation.Manufacturer AS Manufacturer, "
+    "         Compilation.C_Length, Compilation.Format AS C_Format, "
+    "         Compilation.Box AS C_Box, Compilation.CompilationID_P, "
+    "         Compilation.CoverMemo as CoverMemo, "
+    "         Compilation.RecDate AS RecDate, Compilation.Notes AS C_Notes "
+    "FROM     Compilation "
+    "ORDER BY Compilation.Name");
+
+QString compilationTrack(const QString& id) {
+    return QStringLiteral("SELECT Compilation.*, CompilationTrack.* "
+                          "FROM   Compilation LEFT JOIN CompilationTrack ON "
+                          "       Compilation.CompilationID_P = CompilationTrack.CompilationID_F1 "
+                          "WHERE  CompilationTrack.CompilationID_F1 = ") +
+           id + QStringLiteral(" ORDER BY Compilation.Name, CompilationTrack.TrackNo ");
+}
+
+QString albumNeeded(const QString& id) {
+    return QStringLiteral(
+               "SELECT Compilation.CompilationID_P, Compilation.Name, Compilation.SumTime, "
+               "       Compilation.Manufacturer, Compilation.Format, Compilation.Box, "
+               "       Compilation.RecDate, CompilationTrack.AlbumArtistSort, "
+               "       CompilationTrack.Album_Title, CompilationTrack.AlbumLocation "
+               "FROM   Compilation INNER JOIN CompilationTrack ON "
+               "       Compilation.CompilationID_P = CompilationTrack.CompilationID_F1 "
+               "GROUP BY Compilation.CompilationID_P, Compilation.Name, "
+               "       Compilation.SumTime, Compilation.Manufacturer, Compilation.Format, "
+               "       Compilation.Box, Compilation.RecDate, "
+               "       CompilationTrack.AlbumArtistSort, CompilationTrack.Album_Title, "
+               "       CompilationTrack.AlbumLocation "
+               "HAVING Compilation.CompilationID_P = ") +
+           id;
+}
+
+const QString kSongOnCompilation = QStringLiteral(
+    "SELECT CompilationTrack.Track_Artist_Name, CompilationTrack.Album_Title, "
+    "       CompilationTrack.Track_Title, CompilationTrack.RecordedStart, "
+    "       CompilationTrack.Album_Artist_Name, "
+    "       CompilationTrack.Version, CompilationTrack.Live, CompilationTrack.ArtistSort, "
+    "       CompilationTrack.Length, CompilationTrack.TrackNo, Compilation.Name "
+    "FROM   Compilation RIGHT JOIN CompilationTrack ON "
+    "       Compilation.CompilationID_P = CompilationTrack.CompilationID_F1 "
+    "ORDER BY CompilationTrack.ArtistSort, CompilationTrack.Album_Title, "
+    "       CompilationTrack.Track_Title ");
+
+bool takesId(const QString& kind) {
+    return kind == QLatin1String("compilationtrack") || kind == QLatin1String("albumneeded");
+}
+
+}  // namespace
+
+QString standardStatement(const QString& kind, std::optional<qint64> compilationId) {
+    const QString lower = kind.toLower();
+    const QString id = compilationId ? QString::number(*compilationId) : QString();
+    if (lower == QLatin1String("compilation")) return kCompilation;
+    if (lower == QLatin1String("compilationtrack")) return compilationTrack(id);
+    if (lower == QLatin1String("albumneeded")) return albumNeeded(id);
+    if (lower == QLatin1String("songoncompilation")) return kSongOnCompilation;
+    return QString();
+}
+
+void setRecordSource(const QString& kind, DataControl* compilationControl, DataControl& target,
+                     const QString& databasePath) {
+    target.setDatabaseName(databasePath);
+    const QString lower = kind.toLower();
+    if (standardStatement(lower).isEmpty()) {
+        return;
+    }
+    std::optional<qint64> id;
+    if (takesId(lower) && compilationControl != nullptr) {
+        try {
+            id = compilationControl->recordset().value(QStringLiteral("CompilationID_P")).toLongLong();
+        } catch (const engine::JetError&) {
+            // No current compilation: the statement ends without an id, as the step is skipped.
+        }
+    }
+    target.setRecordSource(standardStatement(lower, id));
+}
+
+RecordCountText showRecordCount(engine::Recordset& recordset, const QString& databasePath) {
+    if (!recordset.eof()) {
+        recordset.moveLast();
+    }
+    RecordCountText text{QStringLiteral("Database ") + databasePath,
+                         QStringLiteral("C ") + QString::number(recordset.recordCount())};
+    if (!recordset.bof()) {
+        recordset.moveFirst();
+    }
+    return text;
+}
+
+}  // namespace store

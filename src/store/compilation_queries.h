@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+namespace engine {
+class Recordset;
+}
+
+namespace store {
+
+class DataControl;
+
+// The statement of a standard record source kind ("compilation", "compilationtrack",
+// "albumneeded", "songoncompilation"; any case). The kinds that take a compilation id read it
+// from compilationId; an unknown kind gives an empty text.
+QString standardStatement(const QString& kind, std::optional<qint64> compilationId = std::nullopt);
+
+// Points a data control at the open database and a standard statement. The id comes from the
+// CompilationID_P of compilationControl's current row; a step that fails (no current row) is
+// skipped and the rest still run, so an unknown kind changes only the database name.
+void setRecordSource(const QString& kind, DataControl* compilationControl, DataControl& target,
+                     const QString& databasePath);
+
+struct RecordCountText {
+    QString database;  // panel 1, left-aligned
+    QString count;     // panel 2, right-aligned
+};
+
+// The status bar's record count: moves to the last row so the count is complete, then back to
+// the first.
+RecordCountText showRecordCount(engine::Recordset& recordset, const QString& databasePath);
+
+}  // namespace store
