@@ -1,0 +1,68 @@
+#include "access/reader/commands.h"
+
+#include <cstdio>
+
+#include "access/reader/bound_row.h"
+#include "access/reader/failure.h"
+#include "access/reader/mdb_file.h"
+#include "access/reader/sqlite_out.h"
+
+namespace mdbread {
+
+using accessfile::protocol::ExitCode;
+
+namespace {
+
+constexpr int kRowsPerProgressLine = 2000;
+
+void reportProgress(const QString& table, long rows) {
+    std::printf("%s%s %ld\n", accessfile::protocol::kProgressPrefix, table.toUtf8().constData(),
+                rows);
+    std::fflush(stdout);
+}
+
+void copyTable(const MdbFile& file, MdbCatalogEntry* entry, const QString& target, SqliteOut& out) {
+    const TableDefPtr table = file.readTable(entry);
+    BoundRow row(table.get());
+    const QList<accessfile::ColumnSpec> columns = row.columnSpecs();
+    out.execute(
+        QStringLiteral("DROP TABLE IF EXISTS %1").arg(accessfile::quotedIdentifier(target)));
+    out.execute(accessfile::createTableSql(target, columns));
+    const StatementPtr insert = out.prepare(accessfile::insertSql(target, columns));
+    long rows = 0;
+    while (row.fetch()) {
+        row.bindInto(insert.get());
+        out.insertRow(insert.get());
+        if (++rows % kRowsPerProgressLine == 0)
+            reportProgress(target, rows);
+    }
+    reportProgress(target, rows);
+}
+
+}  // namespace
+
+void listTables(const char* accessFile) {
+    const MdbFile file(accessFile);
+    for (const QString& name : file.userTableNames())
+        std::printf("%s\n", name.toUtf8().constData());
+    std::fflush(stdout);
+}
+
+void copyTables(const char* accessFile, const char* sqliteFile, const QStringList& tables) {
+    const MdbFile file(accessFile);
+    QList<MdbCatalogEntry*> entries;
+    for (const QString& name : tables) {
+        MdbCatalogEntry* entry = file.findUserTable(name);
+        if (entry == nullptr)
+            throw Failure(ExitCode::kTableMissing,
+                          (accessfile::protocol::kMissingTablePrefix + name).toStdString());
+        entries << entry;
+    }
+    SqliteOut out(sqliteFile);
+    out.execute(QStringLiteral("BEGIN IMMEDIATE"));
+    for (qsizetype i = 0; i < tables.size(); ++i)
+        copyTable(file, entries[i], tables[i], out);
+    out.execute(QStringLiteral("COMMIT"));
+}
+
+}  // namespace mdbread

@@ -1,0 +1,46 @@
+#include "access/reader/sqlite_out.h"
+
+#include "access/reader/failure.h"
+
+namespace mdbread {
+
+using accessfile::protocol::ExitCode;
+
+SqliteOut::SqliteOut(const char* path) {
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    if (sqlite3_open_v2(path, &db_, flags, nullptr) != SQLITE_OK)
+        fail(QStringLiteral("cannot open %1").arg(QString::fromUtf8(path)));
+    sqlite3_busy_timeout(db_, 5000);
+}
+
+SqliteOut::~SqliteOut() {
+    sqlite3_close_v2(db_);
+}
+
+void SqliteOut::execute(const QString& sql) {
+    if (sqlite3_exec(db_, sql.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
+        fail(sql);
+}
+
+StatementPtr SqliteOut::prepare(const QString& sql) {
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v2(db_, sql.toUtf8().constData(), -1, &statement, nullptr) != SQLITE_OK)
+        fail(sql);
+    return StatementPtr(statement);
+}
+
+void SqliteOut::insertRow(sqlite3_stmt* statement) {
+    if (sqlite3_step(statement) != SQLITE_DONE)
+        fail(QStringLiteral("inserting a row"));
+    sqlite3_reset(statement);
+    sqlite3_clear_bindings(statement);
+}
+
+void SqliteOut::fail(const QString& what) {
+    const QString reason =
+        db_ != nullptr ? QString::fromUtf8(sqlite3_errmsg(db_)) : QStringLiteral("out of memory");
+    throw Failure(ExitCode::kOutputFailed,
+                  QStringLiteral("SQLite: %1 (%2)").arg(reason, what).toStdString());
+}
+
+}  // namespace mdbread
