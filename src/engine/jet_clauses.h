@@ -1,0 +1,12 @@
+#pragma once
+
+#include "engine/jet_sql_tokens.h"
+
+namespace engine {
+
+// Makes grouping and sorting case-blind the way Jet does: every GROUP BY and ORDER BY term gets
+// COLLATE NOCASE (before ASC/DESC), and a grouped SELECT without ORDER BY gets one over its group
+// keys, since Jet returns groups in key order. Applies to every nesting level.
+JetTokens arrangeGroupingAndOrder(const JetTokens& tokens);
+
+}  // namespace engine
