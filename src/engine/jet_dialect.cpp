@@ -115,7 +115,15 @@ bool startsWithSelect(const JetTokens& tokens) {
     return first >= 0 && tokens[first].isWord("SELECT");
 }
 
-// Statements whose text literals are all values; in data definitions a literal may be a
+bool createsView(const JetTokens& tokens, qsizetype first) {
+    qsizetype next = neighbour(tokens, first, 1);
+    if (next >= 0 && (tokens[next].isWord("TEMP") || tokens[next].isWord("TEMPORARY"))) {
+        next = neighbour(tokens, next, 1);
+    }
+    return next >= 0 && tokens[next].isWord("VIEW");
+}
+
+// Statements whose text literals are all values; in other data definitions a literal may be a
 // default or a file name, where a collation would change the meaning.
 bool manipulatesData(const JetTokens& tokens) {
     const qsizetype first = neighbour(tokens, -1, 1);
@@ -123,7 +131,7 @@ bool manipulatesData(const JetTokens& tokens) {
         return false;
     const JetToken& t = tokens[first];
     return t.isWord("SELECT") || t.isWord("INSERT") || t.isWord("UPDATE") || t.isWord("DELETE") ||
-           t.kind == Kind::Open;
+           t.kind == Kind::Open || (t.isWord("CREATE") && createsView(tokens, first));
 }
 
 // Removes "INTO name" from the outer level of a SELECT and returns the name.

@@ -319,6 +319,18 @@ TEST_F(JetDialect, DataDefinitionKeepsItsKeywords) {
     exec(translateJetSql("DROP INDEX ByIndex;").sql);
 }
 
+TEST_F(JetDialect, TextLiteralsCompareCaseBlindInStatementsAndViews) {
+    EXPECT_EQ(jet("SELECT TrackTrackID FROM TempSource WHERE Mid(TitleAlbum, 1) = 'WATERLOO'"),
+              (QStringList{"8"}));
+    exec(translateJetSql("CREATE VIEW queryNavigate AS SELECT * FROM TempSource WHERE "
+                         "UCase(ArtistSort) & '' = 'beatles'")
+             .sql);
+    EXPECT_EQ(query("SELECT TrackTrackID FROM queryNavigate"), (QStringList{"1"}));
+    exec(translateJetSql("CREATE TABLE Lst (Format2_P TEXT(50) DEFAULT 'CD')").sql);
+    exec("INSERT INTO Lst DEFAULT VALUES");
+    EXPECT_EQ(query("SELECT Format2_P FROM Lst WHERE Format2_P = 'cd'"), (QStringList{}));
+}
+
 void expectSyntaxError(const QString& jet) {
     try {
         translateJetSql(jet);
