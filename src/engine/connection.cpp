@@ -56,14 +56,16 @@ std::shared_ptr<Connection> Connection::open(const QString& path, bool readOnly)
     // Reading the schema tells a database from any other file.
     rc = sqlite3_exec(db, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
     if (rc != SQLITE_OK) {
-        throw JetError(jet::kNotADatabase, QStringLiteral("Unrecognized database format '%1'.").arg(path));
+        throw JetError(jet::kNotADatabase,
+                       QStringLiteral("Unrecognized database format '%1'.").arg(path));
     }
     registerJetFunctions(db);
     execSqlite(db, QStringLiteral("PRAGMA foreign_keys = ON"));
     return connection;
 }
 
-std::shared_ptr<Connection> Connection::openForeign(const QString& path, const QStringList& tables) {
+std::shared_ptr<Connection> Connection::openForeign(const QString& path,
+                                                    const QStringList& tables) {
     sqlite3* db = nullptr;
     const int rc = sqlite3_open_v2(":memory:", &db, SQLITE_OPEN_READWRITE, nullptr);
     std::shared_ptr<Connection> connection(new Connection(db, path, true));
@@ -75,7 +77,9 @@ std::shared_ptr<Connection> Connection::openForeign(const QString& path, const Q
     return connection;
 }
 
-Connection::~Connection() { close(); }
+Connection::~Connection() {
+    close();
+}
 
 sqlite3* Connection::db() const {
     if (db_ == nullptr) {
@@ -98,8 +102,9 @@ void Connection::close() {
 QStringList Connection::tableNames() {
     QStringList names = foreignTables_;
     if (!foreign_) {
-        Statement query(db(), QStringLiteral("SELECT name FROM main.sqlite_master WHERE type = 'table' "
-                                             "AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\' ORDER BY rowid"));
+        Statement query(db(),
+                        QStringLiteral("SELECT name FROM main.sqlite_master WHERE type = 'table' "
+                                       "AND substr(name, 1, 7) <> 'sqlite_' ORDER BY rowid"));
         while (query.step()) {
             names << query.text(0);
         }
@@ -114,8 +119,9 @@ bool Connection::hasLocalTable(const QString& name) {
     if (foreign_) {
         return foreignTables_.contains(name, Qt::CaseInsensitive);
     }
-    Statement query(db(), QStringLiteral("SELECT 1 FROM main.sqlite_master WHERE type = 'table' AND "
-                                         "lower(name) = lower(?)"));
+    Statement query(db(),
+                    QStringLiteral("SELECT 1 FROM main.sqlite_master WHERE type = 'table' AND "
+                                   "lower(name) = lower(?)"));
     query.bind(1, name);
     return query.step();
 }
@@ -136,9 +142,11 @@ QString Connection::attachLinkedFile(const QString& file, const QString& sourceT
         ForeignTableReader* reader = foreignTableReader();
         if (reader == nullptr || !QFileInfo::exists(file) || !reader->canRead(file)) {
             if (!QFileInfo::exists(file)) {
-                throw JetError(jet::kFileNotFound, QStringLiteral("Could not find file '%1'.").arg(file));
+                throw JetError(jet::kFileNotFound,
+                               QStringLiteral("Could not find file '%1'.").arg(file));
             }
-            throw JetError(jet::kNotADatabase, QStringLiteral("Unrecognized database format '%1'.").arg(file));
+            throw JetError(jet::kNotADatabase,
+                           QStringLiteral("Unrecognized database format '%1'.").arg(file));
         }
         QString copy = schema.isEmpty() ? QString() : copiedFiles_.value(schema);
         if (copy.isEmpty()) {
@@ -158,7 +166,8 @@ QString Connection::attachLinkedFile(const QString& file, const QString& sourceT
             reader->copyTables(file, {sourceTable}, copy);
         } catch (...) {
             if (!schema.isEmpty()) {
-                Statement attach(db(), QStringLiteral("ATTACH DATABASE ? AS %1").arg(quoteName(schema)));
+                Statement attach(db(),
+                                 QStringLiteral("ATTACH DATABASE ? AS %1").arg(quoteName(schema)));
                 attach.bind(1, fileUri(copy, true));
                 attach.exec();
             } else {

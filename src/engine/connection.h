@@ -22,7 +22,7 @@ struct LinkedTable {
 // One open database file: the SQLite connection and the linked tables made in it.
 // Shared by the Database handle and every record set opened on it.
 class Connection {
-public:
+  public:
     // Opens an SQLite database file; throws JetError (3024 missing, 3343 not a database).
     static std::shared_ptr<Connection> open(const QString& path, bool readOnly);
     // A read-only view of a file the engine cannot open itself (an Access file): it lists the
@@ -49,7 +49,7 @@ public:
 
     int nextSnapshotNumber() { return ++snapshotCounter_; }
 
-private:
+  private:
     Connection(sqlite3* db, QString path, bool readOnly);
     QString attachLinkedFile(const QString& file, const QString& sourceTable);
     void detachIfUnused(const QString& schema);
@@ -59,9 +59,9 @@ private:
     bool readOnly_ = false;
     bool foreign_ = false;
     QStringList foreignTables_;
-    QHash<QString, LinkedTable> links_;           // by lower-cased local name
-    QHash<QString, QString> attachedFiles_;       // linked file -> schema
-    QHash<QString, QString> copiedFiles_;         // schema -> temporary copy to delete
+    QHash<QString, LinkedTable> links_;      // by lower-cased local name
+    QHash<QString, QString> attachedFiles_;  // linked file -> schema
+    QHash<QString, QString> copiedFiles_;    // schema -> temporary copy to delete
     int attachCounter_ = 0;
     int snapshotCounter_ = 0;
 };

@@ -49,7 +49,8 @@ int selectInto(sqlite3* db, const QString& table, const QString& select) {
         columns << column;
     }
     ScopedTransaction transaction(db);
-    execSqlite(db, QStringLiteral("CREATE TABLE main.%1 (%2)").arg(quoteName(table), columns.join(", ")));
+    execSqlite(
+        db, QStringLiteral("CREATE TABLE main.%1 (%2)").arg(quoteName(table), columns.join(", ")));
     execSqlite(db, QStringLiteral("INSERT INTO main.%1 %2").arg(quoteName(table), select));
     const int rows = sqlite3_changes(db);
     transaction.commit();
@@ -60,11 +61,17 @@ int selectInto(sqlite3* db, const QString& table, const QString& select) {
 
 Database::Database(std::shared_ptr<Connection> connection) : connection_(std::move(connection)) {}
 
-bool Database::isOpen() const { return connection_ && connection_->isOpen(); }
+bool Database::isOpen() const {
+    return connection_ && connection_->isOpen();
+}
 
-QString Database::name() const { return connection_ ? connection_->path() : QString(); }
+QString Database::name() const {
+    return connection_ ? connection_->path() : QString();
+}
 
-bool Database::readOnly() const { return connection_ && connection_->readOnly(); }
+bool Database::readOnly() const {
+    return connection_ && connection_->readOnly();
+}
 
 void Database::close() {
     if (connection_) {
@@ -87,8 +94,7 @@ int Database::execute(const QString& jetSql) {
         return selectInto(db, translated.intoTable, translated.sql);
     }
     if (translated.returnsRows) {
-        throw JetError(jet::kInvalidOperation,
-                       QStringLiteral("Cannot execute a select query."));
+        throw JetError(jet::kInvalidOperation, QStringLiteral("Cannot execute a select query."));
     }
     ScopedTransaction transaction(db);
     Statement statement(db, translated.sql);
@@ -125,7 +131,9 @@ Recordset Database::openRecordset(const QString& source, RecordsetType type) {
     return Recordset(shared, select, type);
 }
 
-QStringList Database::tableNames() const { return connection()->tableNames(); }
+QStringList Database::tableNames() const {
+    return connection()->tableNames();
+}
 
 bool Database::hasTable(const QString& name) const {
     return tableNames().contains(name, Qt::CaseInsensitive);
@@ -134,7 +142,8 @@ bool Database::hasTable(const QString& name) const {
 void Database::appendTable(const TableDef& definition) {
     std::shared_ptr<Connection> shared = connection();
     if (!definition.connect.isEmpty()) {
-        const int at = definition.connect.indexOf(QLatin1String("DATABASE="), 0, Qt::CaseInsensitive);
+        const int at =
+            definition.connect.indexOf(QLatin1String("DATABASE="), 0, Qt::CaseInsensitive);
         if (at < 0) {
             throw JetError(jet::kNotADatabase, QStringLiteral("Could not find installable ISAM."));
         }
@@ -146,11 +155,13 @@ void Database::appendTable(const TableDef& definition) {
         return;
     }
     if (hasTable(definition.name)) {
-        throw JetError(jet::kTableExists, QStringLiteral("Table '%1' already exists.").arg(definition.name));
+        throw JetError(jet::kTableExists,
+                       QStringLiteral("Table '%1' already exists.").arg(definition.name));
     }
     QStringList columns;
     for (const FieldDef& field : definition.fields) {
-        QString column = quoteName(field.name) + QLatin1Char(' ') + declaredType(field.type, field.size);
+        QString column =
+            quoteName(field.name) + QLatin1Char(' ') + declaredType(field.type, field.size);
         if (isTextType(field.type)) {
             column += QStringLiteral(" COLLATE NOCASE");
         }
@@ -176,7 +187,8 @@ void Database::appendField(const QString& table, const FieldDef& field) {
     if (!shared->hasLocalTable(table)) {
         throw itemNotFound();
     }
-    QString column = quoteName(field.name) + QLatin1Char(' ') + declaredType(field.type, field.size);
+    QString column =
+        quoteName(field.name) + QLatin1Char(' ') + declaredType(field.type, field.size);
     if (isTextType(field.type)) {
         column += QStringLiteral(" COLLATE NOCASE");
     }
@@ -216,8 +228,9 @@ void Database::deleteQueryDef(const QString& name) {
 }
 
 QStringList Database::queryDefNames() const {
-    Statement query(connection()->db(),
-                    QStringLiteral("SELECT name FROM main.sqlite_master WHERE type = 'view' ORDER BY name"));
+    Statement query(
+        connection()->db(),
+        QStringLiteral("SELECT name FROM main.sqlite_master WHERE type = 'view' ORDER BY name"));
     QStringList names;
     while (query.step()) {
         names << query.text(0);

@@ -29,7 +29,7 @@ struct TableDef {
 
 // An open database of the default workspace. A light handle: copies share the connection.
 class Database {
-public:
+  public:
     Database() = default;
     explicit Database(std::shared_ptr<Connection> connection);
 
@@ -59,7 +59,7 @@ public:
     void deleteQueryDef(const QString& name);
     QStringList queryDefNames() const;
 
-private:
+  private:
     std::shared_ptr<Connection> connection_;
 };
 

@@ -42,15 +42,21 @@ void Recordset::requireOpen() const {
     }
 }
 
-bool Recordset::bof() const { return !order_ || order_->ids.isEmpty() || position_ < 0; }
+bool Recordset::bof() const {
+    return !order_ || order_->ids.isEmpty() || position_ < 0;
+}
 
 bool Recordset::eof() const {
     return !order_ || order_->ids.isEmpty() || position_ >= order_->ids.size();
 }
 
-int Recordset::recordCount() const { return order_ ? static_cast<int>(order_->ids.size()) : 0; }
+int Recordset::recordCount() const {
+    return order_ ? static_cast<int>(order_->ids.size()) : 0;
+}
 
-int Recordset::absolutePosition() const { return (bof() || eof()) ? -1 : position_; }
+int Recordset::absolutePosition() const {
+    return (bof() || eof()) ? -1 : position_;
+}
 
 void Recordset::moveTo(int position) {
     position_ = position;
@@ -119,14 +125,16 @@ void Recordset::findFirst(const QString& criterion) {
     requireOpen();
     const int found = findIn(0, 1, criterion);
     noMatch_ = found < 0;
-    if (!noMatch_) moveTo(found);
+    if (!noMatch_)
+        moveTo(found);
 }
 
 void Recordset::findLast(const QString& criterion) {
     requireOpen();
     const int found = findIn(recordCount() - 1, -1, criterion);
     noMatch_ = found < 0;
-    if (!noMatch_) moveTo(found);
+    if (!noMatch_)
+        moveTo(found);
 }
 
 void Recordset::findNext(const QString& criterion) {
@@ -134,7 +142,8 @@ void Recordset::findNext(const QString& criterion) {
     const int start = currentDeleted_ ? position_ : position_ + 1;
     const int found = findIn(std::max(start, 0), 1, criterion);
     noMatch_ = found < 0;
-    if (!noMatch_) moveTo(found);
+    if (!noMatch_)
+        moveTo(found);
 }
 
 void Recordset::findPrevious(const QString& criterion) {
@@ -142,10 +151,13 @@ void Recordset::findPrevious(const QString& criterion) {
     const int start = std::min(position_ - 1, recordCount() - 1);
     const int found = start < 0 ? -1 : findIn(start, -1, criterion);
     noMatch_ = found < 0;
-    if (!noMatch_) moveTo(found);
+    if (!noMatch_)
+        moveTo(found);
 }
 
-int Recordset::fieldCount() const { return snapshot_ ? static_cast<int>(snapshot_->fields().size()) : 0; }
+int Recordset::fieldCount() const {
+    return snapshot_ ? static_cast<int>(snapshot_->fields().size()) : 0;
+}
 
 const FieldInfo& Recordset::field(int index) const {
     requireOpen();
@@ -162,12 +174,15 @@ int Recordset::fieldIndex(const QString& name) const {
 static int requireField(const Recordset& rs, const QString& name) {
     const int index = rs.fieldIndex(name);
     if (index < 0) {
-        throw JetError(jet::kItemNotFound, QStringLiteral("Item '%1' not found in this collection.").arg(name));
+        throw JetError(jet::kItemNotFound,
+                       QStringLiteral("Item '%1' not found in this collection.").arg(name));
     }
     return index;
 }
 
-QVariant Recordset::value(const QString& name) const { return value(requireField(*this, name)); }
+QVariant Recordset::value(const QString& name) const {
+    return value(requireField(*this, name));
+}
 
 void Recordset::requireCurrentRow() const {
     requireOpen();
@@ -214,7 +229,8 @@ void Recordset::setValue(int index, const QVariant& value) {
 void Recordset::addNew() {
     requireOpen();
     if (!snapshot_->updatable()) {
-        throw JetError(jet::kReadOnly, QStringLiteral("Cannot update. Database or object is read-only."));
+        throw JetError(jet::kReadOnly,
+                       QStringLiteral("Cannot update. Database or object is read-only."));
     }
     buffer_ = QVector<QVariant>(fieldCount());
     changed_ = QVector<bool>(fieldCount(), false);
@@ -224,7 +240,8 @@ void Recordset::addNew() {
 void Recordset::edit() {
     requireCurrentRow();
     if (!snapshot_->updatable()) {
-        throw JetError(jet::kReadOnly, QStringLiteral("Cannot update. Database or object is read-only."));
+        throw JetError(jet::kReadOnly,
+                       QStringLiteral("Cannot update. Database or object is read-only."));
     }
     buffer_ = snapshot_->row(order_->ids[position_]);
     changed_ = QVector<bool>(fieldCount(), false);
@@ -264,7 +281,8 @@ void Recordset::cancelUpdate() {
 void Recordset::remove() {
     requireCurrentRow();
     if (!snapshot_->updatable()) {
-        throw JetError(jet::kReadOnly, QStringLiteral("Cannot update. Database or object is read-only."));
+        throw JetError(jet::kReadOnly,
+                       QStringLiteral("Cannot update. Database or object is read-only."));
     }
     snapshot_->deleteRow(order_->ids[position_]);
     order_->ids.removeAt(position_);
@@ -319,7 +337,8 @@ void Recordset::requery() {
     const QString select = snapshot_->select();
     std::shared_ptr<Connection> connection = snapshot_->sharedConnection();
     snapshot_.reset();
-    snapshot_ = std::make_shared<Snapshot>(std::move(connection), select, type_ != RecordsetType::Snapshot);
+    snapshot_ =
+        std::make_shared<Snapshot>(std::move(connection), select, type_ != RecordsetType::Snapshot);
     order_ = std::make_shared<RowOrder>();
     order_->ids = snapshot_->ids();
     moveTo(order_->ids.isEmpty() ? -1 : 0);

@@ -21,7 +21,7 @@ struct FieldInfo {
     QString originTable;   // table of the file the value comes from, empty for expressions
     QString originColumn;  // column in that table
     FieldType type = FieldType::Text;
-    int ridColumn = -1;    // column of the snapshot holding the row id of originTable, -1 if none
+    int ridColumn = -1;  // column of the snapshot holding the row id of originTable, -1 if none
 };
 
 using Bookmark = qint64;
@@ -32,7 +32,7 @@ using Bookmark = qint64;
 // tables and of joins whose tables' row ids can be traced are updatable: changes go to the tables
 // the columns come from, in one transaction per update.
 class Recordset {
-public:
+  public:
     Recordset();  // closed: no rows, BOF and EOF
     ~Recordset();
     Recordset(const Recordset&) = delete;
@@ -100,7 +100,7 @@ public:
     Recordset openRecordset() const;  // the same rows, in the sort order when one is set
     void requery();
 
-private:
+  private:
     void requireCurrentRow() const;
     void requireOpen() const;
     int findIn(int from, int step, const QString& criterion) const;

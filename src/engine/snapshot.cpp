@@ -16,7 +16,9 @@ namespace {
 
 constexpr int kCacheLimit = 1024;
 
-QString ridColumnName(int index) { return QStringLiteral("__rid%1").arg(index); }
+QString ridColumnName(int index) {
+    return QStringLiteral("__rid%1").arg(index);
+}
 
 // Statements that fold rows together cannot be traced back to single base rows.
 bool foldsRows(const QString& select) {
@@ -56,7 +58,8 @@ Snapshot::Snapshot(std::shared_ptr<Connection> connection, const QString& select
 Snapshot::~Snapshot() {
     if (connection_->isOpen()) {
         try {
-            execSqlite(connection_->db(), QStringLiteral("DROP TABLE IF EXISTS temp.%1").arg(table_));
+            execSqlite(connection_->db(),
+                       QStringLiteral("DROP TABLE IF EXISTS temp.%1").arg(table_));
         } catch (const JetError&) {
             // The connection is closing; its temporary tables go with it.
         }
@@ -82,7 +85,8 @@ void Snapshot::readFields(const QString& select) {
         }
         byName_.insert(column.toLower(), i);
         if (!field.originTable.isEmpty()) {
-            byName_.insert((field.originTable + QLatin1Char('.') + field.originColumn).toLower(), i);
+            byName_.insert((field.originTable + QLatin1Char('.') + field.originColumn).toLower(),
+                           i);
         }
         columns_ << column;
         fields_ << field;
@@ -133,10 +137,13 @@ void Snapshot::createTable(const QString& select) {
     }
     sqlite3* db = connection_->db();
     execSqlite(db, QStringLiteral("CREATE TEMP TABLE %1 (%2)").arg(table_, definitions.join(", ")));
-    execSqlite(db, QStringLiteral("INSERT INTO temp.%1 (%2) %3").arg(table_, inserted.join(", "), select));
+    execSqlite(
+        db, QStringLiteral("INSERT INTO temp.%1 (%2) %3").arg(table_, inserted.join(", "), select));
 }
 
-int Snapshot::fieldIndex(const QString& name) const { return byName_.value(name.toLower(), -1); }
+int Snapshot::fieldIndex(const QString& name) const {
+    return byName_.value(name.toLower(), -1);
+}
 
 QString Snapshot::fromClause() const {
     // A snapshot of one table answers to that table's name too ("TempSource.Length").
@@ -153,7 +160,8 @@ QVector<qint64> Snapshot::ids(const QString& jetOrderBy) const {
     if (jetOrderBy.trimmed().isEmpty()) {
         sql += QStringLiteral("__id");
     } else {
-        const QString order = translateJetSql(QStringLiteral("SELECT 1 FROM x ORDER BY ") + jetOrderBy).sql;
+        const QString order =
+            translateJetSql(QStringLiteral("SELECT 1 FROM x ORDER BY ") + jetOrderBy).sql;
         const int at = order.indexOf(QStringLiteral("ORDER BY"), 0, Qt::CaseInsensitive);
         sql += order.mid(at + 8) + QStringLiteral(", __id");
     }
@@ -185,8 +193,9 @@ QVector<QVariant> Snapshot::row(qint64 id) const {
     for (const QString& column : columns_) {
         names << quoteName(column);
     }
-    Statement statement(connection_->db(), QStringLiteral("SELECT %1 FROM temp.%2 WHERE __id = ?")
-                                               .arg(names.join(", "), table_));
+    Statement statement(
+        connection_->db(),
+        QStringLiteral("SELECT %1 FROM temp.%2 WHERE __id = ?").arg(names.join(", "), table_));
     statement.bind(1, id);
     QVector<QVariant> values;
     if (statement.step()) {
@@ -207,7 +216,8 @@ qint64 Snapshot::baseRowId(qint64 id, int ridColumn) const {
                                                .arg(ridColumnName(ridColumn), table_));
     statement.bind(1, id);
     if (!statement.step() || statement.isNull(0)) {
-        throw JetError(jet::kReadOnly, QStringLiteral("Cannot update. Database or object is read-only."));
+        throw JetError(jet::kReadOnly,
+                       QStringLiteral("Cannot update. Database or object is read-only."));
     }
     return statement.int64(0);
 }
@@ -249,8 +259,9 @@ void Snapshot::updateRow(qint64 id, const QVector<QVariant>& values, const QVect
             continue;
         }
         const qint64 rid = baseRowId(id, t);
-        Statement statement(connection_->db(), QStringLiteral("UPDATE main.%1 SET %2 WHERE rowid = ?")
-                                                   .arg(quoteName(ridTables_[t]), assignments.join(", ")));
+        Statement statement(connection_->db(),
+                            QStringLiteral("UPDATE main.%1 SET %2 WHERE rowid = ?")
+                                .arg(quoteName(ridTables_[t]), assignments.join(", ")));
         for (int b = 0; b < bound.size(); ++b) {
             statement.bind(b + 1, bound[b]);
         }
@@ -260,7 +271,8 @@ void Snapshot::updateRow(qint64 id, const QVector<QVariant>& values, const QVect
     }
     for (int i = 0; i < fields_.size(); ++i) {
         if (changed[i] && fields_[i].ridColumn < 0) {
-            throw JetError(jet::kReadOnly, QStringLiteral("Field '%1' is not updatable.").arg(fields_[i].name));
+            throw JetError(jet::kReadOnly,
+                           QStringLiteral("Field '%1' is not updatable.").arg(fields_[i].name));
         }
     }
     transaction.commit();
@@ -285,8 +297,9 @@ qint64 Snapshot::insertRow(const QVector<QVariant>& values, const QVector<bool>&
             continue;
         }
         QStringList marks(columns.size(), QStringLiteral("?"));
-        Statement statement(db, QStringLiteral("INSERT INTO main.%1 (%2) VALUES (%3)")
-                                    .arg(quoteName(ridTables_[t]), columns.join(", "), marks.join(", ")));
+        Statement statement(
+            db, QStringLiteral("INSERT INTO main.%1 (%2) VALUES (%3)")
+                    .arg(quoteName(ridTables_[t]), columns.join(", "), marks.join(", ")));
         for (int b = 0; b < bound.size(); ++b) {
             statement.bind(b + 1, bound[b]);
         }
@@ -296,7 +309,8 @@ qint64 Snapshot::insertRow(const QVector<QVariant>& values, const QVector<bool>&
     }
     if (!any && !ridTables_.isEmpty()) {
         // A new row with no field set still becomes a row of the first table (its defaults).
-        execSqlite(db, QStringLiteral("INSERT INTO main.%1 DEFAULT VALUES").arg(quoteName(ridTables_[0])));
+        execSqlite(
+            db, QStringLiteral("INSERT INTO main.%1 DEFAULT VALUES").arg(quoteName(ridTables_[0])));
         refreshFromBase(id, ridTables_[0], sqlite3_last_insert_rowid(db));
     }
     transaction.commit();
@@ -312,15 +326,18 @@ void Snapshot::deleteRow(qint64 id) {
         }
     }
     if (table < 0) {
-        throw JetError(jet::kReadOnly, QStringLiteral("Cannot update. Database or object is read-only."));
+        throw JetError(jet::kReadOnly,
+                       QStringLiteral("Cannot update. Database or object is read-only."));
     }
     ScopedTransaction transaction(connection_->db());
     const qint64 rid = baseRowId(id, table);
-    Statement remove(connection_->db(),
-                     QStringLiteral("DELETE FROM main.%1 WHERE rowid = ?").arg(quoteName(ridTables_[table])));
+    Statement remove(
+        connection_->db(),
+        QStringLiteral("DELETE FROM main.%1 WHERE rowid = ?").arg(quoteName(ridTables_[table])));
     remove.bind(1, rid);
     remove.exec();
-    Statement forget(connection_->db(), QStringLiteral("DELETE FROM temp.%1 WHERE __id = ?").arg(table_));
+    Statement forget(connection_->db(),
+                     QStringLiteral("DELETE FROM temp.%1 WHERE __id = ?").arg(table_));
     forget.bind(1, id);
     forget.exec();
     cache_.remove(id);

@@ -24,7 +24,7 @@ struct RowOrder {
 // snapshot, dropped with it). Besides the statement's columns, the table keeps the row ids of
 // the base tables the columns come from, so changes can be written back.
 class Snapshot {
-public:
+  public:
     Snapshot(std::shared_ptr<Connection> connection, const QString& select, bool updatable);
     ~Snapshot();
 
@@ -46,7 +46,7 @@ public:
     qint64 insertRow(const QVector<QVariant>& values, const QVector<bool>& changed);
     void deleteRow(qint64 id);
 
-private:
+  private:
     void readFields(const QString& select);
     QString injectRowIds(const QString& select, const QStringList& tables) const;
     void createTable(const QString& select);

@@ -20,13 +20,14 @@ QString firstQuoted(const QString& message, const QString& after) {
 JetError translateError(int rc, const QString& message, const QString& context) {
     const int primary = rc & 0xff;
     if (rc == SQLITE_CONSTRAINT_UNIQUE || rc == SQLITE_CONSTRAINT_PRIMARYKEY) {
-        return JetError(jet::kDuplicateValue,
-                        QStringLiteral("The changes you requested to the table were not successful "
-                                       "because they would create duplicate values in the index, "
-                                       "primary key, or relationship. Change the data in the field "
-                                       "or fields that contain duplicate data, remove the index, or "
-                                       "redefine the index to permit duplicate entries and try "
-                                       "again."));
+        return JetError(
+            jet::kDuplicateValue,
+            QStringLiteral("The changes you requested to the table were not successful "
+                           "because they would create duplicate values in the index, "
+                           "primary key, or relationship. Change the data in the field "
+                           "or fields that contain duplicate data, remove the index, or "
+                           "redefine the index to permit duplicate entries and try "
+                           "again."));
     }
     if (rc == SQLITE_CONSTRAINT_NOTNULL) {
         const QString field = firstQuoted(message, QStringLiteral("failed:")).section('.', -1);
@@ -73,7 +74,8 @@ JetError translateError(int rc, const QString& message, const QString& context) 
         case SQLITE_CONSTRAINT:
             return JetError(jet::kDuplicateValue, message);
         case SQLITE_ERROR:
-            return JetError(jet::kSyntaxError, QStringLiteral("Syntax error in query. (%1)").arg(message));
+            return JetError(jet::kSyntaxError,
+                            QStringLiteral("Syntax error in query. (%1)").arg(message));
         default:
             return JetError(jet::kGeneral, message);
     }
@@ -83,8 +85,8 @@ JetError translateError(int rc, const QString& message, const QString& context) 
 
 void throwSqliteError(sqlite3* db, int rc, const QString& context) {
     const int extended = db != nullptr ? sqlite3_extended_errcode(db) : rc;
-    const QString message =
-        db != nullptr ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(rc));
+    const QString message = db != nullptr ? QString::fromUtf8(sqlite3_errmsg(db))
+                                          : QString::fromUtf8(sqlite3_errstr(rc));
     throw translateError(extended != 0 ? extended : rc, message, context);
 }
 
@@ -104,8 +106,8 @@ QString quoteName(const QString& name) {
 
 Statement::Statement(sqlite3* db, const QString& sql) : db_(db) {
     const QByteArray utf8 = sql.toUtf8();
-    const int rc = sqlite3_prepare_v2(db, utf8.constData(), static_cast<int>(utf8.size()), &stmt_,
-                                      nullptr);
+    const int rc =
+        sqlite3_prepare_v2(db, utf8.constData(), static_cast<int>(utf8.size()), &stmt_, nullptr);
     if (rc != SQLITE_OK) {
         throwSqliteError(db, rc);
     }
@@ -114,7 +116,9 @@ Statement::Statement(sqlite3* db, const QString& sql) : db_(db) {
     }
 }
 
-Statement::~Statement() { sqlite3_finalize(stmt_); }
+Statement::~Statement() {
+    sqlite3_finalize(stmt_);
+}
 
 void Statement::bind(int index, const QVariant& value) {
     int rc = SQLITE_OK;
@@ -140,20 +144,20 @@ void Statement::bind(int index, const QVariant& value) {
                 break;
             case QMetaType::QDate: {
                 const QByteArray text = isoDateText(value.toDate()).toUtf8();
-                rc = sqlite3_bind_text(stmt_, index, text.constData(), static_cast<int>(text.size()),
-                                       SQLITE_TRANSIENT);
+                rc = sqlite3_bind_text(stmt_, index, text.constData(),
+                                       static_cast<int>(text.size()), SQLITE_TRANSIENT);
                 break;
             }
             case QMetaType::QDateTime: {
                 const QByteArray text = isoDateText(value.toDateTime()).toUtf8();
-                rc = sqlite3_bind_text(stmt_, index, text.constData(), static_cast<int>(text.size()),
-                                       SQLITE_TRANSIENT);
+                rc = sqlite3_bind_text(stmt_, index, text.constData(),
+                                       static_cast<int>(text.size()), SQLITE_TRANSIENT);
                 break;
             }
             default: {
                 const QByteArray text = value.toString().toUtf8();
-                rc = sqlite3_bind_text(stmt_, index, text.constData(), static_cast<int>(text.size()),
-                                       SQLITE_TRANSIENT);
+                rc = sqlite3_bind_text(stmt_, index, text.constData(),
+                                       static_cast<int>(text.size()), SQLITE_TRANSIENT);
             }
         }
     }
@@ -185,9 +189,13 @@ void Statement::exec() {
     }
 }
 
-int Statement::columnCount() const { return sqlite3_column_count(stmt_); }
+int Statement::columnCount() const {
+    return sqlite3_column_count(stmt_);
+}
 
-static QString fromUtf8(const char* text) { return text ? QString::fromUtf8(text) : QString(); }
+static QString fromUtf8(const char* text) {
+    return text ? QString::fromUtf8(text) : QString();
+}
 
 QString Statement::columnName(int column) const {
     return fromUtf8(sqlite3_column_name(stmt_, column));
@@ -207,7 +215,9 @@ QString Statement::columnDatabase(int column) const {
 bool Statement::isNull(int column) const {
     return sqlite3_column_type(stmt_, column) == SQLITE_NULL;
 }
-qint64 Statement::int64(int column) const { return sqlite3_column_int64(stmt_, column); }
+qint64 Statement::int64(int column) const {
+    return sqlite3_column_int64(stmt_, column);
+}
 
 QString Statement::text(int column) const {
     const auto* data = reinterpret_cast<const char*>(sqlite3_column_text(stmt_, column));
@@ -216,10 +226,14 @@ QString Statement::text(int column) const {
 
 QVariant Statement::rawValue(int column) const {
     switch (sqlite3_column_type(stmt_, column)) {
-        case SQLITE_NULL: return QVariant();
-        case SQLITE_INTEGER: return QVariant(static_cast<qlonglong>(int64(column)));
-        case SQLITE_FLOAT: return QVariant(sqlite3_column_double(stmt_, column));
-        default: return QVariant(text(column));
+        case SQLITE_NULL:
+            return QVariant();
+        case SQLITE_INTEGER:
+            return QVariant(static_cast<qlonglong>(int64(column)));
+        case SQLITE_FLOAT:
+            return QVariant(sqlite3_column_double(stmt_, column));
+        default:
+            return QVariant(text(column));
     }
 }
 
@@ -253,8 +267,10 @@ QVariant Statement::value(int column, FieldType type) const {
         return raw;
     }
     switch (type) {
-        case FieldType::YesNo: return QVariant(raw.toLongLong() != 0);
-        case FieldType::Date: return readDate(raw);
+        case FieldType::YesNo:
+            return QVariant(raw.toLongLong() != 0);
+        case FieldType::Date:
+            return readDate(raw);
         case FieldType::Byte:
         case FieldType::Integer:
         case FieldType::Long:
@@ -293,13 +309,16 @@ QVariant coerceForField(const QVariant& value, FieldType type) {
         case FieldType::YesNo: {
             if (isText) {
                 const QString t = value.toString().trimmed().toLower();
-                if (t == QLatin1String("true") || t == QLatin1String("yes") || t == QLatin1String("-1"))
+                if (t == QLatin1String("true") || t == QLatin1String("yes") ||
+                    t == QLatin1String("-1"))
                     return true;
-                if (t == QLatin1String("false") || t == QLatin1String("no") || t == QLatin1String("0"))
+                if (t == QLatin1String("false") || t == QLatin1String("no") ||
+                    t == QLatin1String("0"))
                     return false;
                 bool ok = false;
                 const double number = t.toDouble(&ok);
-                if (!ok) throw fail();
+                if (!ok)
+                    throw fail();
                 return number != 0;
             }
             return value.toDouble() != 0;
@@ -318,21 +337,25 @@ QVariant coerceForField(const QVariant& value, FieldType type) {
         case FieldType::Integer:
         case FieldType::Long:
         case FieldType::Counter: {
-            if (value.typeId() == QMetaType::Bool) return value.toBool() ? -1 : 0;
+            if (value.typeId() == QMetaType::Bool)
+                return value.toBool() ? -1 : 0;
             bool ok = false;
-            const double number = isText ? value.toString().trimmed().toDouble(&ok)
-                                         : (ok = true, value.toDouble());
-            if (!ok) throw fail();
+            const double number =
+                isText ? value.toString().trimmed().toDouble(&ok) : (ok = true, value.toDouble());
+            if (!ok)
+                throw fail();
             return static_cast<qlonglong>(std::nearbyint(number));
         }
         case FieldType::Single:
         case FieldType::Double:
         case FieldType::Currency: {
-            if (value.typeId() == QMetaType::Bool) return value.toBool() ? -1.0 : 0.0;
+            if (value.typeId() == QMetaType::Bool)
+                return value.toBool() ? -1.0 : 0.0;
             bool ok = false;
-            const double number = isText ? value.toString().trimmed().toDouble(&ok)
-                                         : (ok = true, value.toDouble());
-            if (!ok) throw fail();
+            const double number =
+                isText ? value.toString().trimmed().toDouble(&ok) : (ok = true, value.toDouble());
+            if (!ok)
+                throw fail();
             return number;
         }
     }

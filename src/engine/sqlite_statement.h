@@ -19,7 +19,7 @@ QString quoteName(const QString& name);
 
 // A prepared SQLite statement, finalized with the object.
 class Statement {
-public:
+  public:
     Statement(sqlite3* db, const QString& sql);
     ~Statement();
     Statement(const Statement&) = delete;
@@ -45,7 +45,7 @@ public:
     QVariant rawValue(int column) const;
     sqlite3_stmt* handle() const { return stmt_; }
 
-private:
+  private:
     sqlite3* db_;
     sqlite3_stmt* stmt_ = nullptr;
 };

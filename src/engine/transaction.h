@@ -11,7 +11,7 @@ class Database;
 // One step of the user, one transaction: a savepoint that is rolled back unless committed.
 // Nests inside an outer transaction.
 class ScopedTransaction {
-public:
+  public:
     explicit ScopedTransaction(sqlite3* db);
     explicit ScopedTransaction(const Database& database);
     ~ScopedTransaction();
@@ -19,7 +19,7 @@ public:
     ScopedTransaction& operator=(const ScopedTransaction&) = delete;
     void commit();
 
-private:
+  private:
     sqlite3* db_;
     QString name_;
     bool done_ = false;

@@ -56,17 +56,14 @@ void Workspace::compactDatabase(const QString& source, const QString& destinatio
 
 void Workspace::repairDatabase(const QString& path) {
     std::shared_ptr<Connection> connection = Connection::open(path, false);
-    const auto check = [&] {
-        Statement statement(connection->db(), QStringLiteral("PRAGMA integrity_check"));
-        return statement.step() && statement.text(0) == QLatin1String("ok");
-    };
-    if (check()) {
-        return;
-    }
+    // Indexes are rebuilt in any case: one written by another program may order text by other
+    // rules than the engine's.
     execSqlite(connection->db(), QStringLiteral("REINDEX"));
-    if (!check()) {
-        throw JetError(jet::kNotADatabase,
-                       QStringLiteral("The database '%1' is damaged and cannot be repaired.").arg(path));
+    Statement check(connection->db(), QStringLiteral("PRAGMA integrity_check"));
+    if (!check.step() || check.text(0) != QLatin1String("ok")) {
+        throw JetError(
+            jet::kNotADatabase,
+            QStringLiteral("The database '%1' is damaged and cannot be repaired.").arg(path));
     }
 }
 

@@ -9,7 +9,7 @@ namespace engine {
 
 // The default workspace: opens databases and works on database files.
 class Workspace {
-public:
+  public:
     static Workspace& defaultWorkspace();
 
     // Opens a database file; a file the engine reads only through the foreign table reader (an
@@ -25,7 +25,7 @@ public:
     // the file is no database or cannot be made whole.
     static void repairDatabase(const QString& path);
 
-private:
+  private:
     std::vector<Database> opened_;
 };
 

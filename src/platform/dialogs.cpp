@@ -15,6 +15,8 @@ bool Dialogs::askYesNo(const QString& text, MessageAnswer defaultAnswer) {
                     defaultAnswer}) == MessageAnswer::Yes;
 }
 
-QStringList splitFilter(const QString& filter) { return filter.split(QLatin1Char('|')); }
+QStringList splitFilter(const QString& filter) {
+    return filter.split(QLatin1Char('|'));
+}
 
 }  // namespace platform

@@ -21,17 +21,17 @@ struct MessageRequest {
 
 struct FileRequest {
     QString title;
-    QString filter;         // "MS Access Files (*.mdb)|*.mdb": description and pattern pairs
-    int filterIndex = 1;    // 1-based, as the filter pairs are counted
-    QString initialFolder;  // empty: the dialog's own choice
-    QString fileName;       // preset file name
+    QString filter;            // "MS Access Files (*.mdb)|*.mdb": description and pattern pairs
+    int filterIndex = 1;       // 1-based, as the filter pairs are counted
+    QString initialFolder;     // empty: the dialog's own choice
+    QString fileName;          // preset file name
     bool mayNotExist = false;  // accept a name of a file that does not exist yet
 };
 
 // Every message box, file dialog and font dialog of the program goes through this interface,
 // so that the logic can be driven by tests that answer by script.
 class Dialogs {
-public:
+  public:
     virtual ~Dialogs() = default;
     virtual MessageAnswer message(const MessageRequest& request) = 0;
     // The chosen file, or nothing when the user cancelled.

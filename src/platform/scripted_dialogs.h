@@ -10,7 +10,7 @@ namespace platform {
 // Answers dialogs from a script and records what was asked. Used by tests and by the
 // screenshot mode, where no person sits in front of the program.
 class ScriptedDialogs : public Dialogs {
-public:
+  public:
     MessageAnswer message(const MessageRequest& request) override;
     std::optional<QString> openFile(const FileRequest& request) override;
     std::optional<QFont> chooseFont(const QString& title, const QFont& initial) override;
@@ -23,10 +23,12 @@ public:
 
     const std::vector<MessageRequest>& messages() const { return messages_; }
     const std::vector<FileRequest>& fileRequests() const { return fileRequests_; }
-    QString lastMessageText() const { return messages_.empty() ? QString() : messages_.back().text; }
+    QString lastMessageText() const {
+        return messages_.empty() ? QString() : messages_.back().text;
+    }
     void clear();
 
-private:
+  private:
     std::deque<MessageAnswer> messageAnswers_;
     std::deque<std::optional<QString>> fileAnswers_;
     std::deque<std::optional<QFont>> fontAnswers_;

@@ -8,38 +8,18 @@
 #include "engine/jet_error.h"
 #include "engine/workspace.h"
 #include "platform/program_folder.h"
+#include "platform/split_path.h"
 
 namespace shell {
 
-const QString kNotACompilationDatabase =
-    QStringLiteral("Wrong Database structure. This is not a compilation database.\r\n"
-                   "Maybe it's the Albumory database?\r\n"
-                   "Solution: open an existing compilation database or create a new one.");
+const QString kNotACompilationDatabase = QStringLiteral(
+    "Wrong Database structure. This is not a compilation database.\r\n"
+    "Maybe it's the Albumory database?\r\n"
+    "Solution: open an existing compilation database or create a new one.");
 
-namespace {
-bool isSeparator(QChar c) { return c == QLatin1Char('\\') || c == QLatin1Char('/'); }
-}  // namespace
-
-SplitPath splitPath(const QString& path) {
-    QString withoutExtension = path;
-    for (qsizetype i = path.size() - 1; i >= 0; --i) {
-        if (isSeparator(path[i])) {
-            break;
-        }
-        if (path[i] == QLatin1Char('.')) {
-            withoutExtension = path.left(i);
-            break;
-        }
-    }
-    for (qsizetype i = withoutExtension.size() - 1; i >= 0; --i) {
-        if (isSeparator(withoutExtension[i])) {
-            return {withoutExtension.left(i + 1), withoutExtension.mid(i + 1)};
-        }
-    }
-    return {withoutExtension, QString()};
+QString templatePath() {
+    return platform::programFolder() + QStringLiteral("/template.mdb");
 }
-
-QString templatePath() { return platform::programFolder() + QStringLiteral("/template.mdb"); }
 
 void createFromTemplate(const QString& path) {
     engine::Workspace::compactDatabase(templatePath(), path);
@@ -60,7 +40,7 @@ bool hasCompilationStructure(const QString& path) {
 }
 
 QString compactionTempPath(const QString& path) {
-    const SplitPath parts = splitPath(path);
+    const platform::SplitPath parts = platform::splitPath(path);
     return parts.folder + parts.baseName + QStringLiteral(".$$$");
 }
 

@@ -20,10 +20,11 @@ const QString kCompilation = QStringLiteral(
     "ORDER BY Compilation.Name");
 
 QString compilationTrack(const QString& id) {
-    return QStringLiteral("SELECT Compilation.*, CompilationTrack.* "
-                          "FROM   Compilation LEFT JOIN CompilationTrack ON "
-                          "       Compilation.CompilationID_P = CompilationTrack.CompilationID_F1 "
-                          "WHERE  CompilationTrack.CompilationID_F1 = ") +
+    return QStringLiteral(
+               "SELECT Compilation.*, CompilationTrack.* "
+               "FROM   Compilation LEFT JOIN CompilationTrack ON "
+               "       Compilation.CompilationID_P = CompilationTrack.CompilationID_F1 "
+               "WHERE  CompilationTrack.CompilationID_F1 = ") +
            id + QStringLiteral(" ORDER BY Compilation.Name, CompilationTrack.TrackNo ");
 }
 
@@ -64,10 +65,14 @@ bool takesId(const QString& kind) {
 QString standardStatement(const QString& kind, std::optional<qint64> compilationId) {
     const QString lower = kind.toLower();
     const QString id = compilationId ? QString::number(*compilationId) : QString();
-    if (lower == QLatin1String("compilation")) return kCompilation;
-    if (lower == QLatin1String("compilationtrack")) return compilationTrack(id);
-    if (lower == QLatin1String("albumneeded")) return albumNeeded(id);
-    if (lower == QLatin1String("songoncompilation")) return kSongOnCompilation;
+    if (lower == QLatin1String("compilation"))
+        return kCompilation;
+    if (lower == QLatin1String("compilationtrack"))
+        return compilationTrack(id);
+    if (lower == QLatin1String("albumneeded"))
+        return albumNeeded(id);
+    if (lower == QLatin1String("songoncompilation"))
+        return kSongOnCompilation;
     return QString();
 }
 
@@ -81,7 +86,9 @@ void setRecordSource(const QString& kind, DataControl* compilationControl, DataC
     std::optional<qint64> id;
     if (takesId(lower) && compilationControl != nullptr) {
         try {
-            id = compilationControl->recordset().value(QStringLiteral("CompilationID_P")).toLongLong();
+            id = compilationControl->recordset()
+                     .value(QStringLiteral("CompilationID_P"))
+                     .toLongLong();
         } catch (const engine::JetError&) {
             // No current compilation: the statement ends without an id, as the step is skipped.
         }

@@ -13,7 +13,7 @@ namespace store {
 // to it follow its current row. Windows refresh it after changing the record source.
 class DataControl : public QObject {
     Q_OBJECT
-public:
+  public:
     explicit DataControl(QObject* parent = nullptr) : QObject(parent) {}
 
     void setDatabase(const engine::Database& database) { database_ = database; }
@@ -35,11 +35,11 @@ public:
     void notifyCurrentChanged() { emit currentChanged(); }
     void notifyRowsChanged() { emit refreshed(); }
 
-signals:
+  signals:
     void refreshed();
     void currentChanged();
 
-private:
+  private:
     engine::Database database_;
     QString databaseName_;
     QString recordSource_;

@@ -1,1 +1,14 @@
 #include "support/temp_dir.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace testsupport {
+
+QString TempDir::tempBase() {
+    const QFileInfo shm(QStringLiteral("/dev/shm"));
+    const QString base = shm.isDir() && shm.isWritable() ? shm.filePath() : QDir::tempPath();
+    return base + QStringLiteral("/mixorama-test-XXXXXX");
+}
+
+}  // namespace testsupport

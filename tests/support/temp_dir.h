@@ -7,12 +7,14 @@ namespace testsupport {
 
 // A temporary folder removed with the test; file() names a file inside it.
 class TempDir {
-public:
+  public:
     QString path() const { return dir_.path(); }
     QString file(const QString& name) const { return dir_.filePath(name); }
 
-private:
-    QTemporaryDir dir_;
+  private:
+    // Under /dev/shm when there is one: tests then wait for no disk.
+    QTemporaryDir dir_{tempBase()};
+    static QString tempBase();
 };
 
 }  // namespace testsupport

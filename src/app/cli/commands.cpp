@@ -27,10 +27,14 @@ QString cellText(const QVariant& value) {
         return QString();
     }
     switch (value.typeId()) {
-        case QMetaType::Bool: return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
-        case QMetaType::QDate: return engine::isoDateText(value.toDate());
-        case QMetaType::QDateTime: return engine::isoDateText(value.toDateTime());
-        case QMetaType::Double: return QString::number(value.toDouble(), 'g', 15);
+        case QMetaType::Bool:
+            return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+        case QMetaType::QDate:
+            return engine::isoDateText(value.toDate());
+        case QMetaType::QDateTime:
+            return engine::isoDateText(value.toDateTime());
+        case QMetaType::Double:
+            return QString::number(value.toDouble(), 'g', 15);
         default: {
             QString text = value.toString();
             text.replace(QLatin1Char('\t'), QLatin1Char(' '));

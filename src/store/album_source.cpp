@@ -1,0 +1,191 @@
+#include "store/album_source.h"
+
+#include <QSettings>
+
+#include "engine/database.h"
+#include "engine/jet_error.h"
+#include "engine/transaction.h"
+#include "platform/dialogs.h"
+#include "platform/split_path.h"
+
+namespace store {
+
+const QString kNotAnAlbumDatabase = QStringLiteral(
+    "Wrong Database structure. This is not a Albumory database.\r\n"
+    "Maybe it's the Compilation database?\r\n"
+    "Solution: open an existing Albumory database.");
+
+namespace {
+
+const QString kRatingTable = QStringLiteral("TrackRating");
+
+QSettings parameterSettings() {
+    return QSettings(QStringLiteral("Mixorama"), QStringLiteral("Mixorama"));
+}
+
+// Ends a connect: the editor cannot get tracks and the album counts as unrated.
+void markConnectFailed(AlbumSourceState& state, EditorConnection& editor) {
+    editor.getTracksEnabled = false;
+    editor.albumConnected = false;
+    state.albumHasRating = false;
+}
+
+void markConnected(EditorConnection& editor) {
+    editor.albumConnected = true;
+    if (editor.isSaved) {
+        editor.getTracksEnabled = true;
+    }
+}
+
+void ignoringErrors(const std::function<void()>& step) {
+    try {
+        step();
+    } catch (const engine::JetError&) {
+        // These steps tolerate what is missing and go on with what exists.
+    }
+}
+
+}  // namespace
+
+const QStringList& albumLinkOrder() {
+    static const QStringList order{"Album",           "Artist",   "Track",      "ArtistAlbumLink",
+                                   "ArtistTrackLink", "Location", "TrackRating"};
+    return order;
+}
+
+QString albumFolderSetting() {
+    QSettings settings = parameterSettings();
+    return settings.value(QStringLiteral("Parameter/AlbumoryPath")).toString();
+}
+
+void setAlbumFolderSetting(const QString& folder) {
+    QSettings settings = parameterSettings();
+    settings.setValue(QStringLiteral("Parameter/AlbumoryPath"), folder);
+}
+
+void connectAlbumDatabase(engine::Database& database, platform::Dialogs& dialogs,
+                          AlbumSourceState& state, EditorConnection& editor) {
+    state.albumHasRating = true;
+    platform::FileRequest request;
+    request.title = QStringLiteral("Connect to Album Database");
+    request.filter = QStringLiteral("MS Access Files (*.mdb)|*.mdb");
+    request.filterIndex = 1;
+    request.initialFolder = albumFolderSetting();
+    const std::optional<QString> chosen = dialogs.openFile(request);
+    if (!chosen) {
+        markConnectFailed(state, editor);
+        return;
+    }
+    try {
+        dropAlbumLinks(database);
+        setAlbumFolderSetting(platform::splitPath(*chosen).folder);
+        state.albumDatabasePath = *chosen;
+        const QString connect = QStringLiteral(";DATABASE=") + state.albumDatabasePath;
+        for (const QString& table : albumLinkOrder()) {
+            database.appendTable(engine::TableDef{table, connect, table, {}});
+        }
+    } catch (const engine::JetError& error) {
+        markConnectFailed(state, editor);
+        if (error.number() != engine::jet::kObjectNotFound) {
+            return;  // anything else ends the connect without a word
+        }
+        if (!error.description().contains(kRatingTable, Qt::CaseInsensitive)) {
+            dialogs.exclamation(kNotAnAlbumDatabase);
+            return;
+        }
+        // No rating table: the album database is fine without it. TrackRating is linked last,
+        // so every other link is in place.
+    }
+    markConnected(editor);
+}
+
+void dropAlbumLinks(engine::Database& database) {
+    QStringList tables{QStringLiteral("TempSource")};
+    tables << "Album"
+           << "Artist"
+           << "Track"
+           << "ArtistAlbumLink"
+           << "ArtistTrackLink"
+           << "TrackRating"
+           << "Location";
+    for (const QString& table : tables) {
+        ignoringErrors([&] { database.deleteTable(table); });
+    }
+    database.refreshTableDefs();
+}
+
+QString tempSourceStatement(bool withRating) {
+    QString sql = QStringLiteral(
+        "SELECT Track.ArtistSort, Artist.Name As PerformerTrack, "
+        "       Track.Title As TitleTrack, Track.Item, Track.Index, "
+        "       Track.Length, Track.Version, Track.Live, Track.RecordedStart, "
+        "       Album.Title As TitleAlbum, Artist_1.Name As PerformerAlbum, "
+        "       Album.ArtistSort As AlbumArtistSort, "
+        "       Track.TrackID As TrackTrackID, Track.AlbumID As TrackAlbumID, ");
+    sql +=
+        withRating
+            ? QStringLiteral("       TrackRating.TrackRating As RatingTrack, Location.Location, ")
+            : QStringLiteral("       Location.Location, ");
+    sql += QStringLiteral(
+        "       ArtistTrackLink.ArtistID, ArtistTrackLink.TrackID "
+        "INTO   TempSource ");
+    sql +=
+        withRating
+            ? QStringLiteral("FROM   (((((Artist INNER JOIN (Track INNER JOIN ArtistTrackLink ON ")
+            : QStringLiteral("FROM   ((((Artist INNER JOIN (Track INNER JOIN ArtistTrackLink ON ");
+    sql += QStringLiteral(
+        "       Track.TrackID = ArtistTrackLink.TrackID) ON "
+        "       Artist.ArtistID = ArtistTrackLink.ArtistID) INNER JOIN Album ON "
+        "       Track.AlbumID = Album.AlbumID) INNER JOIN ArtistAlbumLink ON "
+        "       Album.AlbumID = ArtistAlbumLink.AlbumID) INNER JOIN "
+        "       Artist AS Artist_1 ON ArtistAlbumLink.ArtistID = Artist_1.ArtistID) ");
+    if (withRating) {
+        sql += QStringLiteral(
+            "       LEFT JOIN TrackRating ON "
+            "       Track.TrackRatingID = TrackRating.TrackRatingID) ");
+    }
+    sql += QStringLiteral(
+        "       LEFT JOIN Location ON Album.LocationID = Location.LocationID "
+        "       ORDER BY Track.ArtistSort, Album.ArtistSort, Album.Title, Track.Item, "
+        "       Track.Index");
+    return sql;
+}
+
+void buildTempSource(engine::Database& database, AlbumSourceState& state) {
+    ignoringErrors([&] { database.deleteTable(QStringLiteral("TempSource")); });
+    ignoringErrors([&] { database.execute(tempSourceStatement(state.albumHasRating)); });
+    database.refreshTableDefs();
+    ignoringErrors([&] {
+        database.appendField(QStringLiteral("TempSource"),
+                             {QStringLiteral("MyRecorded"), engine::FieldType::Integer, 0});
+    });
+    if (!state.albumHasRating) {
+        ignoringErrors([&] {
+            database.appendField(QStringLiteral("TempSource"),
+                                 {QStringLiteral("RatingTrack"), engine::FieldType::Text, 50});
+        });
+    }
+    // The recording year and the empty versions in one pass over the table: the year is the
+    // first four characters of the trimmed date text, where they are a whole number.
+    ignoringErrors([&] {
+        database.execute(
+            QStringLiteral("UPDATE TempSource SET "
+                           "MyRecorded = IIf(Left(Trim(RecordedStart), 4) LIKE '#*' And "
+                           "                 Not Left(Trim(RecordedStart), 4) LIKE '*[!0-9]*', "
+                           "                 Val(Left(Trim(RecordedStart), 4)), Null), "
+                           "Version = IIf(Version = '', Null, Version)"));
+    });
+    state.passedCount = 0;
+    ignoringErrors([&] {
+        engine::Recordset rows =
+            database.openRecordset(QStringLiteral("SELECT Count(*) AS N FROM TempSource"),
+                                   engine::RecordsetType::Snapshot);
+        state.passedCount = rows.value(0).toLongLong();
+    });
+}
+
+QVariant recordingYear(const QString& recordedStart) {
+    return QVariant(recordedStart.trimmed().left(4));
+}
+
+}  // namespace store

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+namespace engine {
+class Database;
+}
+namespace platform {
+class Dialogs;
+}
+
+namespace store {
+
+// What the last connect of an album database left for the rest of the run.
+struct AlbumSourceState {
+    QString albumDatabasePath;  // the album database chosen last
+    bool albumHasRating = false;
+    qint64 passedCount = 0;  // source rows shown; wide enough for any collection
+};
+
+// The part of the compilation editor that a connect reads and changes.
+struct EditorConnection {
+    bool albumConnected = false;
+    bool isSaved = false;           // the editor's values are the stored ones
+    bool getTracksEnabled = false;  // the editor's "Get Tracks" button
+};
+
+extern const QString kNotAnAlbumDatabase;  // the three-line structure message
+
+// The album tables, in the order their links are appended.
+const QStringList& albumLinkOrder();
+
+// The folder of the album database chosen last (per-user setting "Parameter/AlbumoryPath").
+QString albumFolderSetting();
+void setAlbumFolderSetting(const QString& folder);
+
+// Lets the user choose the album database and links its seven tables into the compilation
+// database. A file without the album tables shows the structure message; an album database
+// without TrackRating is accepted. Failures leave "Get Tracks" disabled.
+void connectAlbumDatabase(engine::Database& database, platform::Dialogs& dialogs,
+                          AlbumSourceState& state, EditorConnection& editor);
+
+// Removes TempSource and the album links from the compilation database; missing ones are no
+// failure. The album file itself is never touched.
+void dropAlbumLinks(engine::Database& database);
+
+// The statement that flattens the album tables into TempSource.
+QString tempSourceStatement(bool withRating);
+
+// Builds TempSource from the linked album tables and sets passedCount to its rows. Every step
+// goes on after a failure; without links no TempSource is made and passedCount is 0.
+void buildTempSource(engine::Database& database, AlbumSourceState& state);
+
+// The recording year of a RecordedStart text: its first four characters after trimming blanks.
+QVariant recordingYear(const QString& recordedStart);
+
+}  // namespace store

@@ -1,0 +1,160 @@
+#include <QFile>
+
+#include "engine/jet_error.h"
+#include "engine/transaction.h"
+#include "engine_fixture.h"
+
+using engine::JetError;
+
+namespace {
+
+int errorNumber(const std::function<void()>& action, QString* description = nullptr) {
+    try {
+        action();
+    } catch (const JetError& error) {
+        if (description != nullptr) {
+            *description = error.description();
+        }
+        return error.number();
+    }
+    return 0;
+}
+
+QByteArray fileBytes(const QString& path) {
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    return file.readAll();
+}
+
+}  // namespace
+
+using DatabaseStatements = EngineFixture;
+
+TEST_F(DatabaseStatements, ExecuteCountsTouchedRowsAndKeepsJetTypes) {
+    EXPECT_EQ(db.execute("UPDATE Compilation SET Box = 'Box 9' WHERE Format = 'MD'"), 2);
+    EXPECT_EQ(db.execute("DELETE FROM CompilationTrack WHERE Live = True"), 1);
+    EXPECT_EQ(db.execute("SELECT Track_Title, Live, Length INTO Copy FROM CompilationTrack"), 2);
+    engine::Recordset copy = db.openRecordset("Copy");
+    EXPECT_EQ(copy.value("Live").typeId(), QMetaType::Bool);
+    EXPECT_EQ(copy.field(copy.fieldIndex("Length")).type, engine::FieldType::Long);
+    // The copy compares text without regard to case, like its source.
+    copy.findFirst("Track_Title = 'HELP!'");
+    EXPECT_FALSE(copy.noMatch());
+    EXPECT_EQ(errorNumber([&] { db.execute("SELECT * INTO Copy FROM Compilation"); }),
+              engine::jet::kTableExists);
+}
+
+TEST_F(DatabaseStatements, UnknownTablesAndBrokenStatementsGiveJetErrors) {
+    QString description;
+    EXPECT_EQ(errorNumber([&] { db.openRecordset("Nowhere"); }, &description),
+              engine::jet::kCannotFindInputTable);
+    EXPECT_TRUE(description.contains("Nowhere"));
+    EXPECT_NE(errorNumber([&] { db.execute("UPDATE Compilation SET Name = 'x' WHERE"); }), 0);
+    EXPECT_EQ(
+        errorNumber([&] { db.execute("INSERT INTO Compilation (Name) VALUES ('No format')"); }),
+        engine::jet::kFieldRequired);
+}
+
+TEST_F(DatabaseStatements, NamedQueriesAreKeptAndDropped) {
+    db.createQueryDef("queryNavigate", "SELECT * FROM Compilation WHERE Format = 'md'");
+    EXPECT_EQ(db.queryDefNames(), QStringList({"queryNavigate"}));
+    engine::Recordset rows = db.openRecordset("SELECT DISTINCT Format FROM queryNavigate");
+    EXPECT_EQ(rows.recordCount(), 1);
+    EXPECT_EQ(errorNumber([&] { db.createQueryDef("queryNavigate", "SELECT 1"); }),
+              engine::jet::kTableExists);
+    db.deleteQueryDef("queryNavigate");
+    EXPECT_TRUE(db.queryDefNames().isEmpty());
+}
+
+TEST_F(DatabaseStatements, AStepRolledBackLeavesNothingBehind) {
+    {
+        engine::ScopedTransaction step(db);
+        db.execute("DELETE FROM CompilationTrack");
+        db.execute("UPDATE Compilation SET SumTrack = 0");
+        // no commit: the user's step failed half-way
+    }
+    EXPECT_EQ(testsupport::queryRaw(path, "SELECT count(*) FROM CompilationTrack"), "3");
+    {
+        engine::ScopedTransaction step(db);
+        db.execute("DELETE FROM CompilationTrack WHERE CompilationID_F1 = 2");
+        step.commit();
+    }
+    EXPECT_EQ(testsupport::queryRaw(path, "SELECT count(*) FROM CompilationTrack"), "2");
+}
+
+using LinkedTables = EngineFixture;
+
+TEST_F(LinkedTables, ALinkedTableJoinsLocalTablesAndIsDroppedAgain) {
+    const QString other = dir.file("other.db");
+    testsupport::execRaw(other,
+                         "CREATE TABLE Location (LocationID INTEGER, Location TEXT(50));"
+                         "INSERT INTO Location VALUES (1, 'Shelf A'), (2, 'Attic');");
+    const QByteArray before = fileBytes(other);
+    db.appendTable({"Location", ";DATABASE=" + other, "Location", {}});
+    EXPECT_TRUE(db.tableNames().contains("Location"));
+    engine::Recordset rows = db.openRecordset(
+        "SELECT DISTINCT CompilationTrack.Track_Title FROM CompilationTrack INNER JOIN Location "
+        "ON CompilationTrack.AlbumLocation = Location.Location ORDER BY "
+        "CompilationTrack.Track_Title");
+    EXPECT_EQ(column(rows, "Track_Title"), QStringList({"Help!", "Yesterday"}));
+    db.deleteTable("Location");
+    EXPECT_FALSE(db.hasTable("Location"));
+    EXPECT_EQ(fileBytes(other), before);  // the linked file is only ever read
+}
+
+TEST_F(LinkedTables, AMissingSourceTableGives3011NamingIt) {
+    const QString other = dir.file("other.db");
+    testsupport::execRaw(other, "CREATE TABLE Album (AlbumID INTEGER)");
+    QString description;
+    EXPECT_EQ(errorNumber(
+                  [&] {
+                      db.appendTable({"TrackRating", ";DATABASE=" + other, "TrackRating", {}});
+                  },
+                  &description),
+              engine::jet::kObjectNotFound);
+    EXPECT_TRUE(description.contains("'TrackRating'"));
+    EXPECT_FALSE(db.hasTable("TrackRating"));
+    EXPECT_NE(errorNumber([&] {
+                  db.appendTable({"Album", ";DATABASE=" + dir.file("none.mdb"), "Album", {}});
+              }),
+              0);
+}
+
+TEST(Workspace, CompactCopiesAndNeverOverwrites) {
+    testsupport::TempDir dir;
+    const QString source = dir.file("a.mdb");
+    testsupport::createCompilationDatabase(source);
+    testsupport::execRaw(
+        source, "INSERT INTO Compilation (Name, Format, C_Length) VALUES ('One', 'MD', 74)");
+    const QString target = dir.file("b.mdb");
+    engine::Workspace::compactDatabase(source, target);
+    EXPECT_EQ(testsupport::queryRaw(target, "SELECT Name FROM Compilation"), "One");
+
+    const QByteArray existing = fileBytes(target);
+    QString description;
+    EXPECT_EQ(
+        errorNumber([&] { engine::Workspace::compactDatabase(source, target); }, &description),
+        engine::jet::kDatabaseExists);
+    EXPECT_FALSE(description.isEmpty());
+    EXPECT_EQ(fileBytes(target), existing);
+}
+
+TEST(Workspace, ForeignAndDamagedFilesAreRefused) {
+    testsupport::TempDir dir;
+    const QString text = dir.file("notes.mdb");
+    QFile file(text);
+    file.open(QIODevice::WriteOnly);
+    file.write("just some text, not a database at all\n");
+    file.close();
+    EXPECT_EQ(errorNumber([&] { engine::Workspace::defaultWorkspace().openDatabase(text); }),
+              engine::jet::kNotADatabase);
+    EXPECT_EQ(errorNumber([&] { engine::Workspace::repairDatabase(text); }),
+              engine::jet::kNotADatabase);
+    EXPECT_EQ(errorNumber([&] { engine::Workspace::compactDatabase(text, dir.file("out.mdb")); }),
+              engine::jet::kNotADatabase);
+    EXPECT_FALSE(QFile::exists(dir.file("out.mdb")));
+    EXPECT_EQ(errorNumber([&] {
+                  engine::Workspace::defaultWorkspace().openDatabase(dir.file("gone.mdb"));
+              }),
+              engine::jet::kFileNotFound);
+}

@@ -1,0 +1,224 @@
+#include "engine/jet_error.h"
+#include "engine_fixture.h"
+
+using engine::JetError;
+using engine::Recordset;
+
+namespace {
+
+int errorNumber(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const JetError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+const char* kCompilations =
+    "SELECT Compilation.Name AS C_Name, Compilation.SumTrack AS C_SumTrack, "
+    "Compilation.SumTime AS C_SumTime, Compilation.RecDate AS RecDate, Compilation.Box AS C_Box, "
+    "Compilation.CompilationID_P FROM Compilation ORDER BY Compilation.Name";
+
+}  // namespace
+
+using RecordsetMoves = EngineFixture;
+
+TEST_F(RecordsetMoves, EmptySetIsAtBothEndsAndRefusesMoves) {
+    Recordset rows = db.openRecordset("SELECT * FROM Compilation WHERE Name = 'none'");
+    EXPECT_TRUE(rows.bof());
+    EXPECT_TRUE(rows.eof());
+    EXPECT_EQ(rows.recordCount(), 0);
+    EXPECT_EQ(rows.absolutePosition(), -1);
+    EXPECT_EQ(errorNumber([&] { rows.moveFirst(); }), engine::jet::kNoCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { rows.value("Name"); }), engine::jet::kNoCurrentRecord);
+}
+
+TEST_F(RecordsetMoves, WalksBothWaysAndStopsPastTheEnds) {
+    Recordset rows = db.openRecordset(kCompilations);
+    ASSERT_EQ(rows.recordCount(), 4);
+    // Text sorts without regard to case, accented letters beside their base letter.
+    EXPECT_EQ(column(rows, "C_Name"),
+              QStringList({"abba hits", "Ärzte Live", "Beatles Best", "Zappa"}));
+    rows.moveLast();
+    EXPECT_EQ(rows.value("c_name").toString(), "Zappa");
+    rows.moveNext();
+    EXPECT_TRUE(rows.eof());
+    EXPECT_EQ(errorNumber([&] { rows.moveNext(); }), engine::jet::kNoCurrentRecord);
+    rows.movePrevious();
+    EXPECT_EQ(rows.absolutePosition(), 3);
+    rows.moveFirst();
+    rows.movePrevious();
+    EXPECT_TRUE(rows.bof());
+    rows.setAbsolutePosition(2);
+    EXPECT_EQ(rows.value("C_NAME").toString(), "Beatles Best");
+}
+
+TEST_F(RecordsetMoves, FieldsAreFoundByNameInAnyCaseAndTyped) {
+    Recordset rows = db.openRecordset(kCompilations);
+    rows.setAbsolutePosition(2);
+    EXPECT_EQ(rows.value("c_sumtrack").toInt(), 2);
+    EXPECT_EQ(rows.value("RECDATE").toDate(), QDate(1997, 1, 21));
+    EXPECT_EQ(rows.value("compilation.name").toString(), "Beatles Best");
+    EXPECT_EQ(errorNumber([&] { rows.value("NoSuchField"); }), engine::jet::kItemNotFound);
+    Recordset tracks = db.openRecordset("SELECT * FROM CompilationTrack ORDER BY Length");
+    tracks.moveLast();
+    EXPECT_EQ(tracks.value("Live").typeId(), QMetaType::Bool);
+    EXPECT_TRUE(tracks.value("Live").toBool());
+    EXPECT_TRUE(tracks.value("AlbumLocation").isValid());
+}
+
+TEST_F(RecordsetMoves, BookmarksAndClonesKeepTheirOwnPlace) {
+    Recordset rows = db.openRecordset(kCompilations);
+    rows.setAbsolutePosition(2);
+    const engine::Bookmark mark = rows.bookmark();
+    Recordset twin = rows.clone();
+    twin.moveLast();
+    EXPECT_EQ(rows.value("C_Name").toString(), "Beatles Best");
+    rows.moveFirst();
+    rows.setBookmark(mark);
+    EXPECT_EQ(rows.value("C_Name").toString(), "Beatles Best");
+    twin.setBookmark(mark);
+    EXPECT_EQ(twin.absolutePosition(), 2);
+}
+
+using RecordsetFinds = EngineFixture;
+
+TEST_F(RecordsetFinds, FindsMoveInAllFourDirections) {
+    Recordset rows = db.openRecordset(kCompilations);
+    rows.findFirst("C_Box LIKE 'Box**'");
+    EXPECT_EQ(rows.value("C_Name").toString(), "Ärzte Live");
+    rows.findNext("C_Box LIKE 'Box**'");
+    EXPECT_EQ(rows.value("C_Name").toString(), "Beatles Best");
+    rows.findLast("C_Box LIKE 'Box**'");
+    EXPECT_EQ(rows.value("C_Name").toString(), "Zappa");
+    rows.findPrevious("C_Box LIKE 'Box**'");
+    EXPECT_EQ(rows.value("C_Name").toString(), "Beatles Best");
+    EXPECT_FALSE(rows.noMatch());
+}
+
+TEST_F(RecordsetFinds, CriteriaOfEveryKindMatchTheRightRows) {
+    Recordset rows = db.openRecordset(kCompilations);
+    rows.findFirst("RecDate =#1/21/97#");
+    EXPECT_EQ(rows.value("C_Name").toString(), "Beatles Best");
+    rows.findFirst("RecDate >=#1/1/00#");
+    EXPECT_EQ(rows.value("C_Name").toString(), "Ärzte Live");
+    rows.findFirst("C_SumTime <180 And C_SumTime > 0");
+    EXPECT_EQ(rows.value("C_Name").toString(), "abba hits");
+    rows.findFirst("C_Box LIKE '*[[]2]*'");
+    EXPECT_EQ(rows.value("C_Name").toString(), "Ärzte Live");
+    rows.findFirst("C_Name = 'ÄRZTE LIVE'");
+    EXPECT_FALSE(rows.noMatch());
+    rows.findFirst("C_Box Is Null");
+    EXPECT_EQ(rows.value("C_Name").toString(), "abba hits");
+}
+
+TEST_F(RecordsetFinds, AMissOrABadCriterionLeavesThePosition) {
+    Recordset rows = db.openRecordset(kCompilations);
+    rows.setAbsolutePosition(1);
+    rows.findNext("C_Name LIKE 'Nobody*'");
+    EXPECT_TRUE(rows.noMatch());
+    EXPECT_EQ(rows.absolutePosition(), 1);
+    EXPECT_NE(errorNumber([&] { rows.findFirst("NoSuchColumn = 1"); }), 0);
+    EXPECT_EQ(rows.absolutePosition(), 1);
+}
+
+TEST_F(RecordsetFinds, SortOrdersACopyOfTheRows) {
+    Recordset rows = db.openRecordset(kCompilations);
+    rows.setSort("C_SumTime DESC, C_Name");
+    Recordset sorted = rows.openRecordset();
+    EXPECT_EQ(column(sorted, "C_Name"),
+              QStringList({"Beatles Best", "abba hits", "Ärzte Live", "Zappa"}));
+    EXPECT_EQ(column(rows, "C_Name").first(), "abba hits");
+}
+
+using RecordsetChanges = EngineFixture;
+
+TEST_F(RecordsetChanges, EditThroughAnAliasWritesTheColumn) {
+    Recordset rows = db.openRecordset(kCompilations);
+    rows.findFirst("C_Name = 'Zappa'");
+    rows.edit();
+    rows.setValue("c_sumtrack", 7);
+    rows.setValue("C_SumTime", 1234);
+    rows.update();
+    EXPECT_EQ(rows.value("C_SumTrack").toInt(), 7);
+    EXPECT_EQ(
+        testsupport::queryRaw(
+            path, "SELECT SumTrack || '/' || SumTime FROM Compilation WHERE CompilationID_P = 4"),
+        "7/1234");
+}
+
+TEST_F(RecordsetChanges, ChangesOutsideEditAreRefused) {
+    Recordset rows = db.openRecordset(kCompilations);
+    EXPECT_EQ(errorNumber([&] { rows.setValue("C_Name", "x"); }), engine::jet::kUpdateWithoutEdit);
+    EXPECT_EQ(errorNumber([&] { rows.update(); }), engine::jet::kUpdateWithoutEdit);
+    Recordset grouped =
+        db.openRecordset("SELECT Format, Count(*) AS N FROM Compilation GROUP BY Format");
+    EXPECT_EQ(errorNumber([&] { grouped.edit(); }), engine::jet::kReadOnly);
+}
+
+TEST_F(RecordsetChanges, AddNewNumbersTheRowAndRefusesDuplicateNames) {
+    Recordset rows = db.openRecordset("Compilation");
+    rows.addNew();
+    rows.setValue("Name", "New One");
+    rows.setValue("Format", "MD");
+    rows.setValue("C_Length", 74);
+    rows.setValue("RecDate", QDate(2001, 2, 3));
+    rows.update();
+    rows.setBookmark(rows.lastModified());
+    EXPECT_EQ(rows.value("CompilationID_P").toInt(), 5);
+    EXPECT_EQ(rows.value("RecDate").toDate(), QDate(2001, 2, 3));
+    EXPECT_EQ(rows.recordCount(), 5);
+
+    rows.addNew();
+    rows.setValue("Name", "ABBA HITS");  // differs from "abba hits" in case only
+    rows.setValue("Format", "MD");
+    rows.setValue("C_Length", 74);
+    EXPECT_EQ(errorNumber([&] { rows.update(); }), engine::jet::kDuplicateValue);
+    EXPECT_EQ(testsupport::queryRaw(path, "SELECT count(*) FROM Compilation"), "5");
+}
+
+TEST_F(RecordsetChanges, DeletingACompilationDeletesItsTracks) {
+    Recordset rows = db.openRecordset(kCompilations);
+    rows.findFirst("C_Name = 'Beatles Best'");
+    rows.remove();
+    EXPECT_EQ(errorNumber([&] { rows.value("C_Name"); }), engine::jet::kRecordDeleted);
+    rows.moveNext();
+    EXPECT_EQ(rows.value("C_Name").toString(), "Zappa");
+    EXPECT_EQ(rows.recordCount(), 3);
+    EXPECT_EQ(testsupport::queryRaw(
+                  path, "SELECT count(*) FROM CompilationTrack WHERE CompilationID_F1 = 1"),
+              "0");
+}
+
+TEST_F(RecordsetChanges, TheTrackJoinWritesTracks) {
+    Recordset rows = db.openRecordset(
+        "SELECT Compilation.*, CompilationTrack.* FROM Compilation LEFT JOIN CompilationTrack ON "
+        "Compilation.CompilationID_P = CompilationTrack.CompilationID_F1 WHERE "
+        "CompilationTrack.CompilationID_F1 = 1 ORDER BY Compilation.Name, "
+        "CompilationTrack.TrackNo ");
+    ASSERT_EQ(rows.recordCount(), 2);
+    rows.addNew();
+    rows.setValue("CompilationID_F1", 1);
+    rows.setValue("TrackNo", 3);
+    rows.setValue("Track_Title", "Michelle");
+    rows.setValue("Live", true);
+    rows.update();
+    EXPECT_EQ(testsupport::queryRaw(
+                  path, "SELECT Live FROM CompilationTrack WHERE Track_Title = 'Michelle'"),
+              "-1");
+    EXPECT_EQ(testsupport::queryRaw(path, "SELECT count(*) FROM Compilation"), "4");
+
+    rows.moveFirst();
+    rows.edit();
+    rows.setValue("Track_Title", "Help");
+    rows.update();
+    rows.moveFirst();
+    rows.remove();  // removes the track, not its compilation
+    EXPECT_EQ(
+        testsupport::queryRaw(
+            path,
+            "SELECT group_concat(Track_Title) FROM CompilationTrack WHERE CompilationID_F1 = 1"),
+        "Yesterday,Michelle");
+    EXPECT_EQ(testsupport::queryRaw(path, "SELECT count(*) FROM Compilation"), "4");
+}
