@@ -1,8 +1,13 @@
-# mx_library(NAME [DEPS ...]): a static library mx_NAME from the sources of src/NAME.
-# A folder without sources yet gives an interface library, so dependents can name it already.
+# mx_library(NAME [RECURSE] [DEPS ...]): a static library mx_NAME from the sources of src/NAME
+# (and its subfolders with RECURSE). A folder without sources yet gives an interface library,
+# so dependents can name it already.
 function(mx_library name)
-    cmake_parse_arguments(A "" "" "DEPS" ${ARGN})
-    file(GLOB sources CONFIGURE_DEPENDS
+    cmake_parse_arguments(A "RECURSE" "" "DEPS" ${ARGN})
+    set(glob GLOB)
+    if(A_RECURSE)
+        set(glob GLOB_RECURSE)
+    endif()
+    file(${glob} sources CONFIGURE_DEPENDS
          ${CMAKE_SOURCE_DIR}/src/${name}/*.cpp ${CMAKE_SOURCE_DIR}/src/${name}/*.h)
     list(FILTER sources EXCLUDE REGEX ".*/main\\.cpp$")
     set(cpp ${sources})
