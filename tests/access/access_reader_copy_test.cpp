@@ -5,6 +5,7 @@
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QFile>
+#include <QRandomGenerator>
 
 #include "access/access_reader.h"
 #include "access/sqlite_rows.h"
@@ -185,6 +186,48 @@ TEST_F(CopiedTables, LeaveTheAccessFileUntouched) {
     reader.copyTables(album, {QStringLiteral("AllTypes")}, out);
     reader.tableNames(album);
     EXPECT_EQ(digest(album), before);
+}
+
+TEST_F(CopiedTables, AFileCutShortIsDamaged) {
+    jet4::writeDatabase(album, {allTypes()});
+    QFile file(album);
+    file.resize(file.size() - 1000);
+    const QByteArray before = digest(album);
+    try {
+        reader.copyTables(album, {QStringLiteral("AllTypes")}, out);
+        FAIL() << "no error";
+    } catch (const engine::JetError& error) {
+        EXPECT_EQ(error.number(), engine::jet::kNotADatabase);
+    }
+    EXPECT_EQ(digest(album), before);
+}
+
+// Overwritten pages may still read (libmdb keeps no checksums) or fail, but only ever as an
+// unrecognized format, and this process survives them.
+TEST_F(CopiedTables, OverwrittenPagesFailOnlyAsAnUnrecognizedFormat) {
+    jet4::writeDatabase(album, {allTypes()});
+    QFile file(album);
+    file.open(QIODevice::ReadOnly);
+    const QByteArray good = file.readAll();
+    file.close();
+    for (quint32 seed = 1; seed <= 12; ++seed) {
+        QRandomGenerator random(seed);
+        QByteArray bad = good;
+        for (int i = 0; i < 300; ++i)
+            bad[4096 + random.bounded(int(good.size()) - 4096)] = char(random.bounded(256));
+        file.open(QIODevice::WriteOnly);
+        file.write(bad);
+        file.close();
+        QFile::remove(out);
+        try {
+            reader.copyTables(album, {QStringLiteral("AllTypes")}, out);
+        } catch (const engine::JetError& error) {
+            EXPECT_TRUE(error.number() == engine::jet::kNotADatabase ||
+                        error.number() == engine::jet::kObjectNotFound)
+                << "seed " << seed << ": " << error.number() << " "
+                << error.description().toStdString();
+        }
+    }
 }
 
 TEST(ListedTables, AreTheUserTablesOfTheFile) {

@@ -1,9 +1,12 @@
 #include "access/reader/mdb_file.h"
 
+#include <sys/stat.h>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+
+#include <QSet>
 
 #include "access/reader/failure.h"
 
@@ -15,21 +18,31 @@ namespace {
 
 // Large enough for a text column of a damaged row that claims a whole page, converted to UTF-8.
 constexpr size_t kBindSize = 64 * 1024;
+constexpr guint kMaxAccessColumns = 255;
 
 // libmdb reads its character sets from the environment when a file is opened. Text always goes
 // out as UTF-8; Jet 3 text is read as cp1252 unless the user names another code page.
 void configureCharacterSets() {
     setenv("MDBICONV", "UTF-8", 1);
     const char* jet3 = getenv("MDB_JET3_CHARSET");
-    if (jet3 == nullptr || *jet3 == '\0') {
+    if (jet3 == nullptr || *jet3 == '\0')
         setenv("MDB_JET3_CHARSET", "CP1252", 1);
+}
+
+// Without a converter libmdb would turn every character into '?'.
+void requireTextConverter(MdbHandle* mdb) {
+    if (mdb->iconv_in != reinterpret_cast<iconv_t>(-1))
         return;
-    }
-    const iconv_t probe = iconv_open("UTF-8", jet3);
-    if (probe == reinterpret_cast<iconv_t>(-1))
-        throw Failure(ExitCode::kUsage,
-                      std::string("unknown character set in MDB_JET3_CHARSET: ") + jet3);
-    iconv_close(probe);
+    throw Failure(ExitCode::kUsage, std::string("unknown character set in MDB_JET3_CHARSET: ") +
+                                        getenv("MDB_JET3_CHARSET"));
+}
+
+// An Access file is a whole number of pages; one cut short is damaged.
+void requireWholePages(MdbHandle* mdb, const char* path) {
+    struct stat info {};
+    if (stat(path, &info) == 0 && info.st_size % mdb->fmt->pg_size == 0)
+        return;
+    throw Failure(ExitCode::kNotADatabase, std::string("file cut short: ") + path);
 }
 
 void requireReadable(const char* path) {
@@ -57,19 +70,38 @@ bool isUserTable(MdbCatalogEntry* entry) {
     return entry != nullptr && entry->object_type == MDB_TABLE && mdb_is_user_table(entry);
 }
 
+// A damaged definition shows as no columns, too many, or names empty or repeated.
+bool hasSoundColumns(MdbTableDef* table) {
+    if (table->num_cols == 0 || table->num_cols > kMaxAccessColumns ||
+        table->columns->len != table->num_cols)
+        return false;
+    QSet<QString> names;
+    for (guint i = 0; i < table->num_cols; ++i) {
+        auto* column = static_cast<MdbColumn*>(g_ptr_array_index(table->columns, i));
+        const QString name = QString::fromUtf8(column->name).toCaseFolded();
+        if (name.isEmpty() || names.contains(name))
+            return false;
+        names.insert(name);
+    }
+    return true;
+}
+
 }  // namespace
 
 MdbFile::MdbFile(const char* path) {
     configureCharacterSets();
     requireReadable(path);
-    mdb_ = mdb_open(path, MDB_NOFLAGS);
-    if (mdb_ == nullptr)
+    std::unique_ptr<MdbHandle, decltype(&mdb_close)> mdb(mdb_open(path, MDB_NOFLAGS), &mdb_close);
+    if (!mdb)
         throw Failure(ExitCode::kNotADatabase, std::string("not an Access database: ") + path);
-    readJet4TextAsUtf16(mdb_);
-    mdb_set_bind_size(mdb_, kBindSize);
-    mdb_set_boolean_fmt_numbers(mdb_);
-    if (mdb_read_catalog(mdb_, MDB_TABLE) == nullptr)
+    requireWholePages(mdb.get(), path);
+    requireTextConverter(mdb.get());
+    readJet4TextAsUtf16(mdb.get());
+    mdb_set_bind_size(mdb.get(), kBindSize);
+    mdb_set_boolean_fmt_numbers(mdb.get());
+    if (mdb_read_catalog(mdb.get(), MDB_TABLE) == nullptr)
         throw Failure(ExitCode::kNotADatabase, std::string("unreadable catalog in ") + path);
+    mdb_ = mdb.release();
 }
 
 MdbFile::~MdbFile() {
@@ -99,7 +131,7 @@ MdbCatalogEntry* MdbFile::findUserTable(const QString& name) const {
 
 TableDefPtr MdbFile::readTable(MdbCatalogEntry* entry) const {
     TableDefPtr table(mdb_read_table(entry));
-    if (!table || mdb_read_columns(table.get()) == nullptr || table->num_cols == 0)
+    if (!table || mdb_read_columns(table.get()) == nullptr || !hasSoundColumns(table.get()))
         throw Failure(ExitCode::kNotADatabase,
                       std::string("unreadable definition of table ") + entry->object_name);
     return table;

@@ -17,7 +17,8 @@ using TableDefPtr = std::unique_ptr<MdbTableDef, TableDefDeleter>;
 class MdbFile {
   public:
     // Throws Failure: kCannotOpen when the file cannot be read, kNotADatabase when libmdb does
-    // not recognise it, kUsage when the Jet 3 character set named by the user is unknown.
+    // not recognise it or it is cut short, kUsage when the Jet 3 character set named by the user
+    // is unknown.
     explicit MdbFile(const char* path);
     ~MdbFile();
     MdbFile(const MdbFile&) = delete;
