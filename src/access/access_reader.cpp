@@ -17,8 +17,6 @@ using engine::JetError;
 namespace jet = engine::jet;
 namespace protocol = accessfile::protocol;
 
-constexpr int kFileNotFound = 3024;
-
 JetError notADatabase(const QString& file) {
     return JetError(jet::kNotADatabase,
                     QStringLiteral("Unrecognized database format '%1'.").arg(file));
@@ -106,7 +104,7 @@ void AccessTableReader::copyTables(const QString& file, const QStringList& table
 QByteArray AccessTableReader::run(const QString& file, const QStringList& arguments,
                                   const QStringList& tables) const {
     if (!QFileInfo::exists(file))
-        throw JetError(kFileNotFound, QStringLiteral("Could not find file '%1'.").arg(file));
+        throw JetError(jet::kFileNotFound, QStringLiteral("Could not find file '%1'.").arg(file));
     if (!fileHasJetHeader(file)) {
         if (!QFileInfo(file).isReadable())
             throw cannotOpen(file);

@@ -133,7 +133,7 @@ TEST(AccessReader, AMissingFileIsNotFound) {
         reader.tableNames(missing);
         FAIL() << "no error";
     } catch (const engine::JetError& error) {
-        EXPECT_EQ(error.number(), 3024);
+        EXPECT_EQ(error.number(), engine::jet::kFileNotFound);
         EXPECT_TRUE(error.description().contains(missing));
     }
 }
