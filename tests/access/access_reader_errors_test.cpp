@@ -190,16 +190,6 @@ TEST_F(ProgramEnding, AProgramThatCannotStartIsAnError) {
     EXPECT_EQ(errorNumber([&] { reader.tableNames(album); }), engine::jet::kGeneral);
 }
 
-TEST(AccessReader, ListsTablesFromTheProgramsOutput) {
-    testsupport::TempDir dir;
-    const QString album = dir.file(QStringLiteral("album.mdb"));
-    writeFile(album, jetStart(1, 4096));
-    AccessTableReader reader(
-        writeFakeProgram(dir.file(QStringLiteral("fake")), "printf 'Album\\nKünstler\\n'"));
-    EXPECT_EQ(reader.tableNames(album),
-              (QStringList{QStringLiteral("Album"), QStringLiteral("Künstler")}));
-}
-
 TEST(AccessReader, InstallsItselfAsTheEnginesReader) {
     installAccessReader();
     EXPECT_NE(dynamic_cast<AccessTableReader*>(engine::foreignTableReader()), nullptr);

@@ -106,13 +106,6 @@ TEST(CopiedTableSql, DeclaresTypesAndCaseBlindText) {
     EXPECT_EQ(columns[2].collation, QStringLiteral("NOCASE"));
 }
 
-TEST(CopiedTableSql, InsertNamesEveryColumnOnce) {
-    const QList<ColumnSpec> specs{{QStringLiteral("A"), QStringLiteral("INTEGER"), false},
-                                  {QStringLiteral("B"), QStringLiteral("TEXT(5)"), true}};
-    EXPECT_EQ(insertSql(QStringLiteral("T"), specs),
-              QStringLiteral("INSERT INTO \"T\" (\"A\", \"B\") VALUES (?, ?)"));
-}
-
 namespace {
 QByteArray header(const char* name) {
     QByteArray bytes("\x00\x01\x00\x00", 4);
