@@ -36,9 +36,15 @@ QString stripBrackets(QString name) {
 int selectInto(sqlite3* db, const QString& table, const QString& select) {
     Statement source(db, select);
     QStringList columns;
+    QStringList names;
     for (int i = 0; i < source.columnCount(); ++i) {
         const QString declared = source.columnDeclaredType(i);
-        QString column = quoteName(source.columnName(i));
+        QString name = source.columnName(i);
+        for (int n = 2; names.contains(name, Qt::CaseInsensitive); ++n) {
+            name = source.columnName(i) + QStringLiteral("_%1").arg(n);
+        }
+        names << name;
+        QString column = quoteName(name);
         if (!declared.isEmpty()) {
             const FieldType type = fieldTypeFromDeclared(declared);
             column += QLatin1Char(' ') + declared;

@@ -198,7 +198,14 @@ static QString fromUtf8(const char* text) {
 }
 
 QString Statement::columnName(int column) const {
-    return fromUtf8(sqlite3_column_name(stmt_, column));
+    const QString name = fromUtf8(sqlite3_column_name(stmt_, column));
+    // SQLite runs a bracketed join as a subquery and numbers the repeated names in it
+    // ("TrackID:1"); the statement itself named the column plainly.
+    const qsizetype colon = name.lastIndexOf(QLatin1Char(':'));
+    if (colon > 0 && name.left(colon) == columnOriginName(column)) {
+        return name.left(colon);
+    }
+    return name;
 }
 QString Statement::columnDeclaredType(int column) const {
     return fromUtf8(sqlite3_column_decltype(stmt_, column));

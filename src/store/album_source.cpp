@@ -86,6 +86,10 @@ void connectAlbumDatabase(engine::Database& database, platform::Dialogs& dialogs
         }
     } catch (const engine::JetError& error) {
         markConnectFailed(state, editor);
+        if (error.number() == engine::jet::kNotADatabase) {
+            dialogs.exclamation(error.description());  // a damaged or foreign file
+            return;
+        }
         if (error.number() != engine::jet::kObjectNotFound) {
             return;  // anything else ends the connect without a word
         }

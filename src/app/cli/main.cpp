@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 
+#include "access/access_reader.h"
 #include "cli/commands.h"
 
 namespace {
@@ -16,6 +17,8 @@ const std::map<QString, Command>& commands() {
         {QStringLiteral("new"), cli::newDatabase},
         {QStringLiteral("sql"), cli::runSql},
         {QStringLiteral("compact"), cli::compact},
+        {QStringLiteral("make-albums"), cli::makeAlbums},
+        {QStringLiteral("tempsource"), cli::tempSource},
     };
     return table;
 }
@@ -24,7 +27,11 @@ void printHelp(QTextStream& out) {
     out << "usage: mixorama-cli COMMAND ARGS\n"
            "  new FILE               create a compilation database from the template\n"
            "  sql FILE \"STATEMENT\"   run one statement in the Access SQL dialect\n"
-           "  compact FILE           repair and compact a compilation database\n";
+           "  compact FILE           repair and compact a compilation database\n"
+           "  make-albums OUT.mdb --albums N --seed S [--no-rating]\n"
+           "                         write a generated album database (Access file)\n"
+           "  tempsource DB ALBUM.mdb [--print]\n"
+           "                         connect an album database and build TempSource\n";
     out.flush();
 }
 
@@ -34,6 +41,7 @@ int main(int argc, char* argv[]) {
     QCoreApplication app(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
+    accessfile::installAccessReader();
     QStringList args = app.arguments().mid(1);
     if (args.isEmpty() || args[0] == QLatin1String("--help") || args[0] == QLatin1String("-h")) {
         printHelp(out);
