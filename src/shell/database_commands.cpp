@@ -1,0 +1,111 @@
+#include "shell/database_commands.h"
+
+#include "engine/jet_error.h"
+#include "engine/workspace.h"
+#include "platform/program_folder.h"
+#include "shell/app_state.h"
+#include "shell/database_files.h"
+#include "store/album_source.h"
+
+namespace shell {
+
+namespace {
+
+// Restores the status bar and the pointer whatever way a command ends.
+class BusyScope {
+public:
+    explicit BusyScope(CommandFeedback& feedback, const QString& progress) : feedback_(feedback) {
+        feedback_.setBusy(true);
+        feedback_.setStatusText(progress);
+    }
+    ~BusyScope() {
+        feedback_.setStatusText(kStatusHint);
+        feedback_.setBusy(false);
+    }
+    BusyScope(const BusyScope&) = delete;
+    BusyScope& operator=(const BusyScope&) = delete;
+
+private:
+    CommandFeedback& feedback_;
+};
+
+}  // namespace
+
+platform::FileRequest databaseFileRequest(const QString& title, bool mayNotExist) {
+    platform::FileRequest request;
+    request.title = title;
+    request.filter = kMdbFilter;
+    request.filterIndex = 1;
+    request.initialFolder = platform::dataFolder();
+    request.mayNotExist = mayNotExist;
+    return request;
+}
+
+std::optional<QString> newDatabase(platform::Dialogs& dialogs, CommandFeedback& feedback) {
+    const std::optional<QString> chosen =
+        dialogs.openFile(databaseFileRequest(QStringLiteral("New Database"), true));
+    if (!chosen) {
+        return std::nullopt;
+    }
+    {
+        BusyScope busy(feedback, QStringLiteral("Creating new database ..."));
+        try {
+            createFromTemplate(*chosen);
+        } catch (const engine::JetError& error) {
+            if (error.number() == engine::jet::kDatabaseExists) {
+                dialogs.exclamation(error.description());
+            }
+            return std::nullopt;
+        }
+        feedback.processPendingEvents();
+    }
+    return chosen;
+}
+
+std::optional<QString> chooseDatabase(platform::Dialogs& dialogs) {
+    return dialogs.openFile(databaseFileRequest(QStringLiteral("Open Database")));
+}
+
+OpenOutcome openCompilationDatabase(const QString& path, AppState& state,
+                                    platform::Dialogs& dialogs) {
+    try {
+        if (!hasCompilationStructure(path)) {
+            dialogs.exclamation(kNotACompilationDatabase);
+            return OpenOutcome::WrongStructure;
+        }
+        engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(path);
+        state.databasePath = path;
+        state.database = database;
+        state.inputHint = kInputHint;
+        store::dropAlbumLinks(state.database);
+    } catch (const engine::JetError&) {
+        return OpenOutcome::Failed;
+    }
+    return OpenOutcome::Opened;
+}
+
+void closeCompilationDatabase(AppState& state) {
+    if (state.database.isOpen()) {
+        store::dropAlbumLinks(state.database);
+        state.database.close();
+    }
+    state.database = engine::Database();
+}
+
+bool compactDatabase(platform::Dialogs& dialogs, CommandFeedback& feedback) {
+    const std::optional<QString> chosen =
+        dialogs.openFile(databaseFileRequest(QStringLiteral("Compact Database")));
+    if (!chosen) {
+        return false;
+    }
+    BusyScope busy(feedback, QStringLiteral("Repairing and compacting database ..."));
+    try {
+        repairAndCompact(*chosen);
+    } catch (const engine::JetError&) {
+        return false;
+    }
+    dialogs.information(QStringLiteral("Database successfully repaired and compacted."));
+    return true;
+}
+
+}  // namespace shell

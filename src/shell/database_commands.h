@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+#include "platform/dialogs.h"
+
+namespace shell {
+
+struct AppState;
+
+// How a command shows that it works: the hourglass and the status bar's simple text.
+class CommandFeedback {
+public:
+    virtual ~CommandFeedback() = default;
+    virtual void setBusy(bool busy) = 0;
+    virtual void setStatusText(const QString& text) = 0;
+    virtual void processPendingEvents() = 0;
+};
+
+inline const QString kStatusHint =
+    QStringLiteral("Choose 'New' to create or 'Open' to open a database");
+inline const QString kMdbFilter = QStringLiteral("MS Access Files (*.mdb)|*.mdb");
+
+// The file dialog of the database commands: the filter, the data folder, the given title.
+platform::FileRequest databaseFileRequest(const QString& title, bool mayNotExist = false);
+
+// New: asks for a file name and creates the database from the template. Returns the new file to
+// load, or nothing (cancelled, or refused with the engine's message: the file exists).
+std::optional<QString> newDatabase(platform::Dialogs& dialogs, CommandFeedback& feedback);
+
+// Open: asks for the file to load.
+std::optional<QString> chooseDatabase(platform::Dialogs& dialogs);
+
+enum class OpenOutcome { Opened, WrongStructure, Failed };
+
+// The structure check and the opening of a compilation database as the shared database. A file
+// without the five tables shows the structure message; a file the engine cannot open fails
+// without a message. On success the album links left in it are removed.
+OpenOutcome openCompilationDatabase(const QString& path, AppState& state,
+                                    platform::Dialogs& dialogs);
+
+// Close: removes the album links and closes the shared database.
+void closeCompilationDatabase(AppState& state);
+
+// Compact: asks for a file, repairs and compacts it and reports success. Failures and cancel
+// end quietly; the file is then as it was.
+bool compactDatabase(platform::Dialogs& dialogs, CommandFeedback& feedback);
+
+}  // namespace shell

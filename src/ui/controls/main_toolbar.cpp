@@ -1,0 +1,107 @@
+#include "ui/controls/main_toolbar.h"
+
+#include <QAction>
+#include <QStyle>
+#include <QWidgetAction>
+
+#include "shell/toolbar_tools.h"
+
+namespace ui {
+
+namespace {
+
+QIcon iconFor(const QStyle* style, const QString& id) {
+    static const QHash<QString, QStyle::StandardPixmap> icons{
+        {"ID_NewFile", QStyle::SP_FileIcon},
+        {"ID_OpenFile", QStyle::SP_DialogOpenButton},
+        {"ID_CloseFile", QStyle::SP_DialogCloseButton},
+        {"ID_CompactDB", QStyle::SP_DriveHDIcon},
+        {"ID_EditCompilation", QStyle::SP_FileDialogDetailedView},
+        {"ID_NewCompilation", QStyle::SP_FileDialogNewFolder},
+        {"ID_DeleteCompilation", QStyle::SP_TrashIcon},
+        {"ID_Print", QStyle::SP_FileDialogContentsView},
+        {"ID_Help", QStyle::SP_DialogHelpButton},
+        {"ID_Exit", QStyle::SP_DialogCancelButton},
+    };
+    const auto it = icons.find(id);
+    return it == icons.end() ? QIcon() : style->standardIcon(it.value());
+}
+
+QKeySequence shortcutFor(const QString& id) {
+    static const QHash<QString, QKeySequence> keys{
+        {"ID_NewFile", QKeySequence::New},
+        {"ID_OpenFile", QKeySequence::Open},
+        {"ID_CloseFile", QKeySequence::Close},
+        {"ID_Print", QKeySequence::Print},
+        {"ID_Help", QKeySequence::HelpContents},
+        {"ID_Exit", QKeySequence::Quit},
+        {"ID_NewCompilation", QKeySequence(Qt::CTRL | Qt::Key_Insert)},
+        {"ID_EditCompilation", QKeySequence(Qt::CTRL | Qt::Key_E)},
+        {"ID_DeleteCompilation", QKeySequence(Qt::CTRL | Qt::Key_Delete)},
+    };
+    return keys.value(id);
+}
+
+}  // namespace
+
+MainToolBar::MainToolBar(QWidget* parent) : QToolBar(QStringLiteral("ToolBarMain"), parent) {
+    setObjectName(QStringLiteral("SSActiveToolBarsMain"));
+    setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    setMovable(false);
+    setIconSize(QSize(22, 22));
+    // Eleven captioned tools and the report list fit a window of ordinary width.
+    setStyleSheet(QStringLiteral("QToolButton { padding: 1px 3px; font-size: 8pt; }"));
+    for (const shell::ToolSpec& spec : shell::mainTools()) {
+        QAction* action = nullptr;
+        if (spec.isDropDown) {
+            reportTypes_ = new QComboBox(this);
+            reportTypes_->setObjectName(spec.id);
+            reportTypes_->addItems(shell::reportTypes());
+            reportTypes_->setToolTip(spec.caption);
+            reportTypes_->setStatusTip(spec.description);
+            reportTypes_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+            reportTypes_->setMinimumContentsLength(18);
+            action = addWidget(reportTypes_);
+        } else {
+            action = addAction(iconFor(style(), spec.id), spec.caption);
+            action->setShortcut(shortcutFor(spec.id));
+            connect(action, &QAction::triggered, this,
+                    [this, id = spec.id] { emit toolClicked(id); });
+        }
+        action->setObjectName(spec.id);
+        action->setStatusTip(spec.description);
+        action->setData(spec.category);
+        actions_.insert(spec.id, action);
+        if (spec.id == QLatin1String("ID_CompactDB") ||
+            spec.id == QLatin1String("ID_DeleteCompilation") ||
+            spec.id == QLatin1String("ID_PrintWhat")) {
+            addSeparator();
+        }
+    }
+}
+
+QAction* MainToolBar::tool(const QString& id) const {
+    return actions_.value(id, nullptr);
+}
+
+void MainToolBar::setToolEnabled(const QString& id, bool enabled) {
+    if (QAction* action = tool(id)) {
+        action->setEnabled(enabled);
+    }
+    if (id == QLatin1String("ID_PrintWhat") && reportTypes_ != nullptr) {
+        reportTypes_->setEnabled(enabled);
+    }
+}
+
+bool MainToolBar::isToolEnabled(const QString& id) const {
+    const QAction* action = tool(id);
+    return action != nullptr && action->isEnabled();
+}
+
+void MainToolBar::clickTool(const QString& id) {
+    if (QAction* action = tool(id); action != nullptr && action->isEnabled()) {
+        action->trigger();
+    }
+}
+
+}  // namespace ui

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "platform/dialogs.h"
+
+namespace ui {
+
+// The dialogs a person answers: message boxes, file and font dialogs of the desktop.
+class QtDialogs : public platform::Dialogs {
+public:
+    explicit QtDialogs(QWidget* parent = nullptr) : parent_(parent) {}
+    void setParent(QWidget* parent) { parent_ = parent; }
+
+    platform::MessageAnswer message(const platform::MessageRequest& request) override;
+    std::optional<QString> openFile(const platform::FileRequest& request) override;
+    std::optional<QFont> chooseFont(const QString& title, const QFont& initial) override;
+
+private:
+    QPointer<QWidget> parent_;
+};
+
+// "MS Access Files (*.mdb)|*.mdb" as Qt writes file filters: "MS Access Files (*.mdb)".
+QStringList qtNameFilters(const QString& filter);
+
+}  // namespace ui

@@ -1,0 +1,463 @@
+#include "ui/windows/overview_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QStackedWidget>
+
+#include "engine/jet_error.h"
+#include "engine/workspace.h"
+#include "platform/dialogs.h"
+#include "platform/program_folder.h"
+#include "query/goto_find.h"
+#include "query/goto_lists.h"
+#include "query/time_text.h"
+#include "shell/navigation.h"
+#include "shell/toolbar_tools.h"
+#include "store/album_source.h"
+#include "store/compilation_queries.h"
+#include "ui/controls/data_grid.h"
+#include "ui/controls/main_toolbar.h"
+#include "ui/controls/panel_status_bar.h"
+#include "ui/windows/help_window.h"
+
+namespace ui {
+
+namespace {
+
+const QStringList kFindCaptions{"Find &First", "Find &Prev.", "Find &Next", "Find &Last"};
+const QStringList kMoveCaptions{"Fi&rst", "Pre&vious", "Ne&xt", "L&ast"};
+
+QPushButton* makeButton(const QString& caption, const QString& name, QWidget* parent) {
+    auto* button = new QPushButton(caption, parent);
+    button->setObjectName(name);
+    return button;
+}
+
+}  // namespace
+
+OverviewWindow::OverviewWindow(platform::Dialogs& dialogs, QWidget* parent)
+    : QMainWindow(parent), dialogs_(dialogs), compilations_(this) {
+    setObjectName(QStringLiteral("frmOverview"));
+    compilations_.setObjectName(QStringLiteral("datCompilation01"));
+    setWindowTitle(QStringLiteral("Mixorama"));
+    buildControls();
+    resize(1220, 700);
+    move(shell::twipsToPixels(1000), 0);
+    statusBar_->setSimpleText(shell::kStatusHint);
+    showDatabaseState(false);
+    appNameBottom_->setText(QStringLiteral("Version 1.0"));
+}
+
+OverviewWindow::~OverviewWindow() { unloadAll(); }
+
+void OverviewWindow::buildControls() {
+    toolBar_ = new MainToolBar(this);
+    addToolBar(Qt::TopToolBarArea, toolBar_);
+    connect(toolBar_, &MainToolBar::toolClicked, this, &OverviewWindow::runTool);
+    statusBar_ = new PanelStatusBar(this);
+    statusBar_->setObjectName(QStringLiteral("stbOverview"));
+    setStatusBar(statusBar_);
+    auto* pages = new QStackedWidget(this);
+    introPage_ = buildIntroPage();
+    listPage_ = buildListPage();
+    pages->addWidget(introPage_);
+    pages->addWidget(listPage_);
+    setCentralWidget(pages);
+}
+
+QWidget* OverviewWindow::buildIntroPage() {
+    auto* page = new QWidget(this);
+    auto* layout = new QHBoxLayout(page);
+    introImage_ = new QLabel(page);
+    introImage_->setObjectName(QStringLiteral("imgIntro"));
+    introImage_->setFixedSize(shell::twipsToPixels(5850), shell::twipsToPixels(5200));
+    introImage_->setScaledContents(true);
+    introImage_->setPixmap(QPixmap(platform::programFolder() + QStringLiteral("/Intro-Image.bmp")));
+    auto* texts = new QVBoxLayout;
+    appNameTop_ = new QLabel(QStringLiteral("Add-on for\r\nAlbumory 98/2000"), page);
+    appNameTop_->setObjectName(QStringLiteral("lblAppName_Top"));
+    appNameBottom_ = new QLabel(page);
+    appNameBottom_->setObjectName(QStringLiteral("lblAppName_Bottom"));
+    appNameBottom_->setWordWrap(true);
+    const QColor shadow = palette().color(QPalette::Dark);
+    for (auto [label, size] : {std::pair{appNameTop_, 14}, std::pair{appNameBottom_, 10}}) {
+        QFont font = label->font();
+        font.setPointSize(size);
+        label->setFont(font);
+        label->setStyleSheet(QStringLiteral("color: %1").arg(shadow.name()));
+        label->setFixedWidth(shell::twipsToPixels(3500));
+    }
+    texts->addStretch(1);
+    texts->addWidget(appNameTop_);
+    texts->addStretch(3);
+    texts->addWidget(appNameBottom_);
+    texts->addStretch(1);
+    layout->addStretch(1);
+    layout->addWidget(introImage_);
+    layout->addSpacing(shell::twipsToPixels(150));
+    layout->addLayout(texts);
+    layout->addStretch(1);
+    return page;
+}
+
+QWidget* OverviewWindow::buildListPage() {
+    auto* page = new QWidget(this);
+    auto* layout = new QHBoxLayout(page);
+    grid_ = new DataGrid(page);
+    grid_->setObjectName(QStringLiteral("grd6Compilation"));
+    grid_->setDataControl(&compilations_);
+    grid_->setColumns(*store::gridColumns(QStringLiteral("overview")));
+    grid_->setCellFormatter([](int column, const QVariant& value) {
+        return column == 3 && !value.isNull() ? query::formatTime(value.toDouble()) : QString();
+    });
+    connect(grid_, &DataGrid::headerClicked, this, &OverviewWindow::onHeaderClicked);
+    connect(grid_, &DataGrid::rowChanged, this, &OverviewWindow::showPosition);
+    connect(grid_, &DataGrid::doubleClicked, this, &OverviewWindow::onGridDoubleClicked);
+    layout->addWidget(grid_, 1);
+    layout->addWidget(buildSidePanel());
+    return page;
+}
+
+QWidget* OverviewWindow::buildSidePanel() {
+    auto* panel = new QWidget(this);
+    panel->setFixedWidth(210);
+    auto* layout = new QGridLayout(panel);
+    gotoLabel_ = new QLabel(QStringLiteral("Nothing assigned to cmbGotoCompilation"), panel);
+    gotoLabel_->setObjectName(QStringLiteral("lblGotoCompilation"));
+    gotoLabel_->setWordWrap(true);
+    gotoList_ = new QComboBox(panel);
+    gotoList_->setObjectName(QStringLiteral("cmbGotoCompilation"));
+    gotoList_->setEditable(true);
+    gotoList_->setInsertPolicy(QComboBox::NoInsert);
+    gotoList_->setMaxVisibleItems(20);
+    gotoList_->installEventFilter(this);
+    gotoLabel_->setBuddy(gotoList_);
+    comparisonList_ = new QComboBox(panel);
+    comparisonList_->setObjectName(QStringLiteral("cmbComparisonCompilation"));
+    layout->addWidget(gotoLabel_, 0, 0, 1, 2);
+    layout->addWidget(gotoList_, 1, 0, 1, 2);
+    layout->addWidget(comparisonList_, 2, 0, 1, 2);
+    for (int i = 0; i < 4; ++i) {
+        findButtons_[i] = makeButton(kFindCaptions[i], QStringLiteral("btnFindC%1").arg(i + 1), panel);
+        connect(findButtons_[i], &QPushButton::clicked, this, [this, i] { findClicked(i + 1); });
+        layout->addWidget(findButtons_[i], 3 + i / 2, i % 2);
+    }
+    layout->setRowMinimumHeight(5, 24);
+    for (int i = 0; i < 4; ++i) {
+        moveButtons_[i] = makeButton(kMoveCaptions[i], QStringLiteral("btnMoveC%1").arg(i + 1), panel);
+        connect(moveButtons_[i], &QPushButton::clicked, this, [this, i] { moveClicked(i + 1); });
+        layout->addWidget(moveButtons_[i], 6 + i / 2, i % 2);
+    }
+    position_ = new QLabel(panel);
+    position_->setObjectName(QStringLiteral("digActualGridPos"));
+    position_->setAlignment(Qt::AlignCenter);
+    QFont digits(QStringLiteral("Monospace"));
+    digits.setStyleHint(QFont::Monospace);
+    digits.setPointSize(16);
+    digits.setBold(true);
+    position_->setFont(digits);
+    position_->setFrameShape(QFrame::StyledPanel);
+    layout->addWidget(position_, 8, 0, 1, 2);
+    layout->setRowStretch(9, 1);
+    return panel;
+}
+
+void OverviewWindow::showDatabaseState(bool isOpen) {
+    for (int i = 0; i < 4; ++i) {
+        moveButtons_[i]->setVisible(isOpen);
+        findButtons_[i]->setVisible(isOpen);
+    }
+    for (QWidget* widget : {static_cast<QWidget*>(comparisonList_), static_cast<QWidget*>(gotoList_),
+                            static_cast<QWidget*>(gotoLabel_), static_cast<QWidget*>(grid_),
+                            static_cast<QWidget*>(position_)}) {
+        widget->setVisible(isOpen);
+    }
+    for (QWidget* widget : {introImage_, appNameTop_, appNameBottom_}) {
+        widget->setVisible(!isOpen);
+    }
+    static_cast<QStackedWidget*>(centralWidget())->setCurrentWidget(isOpen ? listPage_ : introPage_);
+    for (const QString& id : shell::toolsForOpenDatabase()) {
+        toolBar_->setToolEnabled(id, isOpen);
+    }
+    for (const QString& id : shell::toolsForClosedDatabase()) {
+        toolBar_->setToolEnabled(id, !isOpen);
+    }
+}
+
+bool OverviewWindow::loadDatabase(const QString& path) {
+    if (shell::openCompilationDatabase(path, state_, dialogs_) != shell::OpenOutcome::Opened) {
+        setBusy(false);
+        return false;
+    }
+    setBusy(true);
+    try {
+        setStatusText(QStringLiteral("Loading Compilations ..."));
+        compilations_.setDatabase(state_.database);
+        store::setRecordSource(QStringLiteral("Compilation"), nullptr, compilations_, path);
+        compilations_.refresh();
+        setStatusText(QStringLiteral("Building List for Compilation Page: Compilation Title ..."));
+        state_.gotoField = QStringLiteral("c_name");
+        refillGotoList();
+        gotoLabel_->setText(QStringLiteral("Find Compilation Title:"));
+        setGridLayout(*grid_, QStringLiteral("overview"), colourCount());
+        const store::RecordCountText counts =
+            store::showRecordCount(compilations_.recordset(), state_.databasePath);
+        statusBar_->setPanelText(1, counts.database);
+        statusBar_->setPanelText(2, counts.count);
+        statusBar_->showPanels();
+        compilations_.notifyCurrentChanged();
+        setWindowTitle(QStringLiteral("Overview"));
+        position_->setStyleSheet(
+            QStringLiteral("color: %1").arg(shell::positionColour(colourCount()).name()));
+        showDatabaseState(true);
+        toolBar_->setToolEnabled(QStringLiteral("ID_NewCompilation"), true);
+        toolBar_->reportTypeList()->setCurrentIndex(shell::kDefaultReportType);
+        setToolbarState();
+        showListCount();
+        showPosition();
+    } catch (const engine::JetError&) {
+        setBusy(false);
+        return false;
+    }
+    setBusy(false);
+    return true;
+}
+
+void OverviewWindow::setToolbarState() {
+    const bool hasRows = compilations_.hasRecordset() && compilations_.recordset().recordCount() > 0;
+    for (const QString& id : shell::toolsForRows()) {
+        toolBar_->setToolEnabled(id, hasRows);
+    }
+    for (int i = 0; i < 4; ++i) {
+        moveButtons_[i]->setEnabled(hasRows);
+        findButtons_[i]->setEnabled(hasRows);
+    }
+    gotoList_->setEnabled(hasRows);
+    comparisonList_->setEnabled(hasRows);
+    if (hasRows) {
+        setTabOrder(gotoList_, comparisonList_);
+    }
+}
+
+void OverviewWindow::refillGotoList() {
+    const query::GotoLists lists =
+        query::fillCompilationGotoList(state_.database, state_.gotoField, state_.inputHint);
+    comparisonList_->clear();
+    comparisonList_->addItems(lists.comparisons);
+    comparisonList_->setCurrentText(lists.comparisonPreset);
+    gotoList_->clear();
+    gotoList_->addItems(lists.entries);
+    gotoList_->setToolTip(lists.tooltip);
+    gotoList_->setCurrentIndex(-1);
+    gotoList_->setEditText(QString());
+    state_.gotoCountCompilation = lists.count;
+}
+
+void OverviewWindow::showListCount() {
+    const int count = compilations_.hasRecordset() ? compilations_.recordset().recordCount() : 0;
+    statusBar_->setPanelText(2, shell::listCountText(count, state_.gotoCountCompilation));
+}
+
+void OverviewWindow::showPosition() {
+    if (compilations_.hasRecordset()) {
+        position_->setText(shell::positionText(compilations_.recordset()));
+    }
+}
+
+void OverviewWindow::onHeaderClicked(int column) {
+    if (column < 0 || column >= grid_->columnCount()) {
+        return;
+    }
+    setBusy(true);
+    try {
+        state_.gotoField = query::gotoFieldForColumn(grid_->columnDataField(column));
+        refillGotoList();
+        showListCount();
+        gotoLabel_->setText(QStringLiteral("Find ") + grid_->columnCaption(column) + QLatin1Char(':'));
+    } catch (const engine::JetError&) {
+        // The list stays as it was; the grid is still usable.
+    }
+    setBusy(false);
+}
+
+void OverviewWindow::onGridDoubleClicked() {
+    if (!compilations_.hasRecordset() || compilations_.recordset().recordCount() == 0) {
+        dialogs_.exclamation(QStringLiteral("No compilation available."));
+        return;
+    }
+    dialogs_.information(QStringLiteral("The compilation browser is not available yet."));
+}
+
+void OverviewWindow::findClicked(int index) {
+    if (!compilations_.hasRecordset()) {
+        return;
+    }
+    QString value = gotoList_->currentText();
+    query::findInGotoList(index, comparisonList_->currentText(), value, compilations_.recordset(),
+                          state_.gotoField, dialogs_);
+    gotoList_->setEditText(value);
+    compilations_.notifyCurrentChanged();
+}
+
+void OverviewWindow::moveClicked(int index) {
+    if (!compilations_.hasRecordset()) {
+        return;
+    }
+    shell::moveRecord(index, compilations_.recordset());
+    compilations_.notifyCurrentChanged();
+}
+
+bool OverviewWindow::eventFilter(QObject* watched, QEvent* event) {
+    // Enter in the goto list finds the first match, as "Find First" would.
+    if (watched == gotoList_ && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+            findButtons_[0]->click();
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void OverviewWindow::runTool(const QString& id) {
+    try {
+        switch (shell::commandForTool(id)) {
+            case shell::ToolCommand::NewDatabase: newDatabase(); break;
+            case shell::ToolCommand::OpenDatabase: openDatabase(); break;
+            case shell::ToolCommand::CloseDatabase: closeDatabase(); break;
+            case shell::ToolCommand::CompactDatabase: compactDatabase(); break;
+            case shell::ToolCommand::Print: print(); break;
+            case shell::ToolCommand::NewCompilation: openEditor(QStringLiteral("ADD")); break;
+            case shell::ToolCommand::EditCompilation: openEditor(QStringLiteral("EDIT")); break;
+            case shell::ToolCommand::DeleteCompilation: deleteCompilation(); break;
+            case shell::ToolCommand::Help: showHelp(); break;
+            case shell::ToolCommand::Exit: close(); break;
+            case shell::ToolCommand::Unknown:
+                dialogs_.message({platform::kAppTitle, shell::kUnexpectedToolError,
+                                  platform::MessageIcon::None, platform::MessageButtons::Ok,
+                                  platform::MessageAnswer::Ok});
+                break;
+        }
+    } catch (const engine::JetError&) {
+        // A command that fails in an unforeseen way ends; the window is left usable.
+        setBusy(false);
+    }
+}
+
+void OverviewWindow::newDatabase() {
+    if (const std::optional<QString> path = shell::newDatabase(dialogs_, *this)) {
+        loadDatabase(*path);
+    }
+}
+
+void OverviewWindow::openDatabase() {
+    if (const std::optional<QString> path = shell::chooseDatabase(dialogs_)) {
+        loadDatabase(*path);
+    }
+}
+
+void OverviewWindow::closeDatabase() {
+    shell::closeCompilationDatabase(state_);
+    compilations_.clear();
+    statusBar_->setSimpleText(shell::kStatusHint);
+    setWindowTitle(QStringLiteral("Mixorama"));
+    showDatabaseState(false);
+}
+
+void OverviewWindow::compactDatabase() { shell::compactDatabase(dialogs_, *this); }
+
+void OverviewWindow::deleteCompilation() {
+    const platform::MessageAnswer answer = dialogs_.message(
+        {platform::kAppTitle, QStringLiteral("Delete compilation. Are you sure?"),
+         platform::MessageIcon::Question, platform::MessageButtons::OkCancel,
+         platform::MessageAnswer::Ok});
+    if (answer == platform::MessageAnswer::Ok && compilations_.hasRecordset()) {
+        compilations_.recordset().remove();
+        compilations_.refresh();
+        state_.gotoField = QStringLiteral("c_name");
+        refillGotoList();
+        showListCount();
+        showPosition();
+    }
+    setToolbarState();
+}
+
+void OverviewWindow::openEditor(const QString& mode) {
+    setProperty("tag", mode);
+    dialogs_.information(QStringLiteral("The compilation editor is not available yet."));
+}
+
+void OverviewWindow::print() {
+    dialogs_.information(QStringLiteral("Printing is not yet available."));
+}
+
+void OverviewWindow::showHelp() {
+    if (help_ == nullptr) {
+        help_ = new HelpWindow(this);
+    }
+    help_->showContents();
+}
+
+double OverviewWindow::colourCount() const {
+    const QScreen* screen = this->screen() != nullptr ? this->screen() : QGuiApplication::primaryScreen();
+    return shell::colourCount(screen != nullptr ? screen->depth() : 24);
+}
+
+void OverviewWindow::closeEvent(QCloseEvent* event) {
+    if (unloaded_) {
+        event->accept();
+        return;
+    }
+    if (!dialogs_.askYesNo(QStringLiteral("Do you really want to exit the application?"))) {
+        event->ignore();
+        return;
+    }
+    unloadAll();
+    event->accept();
+}
+
+void OverviewWindow::unloadAll() {
+    if (unloaded_) {
+        return;
+    }
+    unloaded_ = true;
+    if (state_.database.isOpen()) {
+        store::dropAlbumLinks(state_.database);
+    }
+    compilations_.clear();
+    engine::Workspace::defaultWorkspace().close();
+    state_.database = engine::Database();
+    // The other windows close from the last opened to the first; the help goes last.
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (auto it = windows.crbegin(); it != windows.crend(); ++it) {
+        if (*it != this && *it != help_ && (*it)->isVisible()) {
+            (*it)->close();
+        }
+    }
+    if (help_ != nullptr) {
+        help_->close();
+    }
+}
+
+void OverviewWindow::setBusy(bool busy) {
+    if (busy) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        while (QApplication::overrideCursor() != nullptr) {
+            QApplication::restoreOverrideCursor();
+        }
+    }
+}
+
+void OverviewWindow::setStatusText(const QString& text) { statusBar_->setSimpleText(text); }
+
+void OverviewWindow::processPendingEvents() { QApplication::processEvents(); }
+
+}  // namespace ui

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QPointer>
+#include <array>
+
+#include "shell/app_state.h"
+#include "shell/database_commands.h"
+#include "store/data_control.h"
+
+class QComboBox;
+class QLabel;
+class QPushButton;
+
+namespace platform {
+class Dialogs;
+}
+
+namespace ui {
+
+class DataGrid;
+class MainToolBar;
+class PanelStatusBar;
+class HelpWindow;
+
+// The main window: the intro picture while no database is open, else the list of all
+// compilations with its goto, find and move controls. Its events call the logic of the shell.
+class OverviewWindow : public QMainWindow, private shell::CommandFeedback {
+    Q_OBJECT
+public:
+    OverviewWindow(platform::Dialogs& dialogs, QWidget* parent = nullptr);
+    ~OverviewWindow() override;
+
+    shell::AppState& state() { return state_; }
+    MainToolBar* toolBar() const { return toolBar_; }
+    PanelStatusBar* statusBarPanels() const { return statusBar_; }
+    DataGrid* grid() const { return grid_; }
+    store::DataControl* compilations() { return &compilations_; }
+
+    // Checks, opens and shows a compilation database, as after New or Open.
+    bool loadDatabase(const QString& path);
+    void runTool(const QString& id);  // the toolbar's dispatch
+    // The window's closing without its question (after Yes, or when the program ends).
+    void unloadAll();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildControls();
+    QWidget* buildIntroPage();
+    QWidget* buildListPage();
+    QWidget* buildSidePanel();
+    void showDatabaseState(bool isOpen);
+    void setToolbarState();
+    void refillGotoList();
+    void showListCount();
+    void showPosition();
+    void onHeaderClicked(int column);
+    void onGridDoubleClicked();
+    void findClicked(int index);
+    void moveClicked(int index);
+    void newDatabase();
+    void openDatabase();
+    void closeDatabase();
+    void compactDatabase();
+    void deleteCompilation();
+    void openEditor(const QString& mode);
+    void showHelp();
+    void print();
+    double colourCount() const;
+
+    // CommandFeedback
+    void setBusy(bool busy) override;
+    void setStatusText(const QString& text) override;
+    void processPendingEvents() override;
+
+    platform::Dialogs& dialogs_;
+    shell::AppState state_;
+    store::DataControl compilations_;
+    MainToolBar* toolBar_ = nullptr;
+    PanelStatusBar* statusBar_ = nullptr;
+    QWidget* introPage_ = nullptr;
+    QWidget* listPage_ = nullptr;
+    QLabel* introImage_ = nullptr;
+    QLabel* appNameTop_ = nullptr;
+    QLabel* appNameBottom_ = nullptr;
+    DataGrid* grid_ = nullptr;
+    QLabel* gotoLabel_ = nullptr;
+    QComboBox* gotoList_ = nullptr;
+    QComboBox* comparisonList_ = nullptr;
+    std::array<QPushButton*, 4> findButtons_{};
+    std::array<QPushButton*, 4> moveButtons_{};
+    QLabel* position_ = nullptr;
+    QPointer<HelpWindow> help_;
+    bool unloaded_ = false;
+};
+
+}  // namespace ui
