@@ -1,0 +1,121 @@
+#include "ui/controls/data_grid.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+
+#include "store/data_control.h"
+
+namespace ui {
+
+namespace {
+
+const int kMinimumColumnWidth = 60;
+const int kTwipsPerPixel = 15;
+const int kDefaultRowTwips = 250;
+
+}  // namespace
+
+DataGrid::DataGrid(QWidget* parent) : QTableView(parent), model_(new RecordsetModel(this)) {
+    setModel(model_);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setWordWrap(false);
+    verticalHeader()->hide();
+    // Fixed, uniform rows: the view then never measures rows, however many there are.
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(kDefaultRowTwips / kTwipsPerPixel);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
+    horizontalHeader()->setSectionsClickable(true);
+    horizontalHeader()->setHighlightSections(false);
+
+    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &DataGrid::headerClicked);
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &DataGrid::moveRecordset);
+    connect(model_, &QAbstractItemModel::modelReset, this, &DataGrid::followRecordset);
+    connect(this, &QAbstractItemView::clicked, this, [this] { emit clicked(); });
+}
+
+void DataGrid::setDataControl(store::DataControl* control) {
+    if (auto* old = model_->dataControl()) {
+        disconnect(old, nullptr, this, nullptr);
+    }
+    model_->setDataControl(control);
+    if (control) {
+        connect(control, &store::DataControl::currentChanged, this, &DataGrid::followRecordset);
+    }
+    followRecordset();
+}
+
+void DataGrid::setColumns(const std::vector<store::GridColumnSpec>& columns) {
+    model_->setColumns(columns);
+    fitColumnsToCaptions();
+}
+
+QString DataGrid::columnDataField(int column) const {
+    return column >= 0 && column < columnCount() ? model_->columns()[column].dataField : QString();
+}
+
+QString DataGrid::columnCaption(int column) const {
+    return column >= 0 && column < columnCount() ? model_->columns()[column].caption : QString();
+}
+
+void DataGrid::setCellFormatter(RecordsetModel::CellFormatter formatter) {
+    model_->setCellFormatter(std::move(formatter));
+}
+
+// Measured from the captions only: measuring cell contents would read every row.
+void DataGrid::fitColumnsToCaptions() {
+    for (int i = 0; i < columnCount(); ++i) {
+        setColumnWidth(i, std::max(horizontalHeader()->sectionSizeHint(i), kMinimumColumnWidth));
+    }
+}
+
+void DataGrid::followRecordset() {
+    store::DataControl* control = model_->dataControl();
+    const int row =
+        (control && control->hasRecordset()) ? control->recordset().absolutePosition() : -1;
+    const QModelIndex current = currentIndex();
+    following_ = true;
+    if (row >= 0 && row < model_->rowCount() && columnCount() > 0) {
+        const QModelIndex target = model_->index(row, std::max(current.column(), 0));
+        selectionModel()->setCurrentIndex(
+            target, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        scrollTo(target);
+    } else {
+        // No current record (or none shown): no row is selected.
+        selectionModel()->clear();
+    }
+    following_ = false;
+}
+
+void DataGrid::moveRecordset(const QModelIndex& current) {
+    if (!following_ && current.isValid()) {
+        store::DataControl* control = model_->dataControl();
+        if (control && control->hasRecordset() &&
+            current.row() < control->recordset().recordCount() &&
+            current.row() != control->recordset().absolutePosition()) {
+            control->recordset().setAbsolutePosition(current.row());
+            control->notifyCurrentChanged();
+        }
+    }
+    emit rowChanged();
+}
+
+void DataGrid::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        emit doubleClicked();
+        event->accept();
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+// Any double click in the rows' area counts, also on an empty grid: the windows tell the user
+// when there is no row to open.
+void DataGrid::mouseDoubleClickEvent(QMouseEvent* event) {
+    QTableView::mouseDoubleClickEvent(event);
+    emit doubleClicked();
+}
+
+}  // namespace ui
