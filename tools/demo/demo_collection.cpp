@@ -20,19 +20,21 @@ struct Medium {
     const char* manufacturer;
 };
 
-const Medium kMedia[] = {{"MD", 74, "Sony"},     {"MD", 80, "TDK"},      {"CD-ROM", 80, "Verbatim"},
-                         {"CD-R", 74, "Philips"}, {"Cassette", 90, "BASF"}, {"Cassette", 60, "Maxell"},
-                         {"MD", 74, "Maxell"},   {"DAT", 120, "Sony"}};
+const Medium kMedia[] = {{"MD", 74, "Sony"},         {"MD", 80, "TDK"},
+                         {"CD-ROM", 80, "Verbatim"}, {"CD-R", 74, "Philips"},
+                         {"Cassette", 90, "BASF"},   {"Cassette", 60, "Maxell"},
+                         {"MD", 74, "Maxell"},       {"DAT", 120, "Sony"}};
 
-const char* kTitles[] = {"Summer Mix '98", "Road Trip", "Late Night Drive", "Rainy Sunday",
-                         "Party Starters", "Ärzte & Friends", "Unplugged Evening", "Best of 1987",
-                         "Kitchen Grooves", "Winter Warmers", "Garage Days", "Björk & Beyond",
-                         "Slow Dances", "Rock'n'Roll Heaven", "Coffee House", "Workout",
-                         "Live at Home", "Sixties Gold", "Seventies Gems", "Eighties Hits",
-                         "Nineties Mix", "Guitar Heroes", "Chill Out", "Dinner Party",
-                         "Christmas Tape", "Wedding Songs", "Long Night", "Morning Coffee",
-                         "Beach House", "Mountain Air", "City Lights", "Old Friends",
-                         "New Finds 2000", "Road Trip II", "Zappa Time", "Ocean Drive"};
+const char* kTitles[] = {
+    "Summer Mix '98",  "Road Trip",          "Late Night Drive",  "Rainy Sunday",
+    "Party Starters",  "Ärzte & Friends",    "Unplugged Evening", "Best of 1987",
+    "Kitchen Grooves", "Winter Warmers",     "Garage Days",       "Björk & Beyond",
+    "Slow Dances",     "Rock'n'Roll Heaven", "Coffee House",      "Workout",
+    "Live at Home",    "Sixties Gold",       "Seventies Gems",    "Eighties Hits",
+    "Nineties Mix",    "Guitar Heroes",      "Chill Out",         "Dinner Party",
+    "Christmas Tape",  "Wedding Songs",      "Long Night",        "Morning Coffee",
+    "Beach House",     "Mountain Air",       "City Lights",       "Old Friends",
+    "New Finds 2000",  "Road Trip II",       "Zappa Time",        "Ocean Drive"};
 
 const char* kBoxes[] = {"Box 1", "Box 2", "Shelf A", "Car", "Drawer", nullptr};
 
@@ -62,9 +64,10 @@ void addTracks(engine::Database& database, qint64 compilationId, int minutes,
         tracks.setValue("Album_Title", album.title);
         tracks.setValue("Album_Artist_Name", album.artistSort);
         tracks.setValue("Length", track.length);
-        tracks.setValue("RecordedStart", track.recordedStart.trimmed().left(4).toInt() > 0
-                                             ? QVariant(track.recordedStart.trimmed().left(4).toInt())
-                                             : QVariant());
+        tracks.setValue("RecordedStart",
+                        track.recordedStart.trimmed().left(4).toInt() > 0
+                            ? QVariant(track.recordedStart.trimmed().left(4).toInt())
+                            : QVariant());
         tracks.setValue("Live", track.live);
         tracks.setValue("Version", track.version.isEmpty() ? QVariant() : QVariant(track.version));
         tracks.setValue("Item", track.item);
@@ -109,7 +112,8 @@ void fillCompilations(const QString& path, int count, quint32 seed,
         compilations.setValue("Box", box ? QVariant(QString::fromUtf8(box)) : QVariant());
         compilations.setValue("RecDate", QDate(1996, 1, 1).addDays(pick(random, 2200)));
         if (pick(random, 3) == 0) {
-            compilations.setValue("Notes", QStringLiteral("Recorded for a friend; side B a bit quiet."));
+            compilations.setValue("Notes",
+                                  QStringLiteral("Recorded for a friend; side B a bit quiet."));
         }
         compilations.update();
         compilations.setBookmark(compilations.lastModified());

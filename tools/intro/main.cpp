@@ -79,9 +79,11 @@ void paintTitle(QPainter& painter) {
     QFont font(QStringLiteral("DejaVu Sans"), 30, QFont::Bold);
     painter.setFont(font);
     painter.setPen(QColor(0, 0, 0, 140));
-    painter.drawText(QRectF(2, kHeight - 74, kWidth, 50), Qt::AlignCenter, QStringLiteral("Mixorama"));
+    painter.drawText(QRectF(2, kHeight - 74, kWidth, 50), Qt::AlignCenter,
+                     QStringLiteral("Mixorama"));
     painter.setPen(QColor(245, 240, 225));
-    painter.drawText(QRectF(0, kHeight - 76, kWidth, 50), Qt::AlignCenter, QStringLiteral("Mixorama"));
+    painter.drawText(QRectF(0, kHeight - 76, kWidth, 50), Qt::AlignCenter,
+                     QStringLiteral("Mixorama"));
     QFont small(QStringLiteral("DejaVu Sans"), 9);
     painter.setFont(small);
     painter.setPen(QColor(170, 185, 215));

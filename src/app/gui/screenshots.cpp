@@ -7,10 +7,10 @@
 #include <QTemporaryDir>
 #include <QTextStream>
 
+#include <QHeaderView>
 #include "demo/demo_collection.h"
 #include "platform/scripted_dialogs.h"
 #include "ui/controls/data_grid.h"
-#include <QHeaderView>
 #include "ui/windows/help_window.h"
 #include "ui/windows/overview_window.h"
 

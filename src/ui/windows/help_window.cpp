@@ -20,12 +20,15 @@ HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent), browser_(new QTextBro
 }
 
 void HelpWindow::showContents() {
-    browser_->setSource(QUrl::fromLocalFile(platform::programFolder() + QStringLiteral("/help/index.html")));
+    browser_->setSource(
+        QUrl::fromLocalFile(platform::programFolder() + QStringLiteral("/help/index.html")));
     show();
     raise();
     activateWindow();
 }
 
-QString HelpWindow::currentPage() const { return browser_->source().fileName(); }
+QString HelpWindow::currentPage() const {
+    return browser_->source().fileName();
+}
 
 }  // namespace ui

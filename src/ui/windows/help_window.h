@@ -9,12 +9,12 @@ namespace ui {
 // The help: HTML pages from the program folder's help/ in a browser window.
 class HelpWindow : public QDialog {
     Q_OBJECT
-public:
+  public:
     explicit HelpWindow(QWidget* parent = nullptr);
     void showContents();
     QString currentPage() const;
 
-private:
+  private:
     QTextBrowser* browser_;
 };
 

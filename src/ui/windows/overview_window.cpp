@@ -55,7 +55,9 @@ OverviewWindow::OverviewWindow(platform::Dialogs& dialogs, QWidget* parent)
     appNameBottom_->setText(QStringLiteral("Version 1.0"));
 }
 
-OverviewWindow::~OverviewWindow() { unloadAll(); }
+OverviewWindow::~OverviewWindow() {
+    unloadAll();
+}
 
 void OverviewWindow::buildControls() {
     toolBar_ = new MainToolBar(this);
@@ -145,13 +147,15 @@ QWidget* OverviewWindow::buildSidePanel() {
     layout->addWidget(gotoList_, 1, 0, 1, 2);
     layout->addWidget(comparisonList_, 2, 0, 1, 2);
     for (int i = 0; i < 4; ++i) {
-        findButtons_[i] = makeButton(kFindCaptions[i], QStringLiteral("btnFindC%1").arg(i + 1), panel);
+        findButtons_[i] =
+            makeButton(kFindCaptions[i], QStringLiteral("btnFindC%1").arg(i + 1), panel);
         connect(findButtons_[i], &QPushButton::clicked, this, [this, i] { findClicked(i + 1); });
         layout->addWidget(findButtons_[i], 3 + i / 2, i % 2);
     }
     layout->setRowMinimumHeight(5, 24);
     for (int i = 0; i < 4; ++i) {
-        moveButtons_[i] = makeButton(kMoveCaptions[i], QStringLiteral("btnMoveC%1").arg(i + 1), panel);
+        moveButtons_[i] =
+            makeButton(kMoveCaptions[i], QStringLiteral("btnMoveC%1").arg(i + 1), panel);
         connect(moveButtons_[i], &QPushButton::clicked, this, [this, i] { moveClicked(i + 1); });
         layout->addWidget(moveButtons_[i], 6 + i / 2, i % 2);
     }
@@ -174,15 +178,16 @@ void OverviewWindow::showDatabaseState(bool isOpen) {
         moveButtons_[i]->setVisible(isOpen);
         findButtons_[i]->setVisible(isOpen);
     }
-    for (QWidget* widget : {static_cast<QWidget*>(comparisonList_), static_cast<QWidget*>(gotoList_),
-                            static_cast<QWidget*>(gotoLabel_), static_cast<QWidget*>(grid_),
-                            static_cast<QWidget*>(position_)}) {
+    for (QWidget* widget : {static_cast<QWidget*>(comparisonList_),
+                            static_cast<QWidget*>(gotoList_), static_cast<QWidget*>(gotoLabel_),
+                            static_cast<QWidget*>(grid_), static_cast<QWidget*>(position_)}) {
         widget->setVisible(isOpen);
     }
     for (QWidget* widget : {introImage_, appNameTop_, appNameBottom_}) {
         widget->setVisible(!isOpen);
     }
-    static_cast<QStackedWidget*>(centralWidget())->setCurrentWidget(isOpen ? listPage_ : introPage_);
+    static_cast<QStackedWidget*>(centralWidget())
+        ->setCurrentWidget(isOpen ? listPage_ : introPage_);
     for (const QString& id : shell::toolsForOpenDatabase()) {
         toolBar_->setToolEnabled(id, isOpen);
     }
@@ -231,7 +236,8 @@ bool OverviewWindow::loadDatabase(const QString& path) {
 }
 
 void OverviewWindow::setToolbarState() {
-    const bool hasRows = compilations_.hasRecordset() && compilations_.recordset().recordCount() > 0;
+    const bool hasRows =
+        compilations_.hasRecordset() && compilations_.recordset().recordCount() > 0;
     for (const QString& id : shell::toolsForRows()) {
         toolBar_->setToolEnabled(id, hasRows);
     }
@@ -280,7 +286,8 @@ void OverviewWindow::onHeaderClicked(int column) {
         state_.gotoField = query::gotoFieldForColumn(grid_->columnDataField(column));
         refillGotoList();
         showListCount();
-        gotoLabel_->setText(QStringLiteral("Find ") + grid_->columnCaption(column) + QLatin1Char(':'));
+        gotoLabel_->setText(QStringLiteral("Find ") + grid_->columnCaption(column) +
+                            QLatin1Char(':'));
     } catch (const engine::JetError&) {
         // The list stays as it was; the grid is still usable.
     }
@@ -329,16 +336,36 @@ bool OverviewWindow::eventFilter(QObject* watched, QEvent* event) {
 void OverviewWindow::runTool(const QString& id) {
     try {
         switch (shell::commandForTool(id)) {
-            case shell::ToolCommand::NewDatabase: newDatabase(); break;
-            case shell::ToolCommand::OpenDatabase: openDatabase(); break;
-            case shell::ToolCommand::CloseDatabase: closeDatabase(); break;
-            case shell::ToolCommand::CompactDatabase: compactDatabase(); break;
-            case shell::ToolCommand::Print: print(); break;
-            case shell::ToolCommand::NewCompilation: openEditor(QStringLiteral("ADD")); break;
-            case shell::ToolCommand::EditCompilation: openEditor(QStringLiteral("EDIT")); break;
-            case shell::ToolCommand::DeleteCompilation: deleteCompilation(); break;
-            case shell::ToolCommand::Help: showHelp(); break;
-            case shell::ToolCommand::Exit: close(); break;
+            case shell::ToolCommand::NewDatabase:
+                newDatabase();
+                break;
+            case shell::ToolCommand::OpenDatabase:
+                openDatabase();
+                break;
+            case shell::ToolCommand::CloseDatabase:
+                closeDatabase();
+                break;
+            case shell::ToolCommand::CompactDatabase:
+                compactDatabase();
+                break;
+            case shell::ToolCommand::Print:
+                print();
+                break;
+            case shell::ToolCommand::NewCompilation:
+                openEditor(QStringLiteral("ADD"));
+                break;
+            case shell::ToolCommand::EditCompilation:
+                openEditor(QStringLiteral("EDIT"));
+                break;
+            case shell::ToolCommand::DeleteCompilation:
+                deleteCompilation();
+                break;
+            case shell::ToolCommand::Help:
+                showHelp();
+                break;
+            case shell::ToolCommand::Exit:
+                close();
+                break;
             case shell::ToolCommand::Unknown:
                 dialogs_.message({platform::kAppTitle, shell::kUnexpectedToolError,
                                   platform::MessageIcon::None, platform::MessageButtons::Ok,
@@ -371,13 +398,15 @@ void OverviewWindow::closeDatabase() {
     showDatabaseState(false);
 }
 
-void OverviewWindow::compactDatabase() { shell::compactDatabase(dialogs_, *this); }
+void OverviewWindow::compactDatabase() {
+    shell::compactDatabase(dialogs_, *this);
+}
 
 void OverviewWindow::deleteCompilation() {
-    const platform::MessageAnswer answer = dialogs_.message(
-        {platform::kAppTitle, QStringLiteral("Delete compilation. Are you sure?"),
-         platform::MessageIcon::Question, platform::MessageButtons::OkCancel,
-         platform::MessageAnswer::Ok});
+    const platform::MessageAnswer answer =
+        dialogs_.message({platform::kAppTitle, QStringLiteral("Delete compilation. Are you sure?"),
+                          platform::MessageIcon::Question, platform::MessageButtons::OkCancel,
+                          platform::MessageAnswer::Ok});
     if (answer == platform::MessageAnswer::Ok && compilations_.hasRecordset()) {
         compilations_.recordset().remove();
         compilations_.refresh();
@@ -406,7 +435,8 @@ void OverviewWindow::showHelp() {
 }
 
 double OverviewWindow::colourCount() const {
-    const QScreen* screen = this->screen() != nullptr ? this->screen() : QGuiApplication::primaryScreen();
+    const QScreen* screen =
+        this->screen() != nullptr ? this->screen() : QGuiApplication::primaryScreen();
     return shell::colourCount(screen != nullptr ? screen->depth() : 24);
 }
 
@@ -456,8 +486,12 @@ void OverviewWindow::setBusy(bool busy) {
     }
 }
 
-void OverviewWindow::setStatusText(const QString& text) { statusBar_->setSimpleText(text); }
+void OverviewWindow::setStatusText(const QString& text) {
+    statusBar_->setSimpleText(text);
+}
 
-void OverviewWindow::processPendingEvents() { QApplication::processEvents(); }
+void OverviewWindow::processPendingEvents() {
+    QApplication::processEvents();
+}
 
 }  // namespace ui

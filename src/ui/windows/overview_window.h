@@ -27,7 +27,7 @@ class HelpWindow;
 // compilations with its goto, find and move controls. Its events call the logic of the shell.
 class OverviewWindow : public QMainWindow, private shell::CommandFeedback {
     Q_OBJECT
-public:
+  public:
     OverviewWindow(platform::Dialogs& dialogs, QWidget* parent = nullptr);
     ~OverviewWindow() override;
 
@@ -43,11 +43,11 @@ public:
     // The window's closing without its question (after Yes, or when the program ends).
     void unloadAll();
 
-protected:
+  protected:
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-private:
+  private:
     void buildControls();
     QWidget* buildIntroPage();
     QWidget* buildListPage();
