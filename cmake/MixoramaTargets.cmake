@@ -45,6 +45,9 @@ function(mx_test name)
         MIXORAMA_PROGRAM_DIR="${MIXORAMA_PROGRAM_DIR}"
         MIXORAMA_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
     include(GoogleTest)
+    # Two properties rather than one ENVIRONMENT list: the discovery passes properties through a
+    # list of its own, which loses a list inside it.
     gtest_discover_tests(test_${name} DISCOVERY_MODE PRE_TEST
-        PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;MIXORAMA_HOME=${MIXORAMA_PROGRAM_DIR}")
+        PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
+                   ENVIRONMENT_MODIFICATION "MIXORAMA_HOME=set:${MIXORAMA_PROGRAM_DIR}")
 endfunction()
