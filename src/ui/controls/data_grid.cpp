@@ -10,6 +10,8 @@ namespace ui {
 namespace {
 
 const int kMinimumColumnWidth = 60;
+const int kMaximumColumnWidth = 280;
+const int kRowsMeasured = 40;
 const int kTwipsPerPixel = 15;
 const int kDefaultRowTwips = 250;
 
@@ -28,11 +30,15 @@ DataGrid::DataGrid(QWidget* parent) : QTableView(parent), model_(new RecordsetMo
     horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
     horizontalHeader()->setSectionsClickable(true);
     horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setStretchLastSection(true);
+    // Column widths look at the first rows only, never at all of them.
+    horizontalHeader()->setResizeContentsPrecision(kRowsMeasured);
 
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &DataGrid::headerClicked);
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &DataGrid::moveRecordset);
     connect(model_, &QAbstractItemModel::modelReset, this, &DataGrid::followRecordset);
+    connect(model_, &QAbstractItemModel::modelReset, this, &DataGrid::fitColumnsToContents);
     connect(this, &QAbstractItemView::clicked, this, [this] { emit clicked(); });
 }
 
@@ -68,6 +74,16 @@ void DataGrid::setCellFormatter(RecordsetModel::CellFormatter formatter) {
 void DataGrid::fitColumnsToCaptions() {
     for (int i = 0; i < columnCount(); ++i) {
         setColumnWidth(i, std::max(horizontalHeader()->sectionSizeHint(i), kMinimumColumnWidth));
+    }
+}
+
+void DataGrid::fitColumnsToContents() {
+    if (model_->rowCount() == 0) {
+        return;
+    }
+    for (int i = 0; i < columnCount(); ++i) {
+        const int wanted = std::max(sizeHintForColumn(i), horizontalHeader()->sectionSizeHint(i));
+        setColumnWidth(i, std::clamp(wanted, kMinimumColumnWidth, kMaximumColumnWidth));
     }
 }
 

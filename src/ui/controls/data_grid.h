@@ -44,6 +44,7 @@ class DataGrid : public QTableView {
     void followRecordset();
     void moveRecordset(const QModelIndex& current);
     void fitColumnsToCaptions();
+    void fitColumnsToContents();  // by the first rows only
 
     RecordsetModel* model_;
     bool following_ = false;  // the grid is selecting the record set's row itself
