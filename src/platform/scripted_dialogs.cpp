@@ -17,18 +17,18 @@ std::optional<QString> ScriptedDialogs::openFile(const FileRequest& request) {
     if (fileAnswers_.empty()) {
         return std::nullopt;
     }
-    auto answer = fileAnswers_.front();
+    const auto [given, path] = fileAnswers_.front();
     fileAnswers_.pop_front();
-    return answer;
+    return given ? std::optional<QString>(path) : std::nullopt;
 }
 
 std::optional<QFont> ScriptedDialogs::chooseFont(const QString&, const QFont&) {
     if (fontAnswers_.empty()) {
         return std::nullopt;
     }
-    auto answer = fontAnswers_.front();
+    const auto [given, font] = fontAnswers_.front();
     fontAnswers_.pop_front();
-    return answer;
+    return given ? std::optional<QFont>(font) : std::nullopt;
 }
 
 void ScriptedDialogs::clear() {

@@ -18,8 +18,12 @@ class ScriptedDialogs : public Dialogs {
     // Queue the answers; an empty queue answers a message with its default answer,
     // a file dialog with Cancel and a font dialog with Cancel.
     void answerMessage(MessageAnswer answer) { messageAnswers_.push_back(answer); }
-    void answerFile(std::optional<QString> path) { fileAnswers_.push_back(std::move(path)); }
-    void answerFont(std::optional<QFont> font) { fontAnswers_.push_back(std::move(font)); }
+    void answerFile(const std::optional<QString>& path) {
+        fileAnswers_.push_back({path.has_value(), path.value_or(QString())});
+    }
+    void answerFont(const std::optional<QFont>& font) {
+        fontAnswers_.push_back({font.has_value(), font.value_or(QFont())});
+    }
 
     const std::vector<MessageRequest>& messages() const { return messages_; }
     const std::vector<FileRequest>& fileRequests() const { return fileRequests_; }
@@ -30,8 +34,9 @@ class ScriptedDialogs : public Dialogs {
 
   private:
     std::deque<MessageAnswer> messageAnswers_;
-    std::deque<std::optional<QString>> fileAnswers_;
-    std::deque<std::optional<QFont>> fontAnswers_;
+    // Answers as (given, value): false stands for Cancel.
+    std::deque<std::pair<bool, QString>> fileAnswers_;
+    std::deque<std::pair<bool, QFont>> fontAnswers_;
     std::vector<MessageRequest> messages_;
     std::vector<FileRequest> fileRequests_;
 };
