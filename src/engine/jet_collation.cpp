@@ -70,6 +70,10 @@ int compareJetText(std::string_view a, std::string_view b) {
     for (size_t i = 0; i < common; ++i) {
         const auto ca = static_cast<unsigned char>(a[i]);
         const auto cb = static_cast<unsigned char>(b[i]);
+        // Identical bytes decide nothing, accented or not: most names that meet in a sort share
+        // their first letters, and only the first difference needs the Unicode rules.
+        if (ca == cb)
+            continue;
         if (!isAscii(ca) || !isAscii(cb))
             return compareFrom(a, b, i);
         if (asciiLower(ca) != asciiLower(cb))

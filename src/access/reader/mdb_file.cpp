@@ -99,7 +99,9 @@ MdbFile::MdbFile(const char* path) {
     readJet4TextAsUtf16(mdb.get());
     mdb_set_bind_size(mdb.get(), kBindSize);
     mdb_set_boolean_fmt_numbers(mdb.get());
-    if (mdb_read_catalog(mdb.get(), MDB_TABLE) == nullptr)
+    // Every Access file lists at least its own catalogue table; an empty list means the
+    // catalogue's pages could not be read.
+    if (mdb_read_catalog(mdb.get(), MDB_TABLE) == nullptr || mdb.get()->catalog->len == 0)
         throw Failure(ExitCode::kNotADatabase, std::string("unreadable catalog in ") + path);
     mdb_ = mdb.release();
 }

@@ -11,6 +11,10 @@ SqliteOut::SqliteOut(const char* path) {
     if (sqlite3_open_v2(path, &db_, flags, nullptr) != SQLITE_OK)
         fail(QStringLiteral("cannot open %1").arg(QString::fromUtf8(path)));
     sqlite3_busy_timeout(db_, 5000);
+    // The copy is a scratch file that lives as long as the links: no waiting for the disk, and
+    // the journal stays in memory, where it can still undo a copy that fails half-way.
+    sqlite3_exec(db_, "PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF", nullptr, nullptr,
+                 nullptr);
 }
 
 SqliteOut::~SqliteOut() {
