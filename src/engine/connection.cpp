@@ -34,6 +34,14 @@ QString fileUri(const QString& path, bool readOnly) {
     return uri;
 }
 
+JetError objectNotFound(const QString& table) {
+    return JetError(jet::kObjectNotFound,
+                    QStringLiteral("The Microsoft Jet database engine could not find the object "
+                                   "'%1'. Make sure the object exists and that you spell its name "
+                                   "and the path name correctly.")
+                        .arg(table));
+}
+
 }  // namespace
 
 Connection::Connection(sqlite3* db, QString path, bool readOnly)
@@ -133,67 +141,110 @@ bool Connection::hasView(const QString& name) {
     return query.step();
 }
 
+void Connection::attach(const QString& file, const QString& schema) {
+    Statement statement(db(), QStringLiteral("ATTACH DATABASE ? AS %1").arg(quoteName(schema)));
+    statement.bind(1, fileUri(file, true));
+    statement.exec();
+}
+
+bool Connection::schemaHasTable(const QString& schema, const QString& table) {
+    Statement exists(db(), QStringLiteral("SELECT 1 FROM %1.sqlite_master WHERE type IN "
+                                          "('table','view') AND lower(name) = lower(?)")
+                               .arg(quoteName(schema)));
+    exists.bind(1, table);
+    return exists.step();
+}
+
+ForeignTableReader& Connection::readerFor(const QString& file) {
+    ForeignTableReader* reader = foreignTableReader();
+    if (!QFileInfo::exists(file)) {
+        throw JetError(jet::kFileNotFound, QStringLiteral("Could not find file '%1'.").arg(file));
+    }
+    if (reader == nullptr || !reader->canRead(file)) {
+        throw JetError(jet::kNotADatabase,
+                       QStringLiteral("Unrecognized database format '%1'.").arg(file));
+    }
+    return *reader;
+}
+
+QString Connection::newScratchFile() {
+    QTemporaryFile temp(QDir::tempPath() + QStringLiteral("/mixorama-links-XXXXXX.sqlite"));
+    temp.setAutoRemove(false);
+    if (!temp.open()) {
+        throw JetError(jet::kDiskError, QStringLiteral("Disk or network error."));
+    }
+    const QString path = temp.fileName();
+    temp.close();
+    QFile::remove(path);
+    return path;
+}
+
+// Copies tables of a foreign file into its scratch copy, which is attached before and after.
+QString Connection::copyForeignTables(const QString& file, const QStringList& tables) {
+    ForeignTableReader& reader = readerFor(file);
+    const QString key = QFileInfo(file).absoluteFilePath();
+    QString schema = attachedFiles_.value(key);
+    const bool fresh = schema.isEmpty();
+    const QString copy = fresh ? newScratchFile() : copiedFiles_.value(schema);
+    if (!fresh) {
+        execSqlite(db(), QStringLiteral("DETACH DATABASE %1").arg(quoteName(schema)));
+    }
+    try {
+        reader.copyTables(file, tables, copy);
+    } catch (...) {
+        if (fresh) {
+            QFile::remove(copy);
+        } else {
+            attach(copy, schema);
+        }
+        throw;
+    }
+    if (fresh) {
+        schema = QStringLiteral("link%1").arg(++attachCounter_);
+        attachedFiles_.insert(key, schema);
+        copiedFiles_.insert(schema, copy);
+    }
+    attach(copy, schema);
+    return schema;
+}
+
+void Connection::prefetchLinkedTables(const QString& file, const QStringList& tables) {
+    if (isSqliteFile(file)) {
+        return;  // attached as it is, nothing to copy
+    }
+    const QStringList present = readerFor(file).tableNames(file);
+    QStringList wanted;
+    for (const QString& table : tables) {
+        if (present.contains(table, Qt::CaseInsensitive)) {
+            wanted << table;
+        }
+    }
+    linkedFileTables_.insert(QFileInfo(file).absoluteFilePath(), present);
+    if (!wanted.isEmpty()) {
+        copyForeignTables(file, wanted);
+    }
+}
+
 QString Connection::attachLinkedFile(const QString& file, const QString& sourceTable) {
     const QString key = QFileInfo(file).absoluteFilePath();
     QString schema = attachedFiles_.value(key);
-    QString source = key;
-    const bool sqlite = isSqliteFile(file);
-    if (!sqlite) {
-        ForeignTableReader* reader = foreignTableReader();
-        if (reader == nullptr || !QFileInfo::exists(file) || !reader->canRead(file)) {
-            if (!QFileInfo::exists(file)) {
-                throw JetError(jet::kFileNotFound,
-                               QStringLiteral("Could not find file '%1'.").arg(file));
-            }
-            throw JetError(jet::kNotADatabase,
-                           QStringLiteral("Unrecognized database format '%1'.").arg(file));
-        }
-        QString copy = schema.isEmpty() ? QString() : copiedFiles_.value(schema);
-        if (copy.isEmpty()) {
-            QTemporaryFile temp(QDir::tempPath() + QStringLiteral("/mixorama-links-XXXXXX.sqlite"));
-            temp.setAutoRemove(false);
-            if (!temp.open()) {
-                throw JetError(jet::kDiskError, QStringLiteral("Disk or network error."));
-            }
-            copy = temp.fileName();
-            temp.close();
-            QFile::remove(copy);
-        }
-        if (!schema.isEmpty()) {
-            execSqlite(db(), QStringLiteral("DETACH DATABASE %1").arg(quoteName(schema)));
-        }
-        try {
-            reader->copyTables(file, {sourceTable}, copy);
-        } catch (...) {
-            if (!schema.isEmpty()) {
-                Statement attach(db(),
-                                 QStringLiteral("ATTACH DATABASE ? AS %1").arg(quoteName(schema)));
-                attach.bind(1, fileUri(copy, true));
-                attach.exec();
-            } else {
-                QFile::remove(copy);
-            }
-            throw;
-        }
-        source = copy;
+    if (isSqliteFile(file)) {
         if (schema.isEmpty()) {
             schema = QStringLiteral("link%1").arg(++attachCounter_);
+            attach(key, schema);
             attachedFiles_.insert(key, schema);
         }
-        copiedFiles_.insert(schema, copy);
-        Statement attach(db(), QStringLiteral("ATTACH DATABASE ? AS %1").arg(quoteName(schema)));
-        attach.bind(1, fileUri(copy, true));
-        attach.exec();
         return schema;
     }
-    if (schema.isEmpty()) {
-        schema = QStringLiteral("link%1").arg(++attachCounter_);
-        Statement attach(db(), QStringLiteral("ATTACH DATABASE ? AS %1").arg(quoteName(schema)));
-        attach.bind(1, fileUri(source, true));
-        attach.exec();
-        attachedFiles_.insert(key, schema);
+    if (!schema.isEmpty() && schemaHasTable(schema, sourceTable)) {
+        return schema;  // copied with the others
     }
-    return schema;
+    const auto known = linkedFileTables_.constFind(key);
+    if (known != linkedFileTables_.constEnd() &&
+        !known->contains(sourceTable, Qt::CaseInsensitive)) {
+        throw objectNotFound(sourceTable);
+    }
+    return copyForeignTables(file, {sourceTable});
 }
 
 void Connection::addLink(const QString& name, const QString& file, const QString& sourceTable) {
@@ -207,11 +258,7 @@ void Connection::addLink(const QString& name, const QString& file, const QString
     exists.bind(1, sourceTable);
     if (!exists.step()) {
         detachIfUnused(schema);
-        throw JetError(jet::kObjectNotFound,
-                       QStringLiteral("The Microsoft Jet database engine could not find the object "
-                                      "'%1'. Make sure the object exists and that you spell its "
-                                      "name and the path name correctly.")
-                           .arg(sourceTable));
+        throw objectNotFound(sourceTable);
     }
     const QString realSource = exists.text(0);
     execSqlite(db(), QStringLiteral("CREATE TEMP VIEW %1 AS SELECT * FROM %2.%3")

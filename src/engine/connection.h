@@ -7,6 +7,10 @@
 
 #include "engine/field_type.h"
 
+namespace engine {
+class ForeignTableReader;
+}
+
 struct sqlite3;
 
 namespace engine {
@@ -45,6 +49,9 @@ class Connection {
 
     const QHash<QString, LinkedTable>& links() const { return links_; }
     void addLink(const QString& name, const QString& file, const QString& sourceTable);
+    // Copies, in one reading of the file, those of the tables that a foreign file holds, so that
+    // linking them one by one afterwards reads nothing more.
+    void prefetchLinkedTables(const QString& file, const QStringList& tables);
     bool removeLink(const QString& name);
 
     int nextSnapshotNumber() { return ++snapshotCounter_; }
@@ -52,6 +59,11 @@ class Connection {
   private:
     Connection(sqlite3* db, QString path, bool readOnly);
     QString attachLinkedFile(const QString& file, const QString& sourceTable);
+    QString copyForeignTables(const QString& file, const QStringList& tables);
+    void attach(const QString& file, const QString& schema);
+    bool schemaHasTable(const QString& schema, const QString& table);
+    static ForeignTableReader& readerFor(const QString& file);
+    static QString newScratchFile();
     void detachIfUnused(const QString& schema);
 
     sqlite3* db_ = nullptr;
@@ -59,9 +71,10 @@ class Connection {
     bool readOnly_ = false;
     bool foreign_ = false;
     QStringList foreignTables_;
-    QHash<QString, LinkedTable> links_;      // by lower-cased local name
-    QHash<QString, QString> attachedFiles_;  // linked file -> schema
-    QHash<QString, QString> copiedFiles_;    // schema -> temporary copy to delete
+    QHash<QString, LinkedTable> links_;             // by lower-cased local name
+    QHash<QString, QString> attachedFiles_;         // linked file -> schema
+    QHash<QString, QString> copiedFiles_;           // schema -> temporary copy to delete
+    QHash<QString, QStringList> linkedFileTables_;  // foreign file -> the tables it holds
     int attachCounter_ = 0;
     int snapshotCounter_ = 0;
 };

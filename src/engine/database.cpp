@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <QHash>
 #include <QRegularExpression>
 
 #include "engine/connection.h"
@@ -61,6 +62,18 @@ int selectInto(sqlite3* db, const QString& table, const QString& select) {
     const int rows = sqlite3_changes(db);
     transaction.commit();
     return rows;
+}
+
+QString linkedFile(const TableDef& definition) {
+    const int at = definition.connect.indexOf(QLatin1String("DATABASE="), 0, Qt::CaseInsensitive);
+    if (at < 0) {
+        throw JetError(jet::kNotADatabase, QStringLiteral("Could not find installable ISAM."));
+    }
+    return definition.connect.mid(at + 9).section(QLatin1Char(';'), 0, 0);
+}
+
+QString sourceTable(const TableDef& definition) {
+    return definition.sourceTableName.isEmpty() ? definition.name : definition.sourceTableName;
 }
 
 }  // namespace
@@ -175,6 +188,27 @@ void Database::appendTable(const TableDef& definition) {
     }
     execSqlite(shared->db(), QStringLiteral("CREATE TABLE main.%1 (%2)")
                                  .arg(quoteName(definition.name), columns.join(", ")));
+}
+
+void Database::appendTables(const std::vector<TableDef>& definitions) {
+    std::shared_ptr<Connection> shared = connection();
+    QHash<QString, QStringList> byFile;
+    QStringList files;
+    for (const TableDef& definition : definitions) {
+        if (!definition.connect.isEmpty()) {
+            const QString file = linkedFile(definition);
+            if (!byFile.contains(file)) {
+                files << file;
+            }
+            byFile[file] << sourceTable(definition);
+        }
+    }
+    for (const QString& file : files) {
+        shared->prefetchLinkedTables(file, byFile.value(file));
+    }
+    for (const TableDef& definition : definitions) {
+        appendTable(definition);
+    }
 }
 
 void Database::deleteTable(const QString& name) {

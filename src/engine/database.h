@@ -49,7 +49,9 @@ class Database {
     QStringList tableNames() const;  // local tables, then linked tables
     bool hasTable(const QString& name) const;
     void appendTable(const TableDef& definition);  // linked: throws 3011 for a missing table
-    void deleteTable(const QString& name);         // throws 3265 when there is none
+    // Appends in order, as appendTable one by one would, reading each linked file only once.
+    void appendTables(const std::vector<TableDef>& definitions);
+    void deleteTable(const QString& name);  // throws 3265 when there is none
     void appendField(const QString& table, const FieldDef& field);
     QString linkConnect(const QString& table) const;  // ";DATABASE=file" of a linked table, else ""
     void refreshTableDefs() {}  // names are always read afresh; kept for the callers' rhythm

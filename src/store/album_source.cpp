@@ -81,9 +81,11 @@ void connectAlbumDatabase(engine::Database& database, platform::Dialogs& dialogs
         setAlbumFolderSetting(platform::splitPath(*chosen).folder);
         state.albumDatabasePath = *chosen;
         const QString connect = QStringLiteral(";DATABASE=") + state.albumDatabasePath;
+        std::vector<engine::TableDef> links;
         for (const QString& table : albumLinkOrder()) {
-            database.appendTable(engine::TableDef{table, connect, table, {}});
+            links.push_back(engine::TableDef{table, connect, table, {}});
         }
+        database.appendTables(links);
     } catch (const engine::JetError& error) {
         markConnectFailed(state, editor);
         if (error.number() == engine::jet::kNotADatabase) {
