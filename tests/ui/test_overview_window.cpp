@@ -7,6 +7,7 @@
 #include "overview_fixture.h"
 #include "shell/database_files.h"
 #include "store/album_source.h"
+#include "ui/windows/help_window.h"
 
 namespace {
 
@@ -236,6 +237,16 @@ TEST_F(OverviewClose, TheClosingQuestionCanBeDeclined) {
     dialogs.answerMessage(platform::MessageAnswer::Yes);
     EXPECT_TRUE(window->close());
     EXPECT_FALSE(window->state().database.isOpen());
+}
+
+TEST_F(OverviewClose, HelpOpensItsContentsBesideTheWindow) {
+    window->toolBar()->clickTool("ID_Help");
+    auto* help = window->findChild<ui::HelpWindow*>("helpWindow");
+    ASSERT_NE(help, nullptr);
+    EXPECT_TRUE(help->isVisible());
+    EXPECT_EQ(help->currentPage(), "index.html");
+    window->unloadAll();
+    EXPECT_FALSE(help->isVisible());
 }
 
 TEST_F(OverviewClose, AnUnknownToolSaysSo) {

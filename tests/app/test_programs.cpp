@@ -1,0 +1,152 @@
+// The two programs as a user scripts them: mixorama-cli and mixorama --screenshots.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+
+#include "support/databases.h"
+#include "support/temp_dir.h"
+
+namespace {
+
+struct ProgramRun {
+    int exitCode = -1;
+    QString out;
+    QString err;
+};
+
+ProgramRun run(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.setProgram(QStringLiteral(MIXORAMA_PROGRAM_DIR "/") + program);
+    process.setArguments(arguments);
+    process.start();
+    process.waitForFinished(120000);
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+ProgramRun cli(const QStringList& arguments) {
+    return run(QStringLiteral("mixorama-cli"), arguments);
+}
+
+class CommandLine : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        path = dir.file("x.mdb");
+        ASSERT_EQ(cli({"new", path}).exitCode, 0);
+        ProgramRun insert =
+            cli({"sql", path,
+                 "INSERT INTO Compilation (Name, Format, C_Length, RecDate, SumTime) "
+                 "VALUES ('Beat Club', 'MD', 74, #1/21/97#, 600)"});
+        ASSERT_EQ(insert.exitCode, 0) << insert.err.toStdString();
+        cli({"sql", path,
+             "INSERT INTO Compilation (Name, Format, C_Length, RecDate) "
+             "VALUES ('beatles ''66', 'CD-R', 80, #1/1/00#)"});
+        cli({"sql", path,
+             "INSERT INTO CompilationTrack (CompilationID_F1, TrackNo, Track_Title, "
+             "Live, Length) VALUES (1, 1, 'Live [1966]', True, 170)"});
+    }
+    QStringList lines(const QString& statement) {
+        const ProgramRun result = cli({"sql", path, statement});
+        EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+        return result.out.split('\n', Qt::SkipEmptyParts);
+    }
+
+    testsupport::TempDir dir;
+    QString path;
+};
+
+TEST_F(CommandLine, NewRefusesAnExistingFileWithTheEnginesMessage) {
+    const ProgramRun again = cli({"new", path});
+    EXPECT_EQ(again.exitCode, 1);
+    EXPECT_TRUE(again.err.contains("3204")) << again.err.toStdString();
+    EXPECT_TRUE(again.err.contains("Database already exists."));
+}
+
+TEST_F(CommandLine, TheStandardStatementsRun) {
+    const QStringList compilations = lines(
+        "SELECT   Compilation.Name AS C_Name, Compilation.SumTrack AS C_SumTrack, "
+        "         Compilation.SumTime AS C_SumTime, Compilation.Manufacturer AS Manufacturer, "
+        "         Compilation.C_Length, Compilation.Format AS C_Format, Compilation.Box AS C_Box, "
+        "Compilation.CompilationID_P, Compilation.CoverMemo as CoverMemo, Compilation.RecDate AS "
+        "RecDate, Compilation.Notes AS C_Notes FROM     Compilation ORDER BY Compilation.Name");
+    ASSERT_EQ(compilations.size(), 3);
+    EXPECT_TRUE(compilations[0].startsWith("C_Name\tC_SumTrack\tC_SumTime"));
+    EXPECT_TRUE(compilations[1].startsWith("Beat Club\t0\t600\t\t74\tMD\t\t1\t\t1997-01-21\t"));
+    EXPECT_EQ(
+        lines("SELECT Compilation.*, CompilationTrack.* FROM   Compilation LEFT JOIN "
+              "CompilationTrack ON Compilation.CompilationID_P = "
+              "CompilationTrack.CompilationID_F1 WHERE  CompilationTrack.CompilationID_F1 = 1 "
+              "ORDER BY Compilation.Name, CompilationTrack.TrackNo ")
+            .size(),
+        2);
+    EXPECT_EQ(lines("SELECT Compilation.CompilationID_P, Compilation.Name, "
+                    "CompilationTrack.Album_Title FROM Compilation INNER JOIN CompilationTrack ON "
+                    "Compilation.CompilationID_P = CompilationTrack.CompilationID_F1 GROUP BY "
+                    "Compilation.CompilationID_P, Compilation.Name, CompilationTrack.Album_Title "
+                    "HAVING Compilation.CompilationID_P = 1")
+                  .size(),
+              2);
+    EXPECT_EQ(lines("SELECT CompilationTrack.Track_Title, Compilation.Name FROM Compilation RIGHT "
+                    "JOIN CompilationTrack ON Compilation.CompilationID_P = "
+                    "CompilationTrack.CompilationID_F1 ORDER BY CompilationTrack.ArtistSort")
+                  .value(1),
+              "Live [1966]\tBeat Club");
+}
+
+TEST_F(CommandLine, JetPatternsDatesAndTruthGiveJetsRows) {
+    EXPECT_EQ(lines("SELECT Name FROM Compilation WHERE Name LIKE 'BEAT*' ORDER BY Name"),
+              QStringList({"Name", "Beat Club", "beatles '66"}));
+    EXPECT_EQ(lines("SELECT Name FROM Compilation WHERE Name LIKE 'Beat?' ORDER BY Name"),
+              QStringList({"Name"}));
+    EXPECT_EQ(lines("SELECT Name FROM Compilation WHERE RecDate =#1/21/97#"),
+              QStringList({"Name", "Beat Club"}));
+    EXPECT_EQ(lines("SELECT Name FROM Compilation WHERE RecDate >#12/31/99#"),
+              QStringList({"Name", "beatles '66"}));
+    EXPECT_EQ(lines("SELECT Track_Title, Live FROM CompilationTrack WHERE Live =True AND "
+                    "Track_Title LIKE '*[[]1966]*'"),
+              QStringList({"Track_Title\tLive", "Live [1966]\tTrue"}));
+}
+
+TEST_F(CommandLine, ErrorsPrintTheJetNumberAndExitOne) {
+    const ProgramRun bad = cli({"sql", path, "SELECT * FROM Nowhere"});
+    EXPECT_EQ(bad.exitCode, 1);
+    EXPECT_TRUE(bad.err.startsWith("Error 3078: ")) << bad.err.toStdString();
+    const ProgramRun duplicate =
+        cli({"sql", path,
+             "INSERT INTO Compilation (Name, Format, C_Length) VALUES ('BEAT CLUB', 'MD', 74)"});
+    EXPECT_TRUE(duplicate.err.startsWith("Error 3022: ")) << duplicate.err.toStdString();
+    EXPECT_EQ(cli({"frobnicate"}).exitCode, 2);
+}
+
+TEST_F(CommandLine, CompactGoesThroughTheTemporaryFile) {
+    QFile stale(dir.file("x.$$$"));
+    stale.open(QIODevice::WriteOnly);
+    stale.write("stale");
+    stale.close();
+    const ProgramRun compacted = cli({"compact", path});
+    EXPECT_EQ(compacted.exitCode, 0) << compacted.err.toStdString();
+    EXPECT_EQ(compacted.out.trimmed(), "Database successfully repaired and compacted.");
+    EXPECT_FALSE(QFile::exists(dir.file("x.$$$")));
+    EXPECT_EQ(lines("SELECT Count(*) AS N FROM Compilation").value(1), "2");
+}
+
+TEST(Screenshots, EveryWindowIsPictured) {
+    testsupport::TempDir dir;
+    const ProgramRun shots = run(QStringLiteral("mixorama"), {"--screenshots", dir.path()});
+    ASSERT_EQ(shots.exitCode, 0) << shots.err.toStdString();
+    for (const char* name : {"overview-no-database", "overview-database-open",
+                             "overview-find-storage", "help", "message-box"}) {
+        const QImage image(dir.file(QString::fromLatin1(name) + ".png"));
+        EXPECT_FALSE(image.isNull()) << name;
+        EXPECT_GT(image.width(), 200) << name;
+    }
+    // The list page is not the intro page: the pictures differ.
+    EXPECT_NE(QImage(dir.file("overview-no-database.png")),
+              QImage(dir.file("overview-database-open.png")));
+}
+
+}  // namespace
