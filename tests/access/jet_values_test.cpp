@@ -91,11 +91,12 @@ QList<TableColumn> createdColumns(const QString& createSql, const QString& table
 }  // namespace
 
 TEST(CopiedTableSql, DeclaresTypesAndCaseBlindText) {
-    const QList<ColumnSpec> specs{{QStringLiteral("Title"), QStringLiteral("TEXT(50)"), true},
-                                  {QStringLiteral("Index"), QStringLiteral("SMALLINT"), false},
-                                  {QStringLiteral("Say \"hi\""), QStringLiteral("LONGTEXT"), true}};
+    const QList<ColumnSpec> definitions{
+        {QStringLiteral("Title"), QStringLiteral("TEXT(50)"), true},
+        {QStringLiteral("Index"), QStringLiteral("SMALLINT"), false},
+        {QStringLiteral("Say \"hi\""), QStringLiteral("LONGTEXT"), true}};
     const QString table = QStringLiteral("Track Rating");
-    const QList<TableColumn> columns = createdColumns(createTableSql(table, specs), table);
+    const QList<TableColumn> columns = createdColumns(createTableSql(table, definitions), table);
     ASSERT_EQ(columns.size(), 3);
     EXPECT_EQ(columns[0].name, QStringLiteral("Title"));
     EXPECT_EQ(columns[0].type, QStringLiteral("TEXT(50)"));

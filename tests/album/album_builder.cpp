@@ -43,21 +43,21 @@ qint32 CollectionBuilder::album(const QString& title, const QString& artistSort,
     return a.id;
 }
 
-qint32 CollectionBuilder::track(const TrackSpec& spec) {
+qint32 CollectionBuilder::track(const TrackSpec& wanted) {
     albumgen::Track t{};
     t.id = qint32(c_.tracks.size() + 1);
-    t.albumId = spec.albumId;
-    t.artistSort = spec.artistSort;
-    t.title = spec.title;
-    t.item = spec.item;
-    t.index = spec.index;
+    t.albumId = wanted.albumId;
+    t.artistSort = wanted.artistSort;
+    t.title = wanted.title;
+    t.item = wanted.item;
+    t.index = wanted.index;
     t.length = 180 + t.id;
-    t.version = spec.version;
-    t.live = spec.live;
-    t.recordedStart = spec.recordedStart;
-    t.ratingId = spec.ratingId;
+    t.version = wanted.version;
+    t.live = wanted.live;
+    t.recordedStart = wanted.recordedStart;
+    t.ratingId = wanted.ratingId;
     t.added = QDateTime(QDate(2001, 2, 3), QTime(12, 0));
-    for (qint32 performer : spec.performers)
+    for (qint32 performer : wanted.performers)
         c_.artistTrackLinks.push_back({performer, t.id});
     c_.tracks.push_back(t);
     return t.id;

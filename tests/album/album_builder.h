@@ -32,7 +32,7 @@ class CollectionBuilder {
     qint32 rating(const QString& text);
     qint32 album(const QString& title, const QString& artistSort,
                  const std::vector<qint32>& performers, std::optional<qint32> locationId);
-    qint32 track(const TrackSpec& spec);
+    qint32 track(const TrackSpec& wanted);
 
     const albumgen::Collection& collection() const { return c_; }
 

@@ -33,10 +33,10 @@ BoundRow::BoundRow(MdbTableDef* table) : table_(table), mdb_(table->entry->mdb) 
 }
 
 QList<accessfile::ColumnSpec> BoundRow::columnSpecs() const {
-    QList<accessfile::ColumnSpec> specs;
+    QList<accessfile::ColumnSpec> definitions;
     for (const Column& column : columns_)
-        specs << column.plan.spec;
-    return specs;
+        definitions << column.plan.definition;
+    return definitions;
 }
 
 bool BoundRow::fetch() {

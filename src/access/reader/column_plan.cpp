@@ -65,7 +65,7 @@ ColumnPlan planByType(const MdbHandle* mdb, const MdbColumn* column) {
 
 ColumnPlan planColumn(const MdbHandle* mdb, const MdbColumn* column) {
     ColumnPlan plan = planByType(mdb, column);
-    plan.spec.name = QString::fromUtf8(column->name);
+    plan.definition.name = QString::fromUtf8(column->name);
     return plan;
 }
 

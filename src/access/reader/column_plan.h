@@ -25,7 +25,7 @@ enum class ValueKind {
 
 struct ColumnPlan {
     ValueKind kind;
-    accessfile::ColumnSpec spec;
+    accessfile::ColumnSpec definition;
 };
 
 ColumnPlan planColumn(const MdbHandle* mdb, const MdbColumn* column);

@@ -51,30 +51,30 @@ MainToolBar::MainToolBar(QWidget* parent) : QToolBar(QStringLiteral("ToolBarMain
     setIconSize(QSize(22, 22));
     // Eleven captioned tools and the report list fit a window of ordinary width.
     setStyleSheet(QStringLiteral("QToolButton { padding: 1px 3px; font-size: 8pt; }"));
-    for (const shell::ToolSpec& spec : shell::mainTools()) {
+    for (const shell::ToolSpec& tool : shell::mainTools()) {
         QAction* action = nullptr;
-        if (spec.isDropDown) {
+        if (tool.isDropDown) {
             reportTypes_ = new QComboBox(this);
-            reportTypes_->setObjectName(spec.id);
+            reportTypes_->setObjectName(tool.id);
             reportTypes_->addItems(shell::reportTypes());
-            reportTypes_->setToolTip(spec.caption);
-            reportTypes_->setStatusTip(spec.description);
+            reportTypes_->setToolTip(tool.caption);
+            reportTypes_->setStatusTip(tool.description);
             reportTypes_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
             reportTypes_->setMinimumContentsLength(18);
             action = addWidget(reportTypes_);
         } else {
-            action = addAction(iconFor(style(), spec.id), spec.caption);
-            action->setShortcut(shortcutFor(spec.id));
+            action = addAction(iconFor(style(), tool.id), tool.caption);
+            action->setShortcut(shortcutFor(tool.id));
             connect(action, &QAction::triggered, this,
-                    [this, id = spec.id] { emit toolClicked(id); });
+                    [this, id = tool.id] { emit toolClicked(id); });
         }
-        action->setObjectName(spec.id);
-        action->setStatusTip(spec.description);
-        action->setData(spec.category);
-        actions_.insert(spec.id, action);
-        if (spec.id == QLatin1String("ID_CompactDB") ||
-            spec.id == QLatin1String("ID_DeleteCompilation") ||
-            spec.id == QLatin1String("ID_PrintWhat")) {
+        action->setObjectName(tool.id);
+        action->setStatusTip(tool.description);
+        action->setData(tool.category);
+        actions_.insert(tool.id, action);
+        if (tool.id == QLatin1String("ID_CompactDB") ||
+            tool.id == QLatin1String("ID_DeleteCompilation") ||
+            tool.id == QLatin1String("ID_PrintWhat")) {
             addSeparator();
         }
     }
