@@ -171,6 +171,14 @@ TEST_F(OverviewLists, FindButtonsMoveOnTextNumberTimeAndDateColumns) {
     EXPECT_EQ(currentName(), "Ärzte Live");
 }
 
+TEST_F(OverviewLists, EnterInTheGotoListFindsTheFirstMatch) {
+    openThroughToolbar(makeDatabase("four.mdb", kFour));
+    button("btnMoveC4")->click();
+    gotoList()->setEditText("Be");
+    QTest::keyClick(gotoList(), Qt::Key_Return);
+    EXPECT_EQ(currentName(), "Beatles Best");
+}
+
 TEST_F(OverviewLists, MoveButtonsStopAtBothEnds) {
     openThroughToolbar(makeDatabase("four.mdb", kFour));
     button("btnMoveC2")->click();  // previous on the first
