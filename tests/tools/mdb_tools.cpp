@@ -8,6 +8,10 @@ namespace mdbtools {
 
 QString run(const QString& program, const QStringList& arguments) {
     QProcess process;
+    // Jet 3 files keep text in a Windows code page; ours are written in cp1252.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("MDB_JET3_CHARSET", "CP1252");
+    process.setProcessEnvironment(environment);
     process.start(program, arguments);
     const bool finished = process.waitForFinished(120000);
     const QString err = QString::fromUtf8(process.readAllStandardError());

@@ -32,8 +32,9 @@ QVariantList catalogRow(qint32 id, qint32 parent, const QString& name, int type,
 }  // namespace
 
 Table catalogTable(const std::vector<Table>& tables,
-                   const std::vector<std::uint32_t>& definitionPages, const QDateTime& created) {
-    Table catalog("MSysObjects", catalogColumns());
+                   const std::vector<std::uint32_t>& definitionPages, const QDateTime& created,
+                   Format format) {
+    Table catalog("MSysObjects", catalogColumns(), format);
     catalog.addRow(catalogRow(kTablesContainerId, kDatabasesContainerId, "Tables", kContainerObject,
                               0, created));
     catalog.addRow(catalogRow(qint32(kCatalogDefinitionPage), kTablesContainerId, "MSysObjects",

@@ -9,7 +9,8 @@ namespace jet4 {
 
 using namespace format;
 
-DataPage::DataPage(std::uint32_t owner) : page_(kPageSize, '\0'), rowsStart_(kPageSize) {
+DataPage::DataPage(const Layout& layout, std::uint32_t owner)
+    : layout_(&layout), page_(layout.pageSize, '\0'), rowsStart_(layout.pageSize) {
     page_[0] = char(kDataPage);
     page_[1] = 0x01;
     put32(page_, 4, owner);
@@ -17,7 +18,7 @@ DataPage::DataPage(std::uint32_t owner) : page_(kPageSize, '\0'), rowsStart_(kPa
 }
 
 int DataPage::freeSpace() const {
-    return rowsStart_ - kDataHeaderSize - 2 * rowCount_;
+    return rowsStart_ - layout_->dataHeaderSize - 2 * rowCount_;
 }
 
 bool DataPage::fits(int rowSize) const {
@@ -29,9 +30,9 @@ int DataPage::add(const QByteArray& row) {
         throw std::logic_error("row added to a full page");
     rowsStart_ -= int(row.size());
     std::memcpy(page_.data() + rowsStart_, row.constData(), size_t(row.size()));
-    put16(page_, kDataHeaderSize + 2 * rowCount_, std::uint16_t(rowsStart_));
+    put16(page_, layout_->dataHeaderSize + 2 * rowCount_, std::uint16_t(rowsStart_));
     ++rowCount_;
-    put16(page_, kRowCountOffset, std::uint16_t(rowCount_));
+    put16(page_, layout_->rowCountOffset, std::uint16_t(rowCount_));
     put16(page_, 2, std::uint16_t(freeSpace()));
     return rowCount_ - 1;
 }

@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <cstdint>
 
+#include "jet4/format.h"
+
 namespace jet4 {
 
 // Fills one data page: rows are stored from the end of the page towards its header, and
@@ -10,7 +12,7 @@ namespace jet4 {
 class DataPage {
   public:
     // owner: the table definition page, or the 'LVAL' mark for long-value pages.
-    explicit DataPage(std::uint32_t owner);
+    DataPage(const format::Layout& layout, std::uint32_t owner);
 
     bool fits(int rowSize) const;
     // Adds a row and returns its number on the page. The row must fit.
@@ -22,6 +24,7 @@ class DataPage {
   private:
     int freeSpace() const;
 
+    const format::Layout* layout_;
     QByteArray page_;
     int rowCount_ = 0;
     int rowsStart_;

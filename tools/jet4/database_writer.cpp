@@ -28,9 +28,10 @@ QDateTime creationTime() {
 // Writes a table's rows to data pages (and its long values to long-value pages);
 // returns the data pages, which form the table's usage map.
 std::vector<std::uint32_t> writeRows(PageFile& file, const Table& table, std::uint32_t definition) {
+    const format::Layout& layout = format::layoutOf(table.format());
     std::vector<std::uint32_t> pages;
     std::optional<DataPage> page;
-    LongValueWriter longValues(file);
+    LongValueWriter longValues(file, layout);
     auto nextLong = table.longValues().begin();
     for (qsizetype r = 0; r < table.rowCount(); ++r) {
         QByteArray row = table.row(r);
@@ -43,7 +44,7 @@ std::vector<std::uint32_t> writeRows(PageFile& file, const Table& table, std::ui
             page.reset();
         }
         if (!page) {
-            page.emplace(definition);
+            page.emplace(layout, definition);
             pages.push_back(file.allocate());
         }
         page->add(row);
@@ -54,9 +55,12 @@ std::vector<std::uint32_t> writeRows(PageFile& file, const Table& table, std::ui
     return pages;
 }
 
-void checkTableNames(const std::vector<Table>& tables) {
+void checkTables(const std::vector<Table>& tables, Format format) {
     QSet<QString> seen{"msysobjects"};
     for (const Table& t : tables) {
+        if (t.format() != format)
+            throw std::runtime_error("table " + t.name().toStdString() +
+                                     " was made for the other Jet format");
         if (seen.contains(t.name().toLower()))
             throw std::runtime_error("repeated or reserved table name " + t.name().toStdString());
         seen.insert(t.name().toLower());
@@ -65,9 +69,10 @@ void checkTableNames(const std::vector<Table>& tables) {
 
 }  // namespace
 
-void writeDatabase(const QString& path, const std::vector<Table>& tables) {
-    checkTableNames(tables);
-    PageFile file(path);
+void writeDatabase(const QString& path, const std::vector<Table>& tables, Format format) {
+    checkTables(tables, format);
+    const format::Layout& layout = format::layoutOf(format);
+    PageFile file(path, layout.pageSize);
     file.allocate();  // header
     file.allocate();  // usage-map records
     file.allocate();  // catalog definition
@@ -78,22 +83,23 @@ void writeDatabase(const QString& path, const std::vector<Table>& tables) {
     std::vector<std::vector<std::uint32_t>> dataPages;
     for (size_t i = 0; i < tables.size(); ++i)
         dataPages.push_back(writeRows(file, tables[i], definitions[i]));
-    const Table catalog = catalogTable(tables, definitions, creationTime());
+    const Table catalog = catalogTable(tables, definitions, creationTime(), format);
     const auto catalogPages = writeRows(file, catalog, kCatalogDefinitionPage);
 
-    MapRecords maps(file, kMapRecordsPage);
+    MapRecords maps(file, kMapRecordsPage, layout);
     // Nothing is left to insert into, so every table shares one empty free-space map.
-    const std::uint32_t noFreePages = maps.add(usageMapRecord({}, file));
+    const std::uint32_t noFreePages = maps.add(usageMapRecord({}, file, layout));
     auto writeDefinition = [&](const Table& table, std::uint32_t page,
                                const std::vector<std::uint32_t>& used, bool system) {
-        const TableDefinitionInfo info{system, maps.add(usageMapRecord(used, file)), noFreePages};
+        const TableDefinitionInfo info{system, maps.add(usageMapRecord(used, file, layout)),
+                                       noFreePages};
         file.write(page, tableDefinitionPage(table, info));
     };
     writeDefinition(catalog, kCatalogDefinitionPage, catalogPages, true);
     for (size_t i = 0; i < tables.size(); ++i)
         writeDefinition(tables[i], definitions[i], dataPages[i], false);
     maps.finish();
-    file.write(0, headerPage(encoding::toJetDate(creationTime())));
+    file.write(0, headerPage(format, encoding::toJetDate(creationTime())));
     file.finish();
 }
 

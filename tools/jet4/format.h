@@ -4,14 +4,32 @@
 #include <cstdint>
 #include <cstring>
 
+#include "jet4/jet4.h"
+
 // Layout constants and little-endian helpers shared by the page builders.
 namespace jet4::format {
 
-constexpr int kPageSize = 4096;
-constexpr int kDataHeaderSize = 14;  // type, flag, free space, owner, unknown, row count
-constexpr int kRowCountOffset = 12;
+// What differs between the two formats in the pages they share.
+struct Layout {
+    Format format;
+    int pageSize;
+    int dataHeaderSize;  // type, flag, free space, owner, (Jet 4: unknown), row count
+    int rowCountOffset;
+    int usageBitmapBytes;    // of a usage map kept inline in its record
+    int inlineLongValueMax;  // longer memo and OLE values go to long-value pages
+    bool jet3() const { return format == Format::Jet3; }
+    // A row with its 2-byte offset in the page header fills the rest of the page.
+    int maxRowSize() const { return pageSize - dataHeaderSize - 2; }
+};
+
+constexpr Layout kJet3Layout{Format::Jet3, 2048, 10, 8, 128, 500};
+constexpr Layout kJet4Layout{Format::Jet4, 4096, 14, 12, 64, 1000};
+
+inline const Layout& layoutOf(Format f) {
+    return f == Format::Jet3 ? kJet3Layout : kJet4Layout;
+}
+
 constexpr int kMaxRowsPerPage = 255;  // a row pointer keeps the row number in one byte
-constexpr int kMaxRowSize = kPageSize - kDataHeaderSize - 2;
 constexpr int kLongValueRefSize = 12;
 
 enum PageType : std::uint8_t {

@@ -6,9 +6,14 @@
 #include <cstdint>
 #include <vector>
 
-// Writer of minimal Jet 4 (Access 2000) database files: tables with rows, no indexes,
-// no queries. Readers such as mdbtools see the tables, their columns and every value.
+// Writer of minimal Jet 3 (Access 97) and Jet 4 (Access 2000) database files: tables with
+// rows, no indexes, no queries. Readers such as mdbtools see the tables, their columns and
+// every value.
 namespace jet4 {
+
+// Jet 3: 2048-byte pages, text in the Windows code page cp1252.
+// Jet 4: 4096-byte pages, text in Unicode.
+enum class Format { Jet3, Jet4 };
 
 enum class Type {
     Boolean,
@@ -35,7 +40,7 @@ struct Column {
 // Values per type (an invalid QVariant is Null; a yes/no column stores Null as No):
 // Boolean bool; Byte, Integer, Long whole numbers in range; Currency a number of currency
 // units (kept to four decimals); Single, Double numbers; DateTime QDateTime or QDate;
-// Text, Memo QString; Ole QByteArray.
+// Text, Memo QString; Ole QByteArray. In Jet 3 text, memo and all names must be cp1252.
 class Table {
   public:
     struct ColumnPlace {
@@ -49,13 +54,15 @@ class Table {
         QByteArray bytes;
     };
 
-    Table(QString name, std::vector<Column> columns);
+    // Throws std::runtime_error for bad names or columns.
+    Table(QString name, std::vector<Column> columns, Format format = Format::Jet4);
 
     // Throws std::runtime_error for a wrong number of values or a value the column
     // cannot hold.
     void addRow(const QVariantList& values);
 
     const QString& name() const { return name_; }
+    Format format() const { return format_; }
     const std::vector<Column>& columns() const { return columns_; }
     const std::vector<ColumnPlace>& places() const { return places_; }
     int fixedSize() const { return fixedSize_; }
@@ -67,6 +74,7 @@ class Table {
   private:
     QString name_;
     std::vector<Column> columns_;
+    Format format_;
     std::vector<ColumnPlace> places_;
     int fixedSize_ = 0;
     int varCount_ = 0;
@@ -75,8 +83,10 @@ class Table {
     std::vector<LongValue> longValues_;
 };
 
-// Writes the tables, in order, to a new file at path (replacing any file there).
-// Throws std::runtime_error when the file cannot be written or a table does not fit.
-void writeDatabase(const QString& path, const std::vector<Table>& tables);
+// Writes the tables, in order, to a new file at path (replacing any file there). The tables
+// must have been made for the same format. Throws std::runtime_error when the file cannot be
+// written, a table does not fit or was made for the other format.
+void writeDatabase(const QString& path, const std::vector<Table>& tables,
+                   Format format = Format::Jet4);
 
 }  // namespace jet4

@@ -14,7 +14,7 @@ namespace jet4 {
 // with others; a longer one is split over a chain of whole pages.
 class LongValueWriter {
   public:
-    explicit LongValueWriter(PageFile& file) : file_(file) {}
+    LongValueWriter(PageFile& file, const format::Layout& layout) : file_(file), layout_(layout) {}
 
     QByteArray store(const QByteArray& value);
     // Writes the partly filled shared page.
@@ -25,6 +25,7 @@ class LongValueWriter {
     std::uint32_t storeChain(const QByteArray& value);
 
     PageFile& file_;
+    const format::Layout& layout_;
     std::optional<DataPage> shared_;
     std::uint32_t sharedNumber_ = 0;
 };

@@ -11,7 +11,7 @@ namespace jet4 {
 // written in any order; a page allocated but never written reads as zeros.
 class PageFile {
   public:
-    explicit PageFile(const QString& path);
+    PageFile(const QString& path, int pageSize);
 
     std::uint32_t allocate() { return pageCount_++; }
     std::uint32_t pageCount() const { return pageCount_; }
@@ -21,6 +21,7 @@ class PageFile {
 
   private:
     QFile file_;
+    int pageSize_;
     std::uint32_t pageCount_ = 0;
 };
 

@@ -1,5 +1,7 @@
+#include "jet4/cp1252.h"
 #include "jet4/format.h"
 #include "jet4/jet4.h"
+#include "jet4/row_layout.h"
 #include "jet4/value_encoding.h"
 
 #include <QSet>
@@ -8,9 +10,14 @@
 namespace jet4 {
 namespace {
 
-// Long values up to this size stay in their row; longer ones go to long-value pages.
-constexpr int kInlineLongValueMax = 1000;
 constexpr std::uint32_t kInlineFlag = 0x80000000u;
+
+// Jet 3 keeps names in the code page, so each must have a place there.
+void checkNamesFitCp1252(const QString& table, const std::vector<Column>& columns) {
+    toCp1252(table);
+    for (const Column& c : columns)
+        toCp1252(c.name);
+}
 
 void checkColumns(const QString& table, const std::vector<Column>& columns) {
     if (table.isEmpty() || table.size() > 64)
@@ -34,9 +41,11 @@ void setNullMaskBit(QByteArray& row, int maskStart, int column) {
 
 }  // namespace
 
-Table::Table(QString name, std::vector<Column> columns)
-    : name_(std::move(name)), columns_(std::move(columns)) {
+Table::Table(QString name, std::vector<Column> columns, Format format)
+    : name_(std::move(name)), columns_(std::move(columns)), format_(format) {
     checkColumns(name_, columns_);
+    if (format_ == Format::Jet3)
+        checkNamesFitCp1252(name_, columns_);
     for (const Column& c : columns_) {
         ColumnPlace place;
         if (encoding::isFixed(c.type)) {
@@ -49,20 +58,21 @@ Table::Table(QString name, std::vector<Column> columns)
     }
 }
 
-// Row layout: column count, fixed part, variable data, then (read backwards from the end)
-// the null mask, the variable column count, the variable column offsets and the end of data.
 void Table::addRow(const QVariantList& values) {
     if (values.size() != qsizetype(columns_.size()))
         throw std::runtime_error("table " + name_.toStdString() + ": row has " +
                                  std::to_string(values.size()) + " values for " +
                                  std::to_string(columns_.size()) + " columns");
+    const format::Layout& layout = format::layoutOf(format_);
     const int columnCount = int(columns_.size());
-    QByteArray fixed(fixedSize_, '\0');
-    QByteArray mask((columnCount + 7) / 8, '\0');
-    QByteArray varData;
-    std::vector<int> varStarts(varCount_ + 1, 0);
+    RowParts parts{columnCount,
+                   QByteArray(fixedSize_, '\0'),
+                   {},
+                   std::vector<int>(varCount_ + 1),
+                   QByteArray((columnCount + 7) / 8, '\0')};
+    QByteArray& varData = parts.varData;
     std::vector<LongValue> pending;
-    const int varBase = 2 + fixedSize_;
+    const int varBase = columnCountSize(format_) + fixedSize_;
 
     for (int i = 0; i < columnCount; ++i) {
         const Column& column = columns_[i];
@@ -70,22 +80,22 @@ void Table::addRow(const QVariantList& values) {
         const bool present =
             column.type == Type::Boolean ? value.toBool() : value.isValid() && !value.isNull();
         if (present)
-            setNullMaskBit(mask, 0, i);
+            setNullMaskBit(parts.nullMask, 0, i);
         if (places_[i].varIndex < 0) {
             if (present)
-                encoding::encodeFixed(column, value, fixed.data() + places_[i].fixedOffset);
+                encoding::encodeFixed(column, value, parts.fixed.data() + places_[i].fixedOffset);
             continue;
         }
-        varStarts[places_[i].varIndex] = varBase + int(varData.size());
+        parts.varStarts[places_[i].varIndex] = varBase + int(varData.size());
         if (!present)
             continue;
         if (column.type == Type::Text) {
-            varData += encoding::encodeText(column, value);
+            varData += encoding::encodeText(column, value, format_);
             continue;
         }
-        const QByteArray bytes = encoding::encodeLongValue(column, value);
+        const QByteArray bytes = encoding::encodeLongValue(column, value, format_);
         QByteArray ref(format::kLongValueRefSize, '\0');
-        if (bytes.size() <= kInlineLongValueMax) {
+        if (bytes.size() <= layout.inlineLongValueMax) {
             format::put32(ref, 0, std::uint32_t(bytes.size()) | kInlineFlag);
             varData += ref + bytes;
         } else {
@@ -94,19 +104,10 @@ void Table::addRow(const QVariantList& values) {
             varData += ref;
         }
     }
-    varStarts[varCount_] = varBase + int(varData.size());
+    parts.varStarts[varCount_] = varBase + int(varData.size());
 
-    QByteArray row;
-    format::append16(row, std::uint16_t(columnCount));
-    row += fixed;
-    row += varData;
-    if (varCount_ > 0) {
-        for (int v = varCount_; v >= 0; --v)
-            format::append16(row, std::uint16_t(varStarts[v]));
-        format::append16(row, std::uint16_t(varCount_));
-    }
-    row += mask;
-    if (row.size() > format::kMaxRowSize)
+    const QByteArray row = layOutRow(parts, format_);
+    if (row.size() > layout.maxRowSize())
         throw std::runtime_error("table " + name_.toStdString() + ": row of " +
                                  std::to_string(row.size()) + " bytes does not fit a page");
     rows_ += row;

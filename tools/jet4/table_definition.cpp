@@ -12,6 +12,7 @@ using namespace format;
 
 namespace {
 
+constexpr int kPageSize = format::kJet4Layout.pageSize;
 constexpr int kColumnsStart = 0x3f;
 constexpr int kColumnEntrySize = 25;
 constexpr std::uint8_t kUserTable = 0x4e;
@@ -33,7 +34,7 @@ QByteArray columnEntry(const Column& column, int number, const Table::ColumnPlac
     e[15] = char(fixed ? kFixedLength | kNullable : kNullable);
     e[16] = char(column.type == Type::Text ? kCompressedUnicode : 0);
     put16(e, 21, std::uint16_t(fixed ? place.fixedOffset : 0));
-    put16(e, 23, std::uint16_t(encoding::definedLength(column)));
+    put16(e, 23, std::uint16_t(encoding::definedLength(column, Format::Jet4)));
     return e;
 }
 
@@ -46,6 +47,11 @@ void appendName(QByteArray& out, const QString& name) {
 }  // namespace
 
 QByteArray tableDefinitionPage(const Table& table, const TableDefinitionInfo& info) {
+    return table.format() == Format::Jet3 ? jet3TableDefinitionPage(table, info)
+                                          : jet4TableDefinitionPage(table, info);
+}
+
+QByteArray jet4TableDefinitionPage(const Table& table, const TableDefinitionInfo& info) {
     const auto& columns = table.columns();
     const auto columnCount = std::uint16_t(columns.size());
     QByteArray page(kColumnsStart, '\0');

@@ -17,4 +17,8 @@ struct TableDefinitionInfo {
 // column names. Throws std::runtime_error when the definition does not fit one page.
 QByteArray tableDefinitionPage(const Table& table, const TableDefinitionInfo& info);
 
+// The same for each format; tableDefinitionPage picks the table's.
+QByteArray jet3TableDefinitionPage(const Table& table, const TableDefinitionInfo& info);
+QByteArray jet4TableDefinitionPage(const Table& table, const TableDefinitionInfo& info);
+
 }  // namespace jet4

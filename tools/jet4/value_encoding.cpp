@@ -1,5 +1,6 @@
 #include "jet4/value_encoding.h"
 
+#include "jet4/cp1252.h"
 #include "jet4/format.h"
 
 #include <QDate>
@@ -117,12 +118,12 @@ int textCapacity(const Column& column) {
     return column.size > 0 ? column.size : 255;
 }
 
-int definedLength(const Column& column) {
+int definedLength(const Column& column, Format format) {
     switch (column.type) {
         case Type::Boolean:
             return 1;
         case Type::Text:
-            return textCapacity(column) * 2;
+            return textCapacity(column) * (format == Format::Jet3 ? 1 : 2);
         case Type::Memo:
         case Type::Ole:
             return 0;
@@ -188,10 +189,24 @@ void encodeFixed(const Column& column, const QVariant& value, char* dst) {
     }
 }
 
-QByteArray encodeText(const Column& column, const QVariant& value) {
+namespace {
+
+QByteArray cp1252(const Column& column, const QString& text) {
+    try {
+        return toCp1252(text);
+    } catch (const std::runtime_error& e) {
+        reject(column, QString::fromStdString(e.what()));
+    }
+}
+
+}  // namespace
+
+QByteArray encodeText(const Column& column, const QVariant& value, Format format) {
     const QString text = value.toString();
     if (text.size() > textCapacity(column))
         reject(column, QStringLiteral("text longer than %1 characters").arg(textCapacity(column)));
+    if (format == Format::Jet3)
+        return cp1252(column, text);
     if (!fitsOneByteForm(text))
         return utf16le(text);
     QByteArray out;
@@ -203,9 +218,11 @@ QByteArray encodeText(const Column& column, const QVariant& value) {
     return out;
 }
 
-QByteArray encodeLongValue(const Column& column, const QVariant& value) {
+QByteArray encodeLongValue(const Column& column, const QVariant& value, Format format) {
     if (column.type == Type::Ole)
         return value.toByteArray();
+    if (format == Format::Jet3)
+        return cp1252(column, value.toString());
     return utf16le(value.toString());
 }
 
