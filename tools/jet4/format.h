@@ -17,7 +17,6 @@ struct Layout {
     int rowCountOffset;
     int usageBitmapBytes;    // of a usage map kept inline in its record
     int inlineLongValueMax;  // longer memo and OLE values go to long-value pages
-    bool jet3() const { return format == Format::Jet3; }
     // A row with its 2-byte offset in the page header fills the rest of the page.
     int maxRowSize() const { return pageSize - dataHeaderSize - 2; }
 };
