@@ -298,14 +298,34 @@ QVariant Statement::value(int column, FieldType type) const {
     return raw;
 }
 
+namespace {
+
+JetError conversionError() {
+    return JetError(jet::kConversionError, QStringLiteral("Data type conversion error."));
+}
+
+// A value for a number column: numbers as they are, yes/no as -1/0, texts that read as numbers.
+double numberOf(const QVariant& value) {
+    if (value.typeId() == QMetaType::Bool) {
+        return value.toBool() ? -1.0 : 0.0;
+    }
+    if (value.typeId() != QMetaType::QString) {
+        return value.toDouble();
+    }
+    bool ok = false;
+    const double number = value.toString().trimmed().toDouble(&ok);
+    if (!ok) {
+        throw conversionError();
+    }
+    return number;
+}
+
+}  // namespace
+
 QVariant coerceForField(const QVariant& value, FieldType type) {
     if (!value.isValid() || value.isNull()) {
         return QVariant();
     }
-    const auto fail = [] {
-        return JetError(jet::kConversionError, QStringLiteral("Data type conversion error."));
-    };
-    const bool isText = value.typeId() == QMetaType::QString;
     switch (type) {
         case FieldType::Text:
         case FieldType::Memo:
@@ -314,21 +334,12 @@ QVariant coerceForField(const QVariant& value, FieldType type) {
             }
             return value.toString();
         case FieldType::YesNo: {
-            if (isText) {
-                const QString t = value.toString().trimmed().toLower();
-                if (t == QLatin1String("true") || t == QLatin1String("yes") ||
-                    t == QLatin1String("-1"))
-                    return true;
-                if (t == QLatin1String("false") || t == QLatin1String("no") ||
-                    t == QLatin1String("0"))
-                    return false;
-                bool ok = false;
-                const double number = t.toDouble(&ok);
-                if (!ok)
-                    throw fail();
-                return number != 0;
-            }
-            return value.toDouble() != 0;
+            const QString word = value.toString().trimmed().toLower();
+            if (word == QLatin1String("true") || word == QLatin1String("yes"))
+                return true;
+            if (word == QLatin1String("false") || word == QLatin1String("no"))
+                return false;
+            return numberOf(value) != 0;
         }
         case FieldType::Date: {
             if (value.typeId() == QMetaType::QDate || value.typeId() == QMetaType::QDateTime) {
@@ -336,35 +347,19 @@ QVariant coerceForField(const QVariant& value, FieldType type) {
             }
             const QVariant date = readDate(value);
             if (date.typeId() != QMetaType::QDate && date.typeId() != QMetaType::QDateTime) {
-                throw fail();
+                throw conversionError();
             }
             return date;
         }
         case FieldType::Byte:
         case FieldType::Integer:
         case FieldType::Long:
-        case FieldType::Counter: {
-            if (value.typeId() == QMetaType::Bool)
-                return value.toBool() ? -1 : 0;
-            bool ok = false;
-            const double number =
-                isText ? value.toString().trimmed().toDouble(&ok) : (ok = true, value.toDouble());
-            if (!ok)
-                throw fail();
-            return static_cast<qlonglong>(std::nearbyint(number));
-        }
+        case FieldType::Counter:
+            return static_cast<qlonglong>(std::nearbyint(numberOf(value)));
         case FieldType::Single:
         case FieldType::Double:
-        case FieldType::Currency: {
-            if (value.typeId() == QMetaType::Bool)
-                return value.toBool() ? -1.0 : 0.0;
-            bool ok = false;
-            const double number =
-                isText ? value.toString().trimmed().toDouble(&ok) : (ok = true, value.toDouble());
-            if (!ok)
-                throw fail();
-            return number;
-        }
+        case FieldType::Currency:
+            return numberOf(value);
     }
     return value;
 }

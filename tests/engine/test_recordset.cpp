@@ -157,6 +157,21 @@ TEST_F(RecordsetChanges, ChangesOutsideEditAreRefused) {
     EXPECT_EQ(errorNumber([&] { grouped.edit(); }), engine::jet::kReadOnly);
 }
 
+TEST_F(RecordsetChanges, ValuesAreConvertedToTheColumnsTypes) {
+    Recordset rows = db.openRecordset("SELECT * FROM CompilationTrack ORDER BY Length");
+    rows.edit();
+    rows.setValue("Length", " 212.6 ");  // typed text into a number column, rounded
+    rows.setValue("Live", "Yes");
+    rows.setValue("Track_Title", true);
+    rows.update();
+    EXPECT_EQ(rows.value("Length").toInt(), 213);
+    EXPECT_TRUE(rows.value("Live").toBool());
+    EXPECT_EQ(rows.value("Track_Title").toString(), "True");
+    rows.edit();
+    rows.setValue("Length", "two minutes");
+    EXPECT_EQ(errorNumber([&] { rows.update(); }), engine::jet::kConversionError);
+}
+
 TEST_F(RecordsetChanges, AddNewNumbersTheRowAndRefusesDuplicateNames) {
     Recordset rows = db.openRecordset("Compilation");
     rows.addNew();
