@@ -1,5 +1,7 @@
 #include "shell/database_commands.h"
 
+#include <QFileInfo>
+
 #include "engine/jet_error.h"
 #include "engine/workspace.h"
 #include "platform/program_folder.h"
@@ -13,7 +15,7 @@ namespace {
 
 // Restores the status bar and the pointer whatever way a command ends.
 class BusyScope {
-public:
+  public:
     explicit BusyScope(CommandFeedback& feedback, const QString& progress) : feedback_(feedback) {
         feedback_.setBusy(true);
         feedback_.setStatusText(progress);
@@ -25,7 +27,7 @@ public:
     BusyScope(const BusyScope&) = delete;
     BusyScope& operator=(const BusyScope&) = delete;
 
-private:
+  private:
     CommandFeedback& feedback_;
 };
 
@@ -74,7 +76,7 @@ OpenOutcome openCompilationDatabase(const QString& path, AppState& state,
             return OpenOutcome::WrongStructure;
         }
         engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(path);
-        state.databasePath = path;
+        state.databasePath = QFileInfo(path).absoluteFilePath();  // the full path, as typed or not
         state.database = database;
         state.inputHint = kInputHint;
         store::dropAlbumLinks(state.database);

@@ -205,7 +205,8 @@ bool OverviewWindow::loadDatabase(const QString& path) {
     try {
         setStatusText(QStringLiteral("Loading Compilations ..."));
         compilations_.setDatabase(state_.database);
-        store::setRecordSource(QStringLiteral("Compilation"), nullptr, compilations_, path);
+        store::setRecordSource(QStringLiteral("Compilation"), nullptr, compilations_,
+                               state_.databasePath);
         compilations_.refresh();
         setStatusText(QStringLiteral("Building List for Compilation Page: Compilation Title ..."));
         state_.gotoField = QStringLiteral("c_name");
