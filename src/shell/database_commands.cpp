@@ -31,6 +31,21 @@ class BusyScope {
     CommandFeedback& feedback_;
 };
 
+// A damaged or foreign file is bad input the user should hear about; other failures of the
+// commands end them quietly.
+void reportUnreadableFile(const engine::JetError& error, platform::Dialogs& dialogs) {
+    switch (error.number()) {
+        case engine::jet::kNotADatabase:
+        case engine::jet::kFileNotFound:
+        case engine::jet::kCannotOpenFile:
+        case engine::jet::kDiskError:
+            dialogs.exclamation(error.description());
+            break;
+        default:
+            break;
+    }
+}
+
 }  // namespace
 
 platform::FileRequest databaseFileRequest(const QString& title, bool mayNotExist) {
@@ -80,7 +95,8 @@ OpenOutcome openCompilationDatabase(const QString& path, AppState& state,
         state.database = database;
         state.inputHint = kInputHint;
         store::dropAlbumLinks(state.database);
-    } catch (const engine::JetError&) {
+    } catch (const engine::JetError& error) {
+        reportUnreadableFile(error, dialogs);
         return OpenOutcome::Failed;
     }
     return OpenOutcome::Opened;
@@ -103,7 +119,8 @@ bool compactDatabase(platform::Dialogs& dialogs, CommandFeedback& feedback) {
     BusyScope busy(feedback, QStringLiteral("Repairing and compacting database ..."));
     try {
         repairAndCompact(*chosen);
-    } catch (const engine::JetError&) {
+    } catch (const engine::JetError& error) {
+        reportUnreadableFile(error, dialogs);
         return false;
     }
     dialogs.information(QStringLiteral("Database successfully repaired and compacted."));

@@ -11,7 +11,7 @@ struct AppState;
 
 // How a command shows that it works: the hourglass and the status bar's simple text.
 class CommandFeedback {
-public:
+  public:
     virtual ~CommandFeedback() = default;
     virtual void setBusy(bool busy) = 0;
     virtual void setStatusText(const QString& text) = 0;
@@ -35,16 +35,16 @@ std::optional<QString> chooseDatabase(platform::Dialogs& dialogs);
 enum class OpenOutcome { Opened, WrongStructure, Failed };
 
 // The structure check and the opening of a compilation database as the shared database. A file
-// without the five tables shows the structure message; a file the engine cannot open fails
-// without a message. On success the album links left in it are removed.
+// without the five tables shows the structure message; a damaged or foreign file the engine's
+// description of it. On success the album links left in it are removed.
 OpenOutcome openCompilationDatabase(const QString& path, AppState& state,
                                     platform::Dialogs& dialogs);
 
 // Close: removes the album links and closes the shared database.
 void closeCompilationDatabase(AppState& state);
 
-// Compact: asks for a file, repairs and compacts it and reports success. Failures and cancel
-// end quietly; the file is then as it was.
+// Compact: asks for a file, repairs and compacts it and reports success. A damaged or foreign
+// file is named in a message; cancel and other failures end quietly. The file is then as it was.
 bool compactDatabase(platform::Dialogs& dialogs, CommandFeedback& feedback);
 
 }  // namespace shell

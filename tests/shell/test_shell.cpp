@@ -146,7 +146,7 @@ TEST_F(DatabaseCommands, OpenChecksTheStructureAndClosesLinksLeftBehind) {
     dialogs.clear();
     EXPECT_EQ(shell::openCompilationDatabase(text.fileName(), state, dialogs),
               shell::OpenOutcome::Failed);
-    EXPECT_TRUE(dialogs.messages().empty());
+    EXPECT_EQ(dialogs.lastMessageText(), "Unrecognized database format '" + text.fileName() + "'.");
     engine::Workspace::defaultWorkspace().close();
 }
 
@@ -168,7 +168,8 @@ TEST_F(DatabaseCommands, CompactReplacesTheFileOnlyWhenItWorked) {
     dialogs.clear();
     dialogs.answerFile(garbage.fileName());
     EXPECT_FALSE(shell::compactDatabase(dialogs, *this));
-    EXPECT_TRUE(dialogs.messages().empty());
+    EXPECT_EQ(dialogs.lastMessageText(),
+              "Unrecognized database format '" + garbage.fileName() + "'.");
     EXPECT_EQ(QFile(garbage.fileName()).size(), 8192);
     EXPECT_FALSE(QFile::exists(dir.file("junk.$$$")));
     EXPECT_EQ(statusTexts.last(), shell::kStatusHint);
