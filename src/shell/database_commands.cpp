@@ -71,6 +71,8 @@ std::optional<QString> newDatabase(platform::Dialogs& dialogs, CommandFeedback& 
         } catch (const engine::JetError& error) {
             if (error.number() == engine::jet::kDatabaseExists) {
                 dialogs.exclamation(error.description());
+            } else {
+                reportUnreadableFile(error, dialogs);  // a missing template, a full disk
             }
             return std::nullopt;
         }
