@@ -1,5 +1,8 @@
 #include "engine/jet_functions.h"
 
+#include <algorithm>
+#include <string_view>
+
 #include "engine/jet_collation.h"
 #include "engine/jet_dialect.h"
 #include "engine/jet_like.h"
@@ -12,6 +15,15 @@ namespace {
 using namespace sqlvalue;
 
 constexpr char kInvalidCall[] = "Invalid procedure call or argument";
+
+std::string_view utf8(sqlite3_value* v) {
+    const auto* data = reinterpret_cast<const char*>(sqlite3_value_text(v));
+    return data ? std::string_view(data, size_t(sqlite3_value_bytes(v))) : std::string_view();
+}
+
+bool isAscii(std::string_view bytes) {
+    return std::all_of(bytes.begin(), bytes.end(), [](char c) { return (c & 0x80) == 0; });
+}
 
 bool anyNull(int argc, sqlite3_value** argv) {
     for (int i = 0; i < argc; ++i) {
@@ -55,6 +67,13 @@ void leftOrRight(sqlite3_context* ctx, sqlite3_value** argv, bool fromLeft) {
         return;
     if (*count < 0)
         return sqlite3_result_error(ctx, kInvalidCall, -1);
+    const std::string_view bytes = utf8(argv[0]);
+    if (isAscii(bytes)) {  // one byte a character: no need to decode
+        const size_t n = std::min<size_t>(size_t(*count), bytes.size());
+        const std::string_view part =
+            fromLeft ? bytes.substr(0, n) : bytes.substr(bytes.size() - n);
+        return sqlite3_result_text(ctx, part.data(), int(part.size()), SQLITE_TRANSIENT);
+    }
     const QString s = text(argv[0]);
     resultText(ctx, fromLeft ? s.left(*count) : s.right(*count));
 }
@@ -88,20 +107,18 @@ QString lower(const QString& s) {
 }
 
 // Jet trims blanks only, not tabs or line breaks.
-QString trimLeft(const QString& s) {
-    qsizetype i = 0;
-    while (i < s.size() && s[i] == u' ')
-        ++i;
-    return s.mid(i);
-}
-QString trimRight(const QString& s) {
-    qsizetype n = s.size();
-    while (n > 0 && s[n - 1] == u' ')
-        --n;
-    return s.left(n);
-}
-QString trimBoth(const QString& s) {
-    return trimLeft(trimRight(s));
+// Trim and its sisters remove blanks only; a blank is one byte in UTF-8 and never part of
+// another character, so they work on the bytes.
+template <bool fromLeft, bool fromRight>
+void trimFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (isNull(argv[0]))
+        return sqlite3_result_null(ctx);
+    std::string_view bytes = utf8(argv[0]);
+    while (fromLeft && !bytes.empty() && bytes.front() == ' ')
+        bytes.remove_prefix(1);
+    while (fromRight && !bytes.empty() && bytes.back() == ' ')
+        bytes.remove_suffix(1);
+    sqlite3_result_text(ctx, bytes.data(), int(bytes.size()), SQLITE_TRANSIENT);
 }
 
 // InStr([start, ]text, sought[, compare]): 1-based position, 0 when absent. Compare 0 is
@@ -139,9 +156,9 @@ const FunctionEntry kTextFunctions[] = {
     {"Len", 1, lenFunction},
     {"UCase", 1, textMapFunction<upper>},
     {"LCase", 1, textMapFunction<lower>},
-    {"Trim", 1, textMapFunction<trimBoth>},
-    {"LTrim", 1, textMapFunction<trimLeft>},
-    {"RTrim", 1, textMapFunction<trimRight>},
+    {"Trim", 1, trimFunction<true, true>},
+    {"LTrim", 1, trimFunction<true, false>},
+    {"RTrim", 1, trimFunction<false, true>},
     {"InStr", 2, instrFunction},
     {"InStr", 3, instrFunction},
     {"InStr", 4, instrFunction},

@@ -239,6 +239,9 @@ TEST_F(JetFunctions, TextFunctions) {
     EXPECT_EQ(eval("Mid('x', 0)"), kError);
     EXPECT_EQ(eval("Left('Ärzte', 2)"), "Är");
     EXPECT_EQ(eval("Right('Ärzte', 10)"), "Ärzte");
+    EXPECT_EQ(eval("Left('Beatles', 3) || Right('Beatles', 3) || Right('ab', 5) || Left('x', 0)"),
+              "Bealesab");
+    EXPECT_EQ(eval("Trim('  Björk ')"), "Björk");
     EXPECT_EQ(eval("Len('Ärzte')"), "5");
     EXPECT_EQ(eval("Len(NULL)"), kNull);
     EXPECT_EQ(eval("UCase('ärzte')"), "ÄRZTE");
