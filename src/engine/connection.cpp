@@ -100,9 +100,15 @@ void Connection::close() {
     if (db_ == nullptr) {
         return;
     }
-    for (const QString& name : links_.keys()) {
-        removeLink(name);
+    // The links' views and attachments end with the connection; what must not outlive it are
+    // the scratch copies of foreign files.
+    for (const QString& copy : copiedFiles_) {
+        QFile::remove(copy);
     }
+    links_.clear();
+    attachedFiles_.clear();
+    copiedFiles_.clear();
+    linkedFileTables_.clear();
     sqlite3_close_v2(db_);
     db_ = nullptr;
 }
