@@ -158,6 +158,9 @@ QString tempSourceStatement(bool withRating) {
 }
 
 void buildTempSource(engine::Database& database, AlbumSourceState& state) {
+    // One transaction for the whole build: the table's new pages then need no journal, and the
+    // file never holds half a TempSource.
+    engine::ScopedTransaction build(database);
     ignoringErrors([&] { database.deleteTable(QStringLiteral("TempSource")); });
     ignoringErrors([&] { database.execute(tempSourceStatement(state.albumHasRating)); });
     database.refreshTableDefs();
@@ -188,6 +191,7 @@ void buildTempSource(engine::Database& database, AlbumSourceState& state) {
                                    engine::RecordsetType::Snapshot);
         state.passedCount = rows.value(0).toLongLong();
     });
+    build.commit();
 }
 
 QVariant recordingYear(const QString& recordedStart) {
