@@ -157,6 +157,15 @@ QString tempSourceStatement(bool withRating) {
     return sql;
 }
 
+QString tempSourceFixUpStatement() {
+    return QStringLiteral(
+        "UPDATE TempSource SET "
+        "MyRecorded = IIf(Left(Trim(RecordedStart), 4) LIKE '#*' And "
+        "                 Not Left(Trim(RecordedStart), 4) LIKE '*[!0-9]*', "
+        "                 Val(Left(Trim(RecordedStart), 4)), Null), "
+        "Version = IIf(Version = '', Null, Version)");
+}
+
 void buildTempSource(engine::Database& database, AlbumSourceState& state) {
     // One transaction for the whole build: the table's new pages then need no journal, and the
     // file never holds half a TempSource.
@@ -174,16 +183,7 @@ void buildTempSource(engine::Database& database, AlbumSourceState& state) {
                                  {QStringLiteral("RatingTrack"), engine::FieldType::Text, 50});
         });
     }
-    // The recording year and the empty versions in one pass over the table: the year is the
-    // first four characters of the trimmed date text, where they are a whole number.
-    ignoringErrors([&] {
-        database.execute(
-            QStringLiteral("UPDATE TempSource SET "
-                           "MyRecorded = IIf(Left(Trim(RecordedStart), 4) LIKE '#*' And "
-                           "                 Not Left(Trim(RecordedStart), 4) LIKE '*[!0-9]*', "
-                           "                 Val(Left(Trim(RecordedStart), 4)), Null), "
-                           "Version = IIf(Version = '', Null, Version)"));
-    });
+    ignoringErrors([&] { database.execute(tempSourceFixUpStatement()); });
     state.passedCount = 0;
     ignoringErrors([&] {
         engine::Recordset rows =

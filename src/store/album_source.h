@@ -49,6 +49,10 @@ void dropAlbumLinks(engine::Database& database);
 // The statement that flattens the album tables into TempSource.
 QString tempSourceStatement(bool withRating);
 
+// The one pass over TempSource after it is made: the recording year (the first four characters
+// of the trimmed date text, where they are a whole number) and Null for empty versions.
+QString tempSourceFixUpStatement();
+
 // Builds TempSource from the linked album tables and sets passedCount to its rows. Every step
 // goes on after a failure; without links no TempSource is made and passedCount is 0.
 void buildTempSource(engine::Database& database, AlbumSourceState& state);
