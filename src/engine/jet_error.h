@@ -27,6 +27,8 @@ inline constexpr int kRecordDeleted = 3167;
 inline constexpr int kLocked = 3218;
 inline constexpr int kConversionError = 3421;
 inline constexpr int kInvalidOperation = 3219;
+inline constexpr int kCharactersAfterEnd = 3142;  // a second statement after the first
+inline constexpr int kQueryTooComplex = 3360;      // nesting deeper than the translator takes
 inline constexpr int kGeneral = 3000;
 }  // namespace jet
 
