@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")"
 scripts/install-deps.sh
-scripts/build.sh
+scripts/build.sh mixorama mixorama-cli make-demo  # only what it runs; ./test.sh builds the rest
 build="${MIXORAMA_BUILD_DIR:-build}"
 bin="$build/bin"
 if [ $# -eq 0 ]; then
