@@ -200,6 +200,13 @@ TEST_F(Conversion, MatchesColumnsWithoutRegardToCaseAndLeavesTheRestToTheTemplat
                          "CompilationTrack"),
               QList<QVariantList>({{"Kept", qint64(3), qint64(0), QVariant()}}));
     EXPECT_EQ(testsupport::queryRaw(converted, "SELECT count(*) FROM LstFormat"), "0");
+
+    // Open tells the user about the track it left out.
+    dialogs.answerMessage(platform::MessageAnswer::Yes);
+    dialogs.answerFile(dir.file("second.mdb"));
+    EXPECT_TRUE(shell::databaseToOpen(old, dialogs, *this));
+    EXPECT_EQ(dialogs.lastMessageText(),
+              "1 track(s) of the old file belong to no compilation and were not copied.");
 }
 
 TEST_F(Conversion, AFailureLeavesNeitherDestinationNorTemporaryFiles) {
