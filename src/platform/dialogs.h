@@ -36,6 +36,8 @@ class Dialogs {
     virtual MessageAnswer message(const MessageRequest& request) = 0;
     // The chosen file, or nothing when the user cancelled.
     virtual std::optional<QString> openFile(const FileRequest& request) = 0;
+    // The name to save under (the file need not exist), or nothing when the user cancelled.
+    virtual std::optional<QString> saveFile(const FileRequest& request) = 0;
     virtual std::optional<QFont> chooseFont(const QString& title, const QFont& initial) = 0;
 
     // Shorthands for the program's standard messages, all titled "Mixorama".

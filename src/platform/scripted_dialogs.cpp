@@ -14,6 +14,15 @@ MessageAnswer ScriptedDialogs::message(const MessageRequest& request) {
 
 std::optional<QString> ScriptedDialogs::openFile(const FileRequest& request) {
     fileRequests_.push_back(request);
+    return nextFileAnswer();
+}
+
+std::optional<QString> ScriptedDialogs::saveFile(const FileRequest& request) {
+    saveRequests_.push_back(request);
+    return nextFileAnswer();
+}
+
+std::optional<QString> ScriptedDialogs::nextFileAnswer() {
     if (fileAnswers_.empty()) {
         return std::nullopt;
     }
@@ -37,6 +46,7 @@ void ScriptedDialogs::clear() {
     fontAnswers_.clear();
     messages_.clear();
     fileRequests_.clear();
+    saveRequests_.clear();
 }
 
 }  // namespace platform

@@ -13,10 +13,12 @@ class ScriptedDialogs : public Dialogs {
   public:
     MessageAnswer message(const MessageRequest& request) override;
     std::optional<QString> openFile(const FileRequest& request) override;
+    std::optional<QString> saveFile(const FileRequest& request) override;
     std::optional<QFont> chooseFont(const QString& title, const QFont& initial) override;
 
     // Queue the answers; an empty queue answers a message with its default answer,
-    // a file dialog with Cancel and a font dialog with Cancel.
+    // a file dialog with Cancel and a font dialog with Cancel. Open and save dialogs take their
+    // answers from the same queue, in the order they are shown.
     void answerMessage(MessageAnswer answer) { messageAnswers_.push_back(answer); }
     void answerFile(const std::optional<QString>& path) {
         fileAnswers_.push_back({path.has_value(), path.value_or(QString())});
@@ -27,18 +29,22 @@ class ScriptedDialogs : public Dialogs {
 
     const std::vector<MessageRequest>& messages() const { return messages_; }
     const std::vector<FileRequest>& fileRequests() const { return fileRequests_; }
+    const std::vector<FileRequest>& saveRequests() const { return saveRequests_; }
     QString lastMessageText() const {
         return messages_.empty() ? QString() : messages_.back().text;
     }
     void clear();
 
   private:
+    std::optional<QString> nextFileAnswer();
+
     std::deque<MessageAnswer> messageAnswers_;
     // Answers as (given, value): false stands for Cancel.
     std::deque<std::pair<bool, QString>> fileAnswers_;
     std::deque<std::pair<bool, QFont>> fontAnswers_;
     std::vector<MessageRequest> messages_;
     std::vector<FileRequest> fileRequests_;
+    std::vector<FileRequest> saveRequests_;
 };
 
 }  // namespace platform

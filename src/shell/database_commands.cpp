@@ -6,6 +6,7 @@
 #include "engine/workspace.h"
 #include "platform/program_folder.h"
 #include "shell/app_state.h"
+#include "shell/database_conversion.h"
 #include "shell/database_files.h"
 #include "store/album_source.h"
 
@@ -85,6 +86,79 @@ std::optional<QString> chooseDatabase(platform::Dialogs& dialogs) {
     return dialogs.openFile(databaseFileRequest(QStringLiteral("Open Database")));
 }
 
+QString conversionQuestion(const QString& accessPath) {
+    return QStringLiteral(
+               "'%1' is a compilation database of an earlier version of Mixorama and cannot be "
+               "opened as it is.\r\n"
+               "Its compilations can be copied into a new database, which is then opened. The "
+               "file itself is left unchanged.\r\n\r\n"
+               "Convert it now?")
+        .arg(QFileInfo(accessPath).fileName());
+}
+
+namespace {
+
+// Where the copy goes: the save dialog proposes BASE-converted.mdb beside the old file.
+std::optional<QString> chooseConvertedCopy(const QString& accessPath, platform::Dialogs& dialogs) {
+    platform::FileRequest request =
+        databaseFileRequest(QStringLiteral("Save Converted Database"), true);
+    request.initialFolder = QFileInfo(accessPath).absolutePath();
+    request.fileName = QFileInfo(convertedCopyPath(accessPath)).fileName();
+    return dialogs.saveFile(request);
+}
+
+QString conversionFailure(const QString& accessPath, const engine::JetError& error) {
+    if (error.number() == engine::jet::kDatabaseExists) {
+        return error.description();
+    }
+    return QStringLiteral("'%1' could not be converted; no new database was written.\r\n%2")
+        .arg(QFileInfo(accessPath).fileName(), error.description());
+}
+
+void reportLeftOutTracks(const ConversionCounts& counts, platform::Dialogs& dialogs) {
+    if (counts.tracksLeftOut > 0) {
+        dialogs.information(QStringLiteral("%1 track(s) of the old file belong to no compilation "
+                                           "and were not copied.")
+                                .arg(counts.tracksLeftOut));
+    }
+}
+
+std::optional<QString> convertOnRequest(const QString& accessPath, platform::Dialogs& dialogs,
+                                        CommandFeedback& feedback) {
+    if (!dialogs.askYesNo(conversionQuestion(accessPath), platform::MessageAnswer::Yes)) {
+        return std::nullopt;
+    }
+    const std::optional<QString> destination = chooseConvertedCopy(accessPath, dialogs);
+    if (!destination) {
+        return std::nullopt;
+    }
+    BusyScope busy(feedback, kConvertingText);
+    try {
+        const ConversionCounts counts = convertAccessDatabase(
+            accessPath, *destination, [&](const QString& text) { feedback.setStatusText(text); });
+        reportLeftOutTracks(counts, dialogs);
+    } catch (const engine::JetError& error) {
+        dialogs.exclamation(conversionFailure(accessPath, error));
+        return std::nullopt;
+    }
+    return destination;
+}
+
+}  // namespace
+
+std::optional<QString> databaseToOpen(const QString& path, platform::Dialogs& dialogs,
+                                      CommandFeedback& feedback) {
+    try {
+        if (!isAccessCompilationDatabase(path)) {
+            return path;
+        }
+    } catch (const engine::JetError& error) {
+        reportUnreadableFile(error, dialogs);
+        return std::nullopt;
+    }
+    return convertOnRequest(path, dialogs, feedback);
+}
+
 OpenOutcome openCompilationDatabase(const QString& path, AppState& state,
                                     platform::Dialogs& dialogs) {
     try {
@@ -98,6 +172,7 @@ OpenOutcome openCompilationDatabase(const QString& path, AppState& state,
         state.inputHint = kInputHint;
         store::dropAlbumLinks(state.database);
     } catch (const engine::JetError& error) {
+        abandonCompilationDatabase(state);
         reportUnreadableFile(error, dialogs);
         return OpenOutcome::Failed;
     }
@@ -110,6 +185,15 @@ void closeCompilationDatabase(AppState& state) {
         state.database.close();
     }
     state.database = engine::Database();
+}
+
+void abandonCompilationDatabase(AppState& state) {
+    if (state.database.isOpen()) {
+        state.database.close();
+    }
+    state.database = engine::Database();
+    state.databasePath.clear();
+    engine::Workspace::defaultWorkspace().close();
 }
 
 bool compactDatabase(platform::Dialogs& dialogs, CommandFeedback& feedback) {

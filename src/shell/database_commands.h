@@ -32,6 +32,17 @@ std::optional<QString> newDatabase(platform::Dialogs& dialogs, CommandFeedback& 
 // Open: asks for the file to load.
 std::optional<QString> chooseDatabase(platform::Dialogs& dialogs);
 
+// Open's first step: an Access compilation database of the program's earlier versions is not
+// opened in place. The user is asked whether to convert it, then where to save the copy, which
+// is then opened instead. Returns the file to open: path itself when it needs no conversion, else
+// the converted copy; nothing when the user declined or cancelled, or the conversion failed
+// (the failure has been reported).
+std::optional<QString> databaseToOpen(const QString& path, platform::Dialogs& dialogs,
+                                      CommandFeedback& feedback);
+
+// The question before a conversion.
+QString conversionQuestion(const QString& accessPath);
+
 enum class OpenOutcome { Opened, WrongStructure, Failed };
 
 // The structure check and the opening of a compilation database as the shared database. A file
@@ -42,6 +53,10 @@ OpenOutcome openCompilationDatabase(const QString& path, AppState& state,
 
 // Close: removes the album links and closes the shared database.
 void closeCompilationDatabase(AppState& state);
+
+// After a failed load: closes the shared database without touching its file again and forgets
+// it, so that no database of the workspace stays open.
+void abandonCompilationDatabase(AppState& state);
 
 // Compact: asks for a file, repairs and compacts it and reports success. A damaged or foreign
 // file is named in a message; cancel and other failures end quietly. The file is then as it was.

@@ -1,5 +1,6 @@
 #include "ui/qt_dialogs.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFontDialog>
@@ -11,20 +12,28 @@ namespace {
 
 QMessageBox::Icon iconOf(platform::MessageIcon icon) {
     switch (icon) {
-        case platform::MessageIcon::Information: return QMessageBox::Information;
-        case platform::MessageIcon::Question: return QMessageBox::Question;
-        case platform::MessageIcon::Exclamation: return QMessageBox::Warning;
-        case platform::MessageIcon::Critical: return QMessageBox::Critical;
-        case platform::MessageIcon::None: break;
+        case platform::MessageIcon::Information:
+            return QMessageBox::Information;
+        case platform::MessageIcon::Question:
+            return QMessageBox::Question;
+        case platform::MessageIcon::Exclamation:
+            return QMessageBox::Warning;
+        case platform::MessageIcon::Critical:
+            return QMessageBox::Critical;
+        case platform::MessageIcon::None:
+            break;
     }
     return QMessageBox::NoIcon;
 }
 
 QMessageBox::StandardButtons buttonsOf(platform::MessageButtons buttons) {
     switch (buttons) {
-        case platform::MessageButtons::Ok: return QMessageBox::Ok;
-        case platform::MessageButtons::OkCancel: return QMessageBox::Ok | QMessageBox::Cancel;
-        case platform::MessageButtons::YesNo: return QMessageBox::Yes | QMessageBox::No;
+        case platform::MessageButtons::Ok:
+            return QMessageBox::Ok;
+        case platform::MessageButtons::OkCancel:
+            return QMessageBox::Ok | QMessageBox::Cancel;
+        case platform::MessageButtons::YesNo:
+            return QMessageBox::Yes | QMessageBox::No;
         case platform::MessageButtons::YesNoCancel:
             return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
     }
@@ -33,21 +42,34 @@ QMessageBox::StandardButtons buttonsOf(platform::MessageButtons buttons) {
 
 QMessageBox::StandardButton buttonOf(platform::MessageAnswer answer) {
     switch (answer) {
-        case platform::MessageAnswer::Ok: return QMessageBox::Ok;
-        case platform::MessageAnswer::Cancel: return QMessageBox::Cancel;
-        case platform::MessageAnswer::Yes: return QMessageBox::Yes;
-        case platform::MessageAnswer::No: return QMessageBox::No;
+        case platform::MessageAnswer::Ok:
+            return QMessageBox::Ok;
+        case platform::MessageAnswer::Cancel:
+            return QMessageBox::Cancel;
+        case platform::MessageAnswer::Yes:
+            return QMessageBox::Yes;
+        case platform::MessageAnswer::No:
+            return QMessageBox::No;
     }
     return QMessageBox::Ok;
 }
 
 platform::MessageAnswer answerOf(int button) {
     switch (button) {
-        case QMessageBox::Cancel: return platform::MessageAnswer::Cancel;
-        case QMessageBox::Yes: return platform::MessageAnswer::Yes;
-        case QMessageBox::No: return platform::MessageAnswer::No;
-        default: return platform::MessageAnswer::Ok;
+        case QMessageBox::Cancel:
+            return platform::MessageAnswer::Cancel;
+        case QMessageBox::Yes:
+            return platform::MessageAnswer::Yes;
+        case QMessageBox::No:
+            return platform::MessageAnswer::No;
+        default:
+            return platform::MessageAnswer::Ok;
     }
+}
+
+// A new database gets the filter's extension when the name has none.
+QString withDatabaseExtension(const QString& path) {
+    return QFileInfo(path).suffix().isEmpty() ? path + QStringLiteral(".mdb") : path;
 }
 
 }  // namespace
@@ -86,11 +108,24 @@ std::optional<QString> QtDialogs::openFile(const platform::FileRequest& request)
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         return std::nullopt;
     }
-    QString chosen = dialog.selectedFiles().first();
-    if (request.mayNotExist && QFileInfo(chosen).suffix().isEmpty()) {
-        chosen += QStringLiteral(".mdb");  // a new database gets the filter's extension
+    const QString chosen = dialog.selectedFiles().first();
+    return request.mayNotExist ? withDatabaseExtension(chosen) : chosen;
+}
+
+std::optional<QString> QtDialogs::saveFile(const platform::FileRequest& request) {
+    const QStringList filters = qtNameFilters(request.filter);
+    QString selectedFilter = filters.value(request.filterIndex - 1);
+    const QString start = request.fileName.isEmpty()
+                              ? request.initialFolder
+                              : QDir(request.initialFolder).filePath(request.fileName);
+    // The commands refuse an existing file themselves and say why; the dialog need not ask.
+    const QString chosen = QFileDialog::getSaveFileName(
+        parent_, request.title, start, filters.join(QStringLiteral(";;")), &selectedFilter,
+        QFileDialog::DontConfirmOverwrite);
+    if (chosen.isEmpty()) {
+        return std::nullopt;
     }
-    return chosen;
+    return withDatabaseExtension(chosen);
 }
 
 std::optional<QFont> QtDialogs::chooseFont(const QString& title, const QFont& initial) {

@@ -9,15 +9,16 @@ namespace ui {
 
 // The dialogs a person answers: message boxes, file and font dialogs of the desktop.
 class QtDialogs : public platform::Dialogs {
-public:
+  public:
     explicit QtDialogs(QWidget* parent = nullptr) : parent_(parent) {}
     void setParent(QWidget* parent) { parent_ = parent; }
 
     platform::MessageAnswer message(const platform::MessageRequest& request) override;
     std::optional<QString> openFile(const platform::FileRequest& request) override;
+    std::optional<QString> saveFile(const platform::FileRequest& request) override;
     std::optional<QFont> chooseFont(const QString& title, const QFont& initial) override;
 
-private:
+  private:
     QPointer<QWidget> parent_;
 };
 

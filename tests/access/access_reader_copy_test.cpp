@@ -8,9 +8,9 @@
 #include <QRandomGenerator>
 
 #include "access/access_reader.h"
-#include "access/sqlite_rows.h"
 #include "engine/jet_error.h"
 #include "jet4/jet4.h"
+#include "support/sqlite_rows.h"
 #include "support/temp_dir.h"
 
 using namespace accessfile;

@@ -8,8 +8,8 @@
 #include <QScopeGuard>
 
 #include "access/access_reader.h"
-#include "access/sqlite_rows.h"
 #include "jet4/jet4.h"
+#include "support/sqlite_rows.h"
 #include "support/temp_dir.h"
 
 using namespace accessfile;

@@ -7,6 +7,7 @@
 #include <QProcess>
 
 #include "support/databases.h"
+#include "support/old_compilations.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -132,6 +133,34 @@ TEST_F(CommandLine, CompactGoesThroughTheTemporaryFile) {
     EXPECT_EQ(compacted.out.trimmed(), "Database successfully repaired and compacted.");
     EXPECT_FALSE(QFile::exists(dir.file("x.$$$")));
     EXPECT_EQ(lines("SELECT Count(*) AS N FROM Compilation").value(1), "2");
+}
+
+TEST(ConvertCommand, CopiesAnOldAccessDatabaseAndRefusesToOverwrite) {
+    testsupport::TempDir dir;
+    const QString old = dir.file("old.mdb");
+    const QString copy = dir.file("new.mdb");
+    testsupport::writeOldCompilationDatabase(
+        old, testsupport::sampleOldCompilations(jet4::Format::Jet3, 40), jet4::Format::Jet3);
+    const QByteArray before = testsupport::fileDigest(old);
+
+    const ProgramRun converted = cli({"convert", old, copy});
+    EXPECT_EQ(converted.exitCode, 0) << converted.err.toStdString();
+    EXPECT_EQ(converted.out.trimmed(),
+              "Copied 6 compilation(s) and 40 track(s) into " + copy + ".");
+    EXPECT_EQ(cli({"sql", copy, "SELECT Name FROM Compilation WHERE CompilationID_P = 2"}).out,
+              "Name\nStraße der Lieder\n");
+
+    const ProgramRun again = cli({"convert", old, copy});
+    EXPECT_EQ(again.exitCode, 1);
+    EXPECT_EQ(again.err.trimmed(), "Error 3204: Database already exists.");
+    EXPECT_EQ(testsupport::fileDigest(old), before);
+
+    QFile(old).resize(QFile(old).size() - 10);
+    const ProgramRun damaged = cli({"convert", old, dir.file("other.mdb")});
+    EXPECT_EQ(damaged.exitCode, 1);
+    EXPECT_TRUE(damaged.err.startsWith("Error 3343: ")) << damaged.err.toStdString();
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList({"new.mdb", "old.mdb"}));
+    EXPECT_EQ(cli({"convert", old}).exitCode, 2);
 }
 
 TEST(Screenshots, EveryWindowIsPictured) {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <QDateTime>
 #include <QFile>
+#include <QRegularExpression>
 #include <stdexcept>
 
 namespace {
@@ -147,6 +148,23 @@ TEST_F(Jet3Writer, ManyRowsSpanManyPages) {
         ASSERT_EQ(rows[i][1].toString(), QStringLiteral("Titel Nummer %1 – Überlänge").arg(i));
         ASSERT_EQ(rows[i][2].toString(), i % 3 == 0 ? "1" : "0");
     }
+}
+
+TEST_F(Jet3Writer, AnAutoNumberColumnIsMarkedAndItsCounterContinuesAfterTheHighest) {
+    jet4::Table t = table("Compilation", {{"Name", Type::Text}, {"ID", Type::Long, 0, true}});
+    for (int id : {2, 11, 5})
+        t.addRow({QStringLiteral("Nr. %1 – Café").arg(id), id});
+    const QString path = write({t});
+    const QString schema =
+        mdbtools::run("mdb-schema", {"-T", "Compilation", "--no-relations", path, "postgres"});
+    EXPECT_TRUE(schema.contains(
+        QRegularExpression(R"("ID"\s+SERIAL)", QRegularExpression::CaseInsensitiveOption)))
+        << schema.toStdString();
+    EXPECT_EQ(mdbtools::rows(path, "Compilation")[1], strings({"Nr. 11 – Café", "11"}));
+    // The counter follows the row count in the definition on page 3.
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly) && file.seek(3 * 2048 + 0x10));
+    EXPECT_EQ(file.read(4), QByteArray("\x0c\0\0\0", 4));
 }
 
 TEST_F(Jet3Writer, RefusesWhatCodePage1252CannotHold) {

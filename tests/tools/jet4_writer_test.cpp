@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <QDateTime>
 #include <QFile>
+#include <QRegularExpression>
 #include <stdexcept>
 
 namespace {
@@ -195,6 +196,53 @@ TEST_F(Jet4Writer, RejectsValuesAColumnCannotHold) {
     const QString full(255, QChar(0x3a9));
     EXPECT_THROW(wide.addRow({full, full, full, full, full, full, full, full, full}),
                  std::runtime_error);
+}
+
+// Little-endian 32 bits of a file at a byte offset.
+quint32 fileWord(const QString& path, qint64 at) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || !file.seek(at))
+        return 0;
+    const QByteArray bytes = file.read(4);
+    return bytes.size() == 4 ? quint32(quint8(bytes[0])) | quint32(quint8(bytes[1])) << 8 |
+                                   quint32(quint8(bytes[2])) << 16 | quint32(quint8(bytes[3])) << 24
+                             : 0;
+}
+
+TEST_F(Jet4Writer, AnAutoNumberColumnIsMarkedAndItsCounterContinuesAfterTheHighest) {
+    jet4::Table t{"Compilation",
+                  {{"CompilationID_P", Type::Long, 0, true}, {"Name", Type::Text, 100}}};
+    t.addRow({7, "Seven"});
+    t.addRow({3, "Three"});
+    jet4::Table plain{"Plain", {{"ID", Type::Long}}};
+    plain.addRow({40});
+    const QString path = write({t, plain});
+
+    // mdbtools calls an AutoNumber a serial column; the plain Long stays an integer.
+    const QString schema =
+        mdbtools::run("mdb-schema", {"-T", "Compilation", "--no-relations", path, "postgres"});
+    EXPECT_TRUE(schema.contains(QRegularExpression(R"("CompilationID_P"\s+SERIAL)",
+                                                   QRegularExpression::CaseInsensitiveOption)))
+        << schema.toStdString();
+    EXPECT_FALSE(mdbtools::run("mdb-schema", {"-T", "Plain", "--no-relations", path, "postgres"})
+                     .contains("SERIAL"));
+    EXPECT_EQ(mdbtools::rows(path, "Compilation"),
+              (std::vector<QVariantList>{strings({"7", "Seven"}), strings({"3", "Three"})}));
+    // Access numbers the next row from the table definition's counter: pages 3 and 4 hold the
+    // two definitions, the counter sits after the row count.
+    EXPECT_EQ(fileWord(path, 3 * 4096 + 0x14), 8u);
+    EXPECT_EQ(fileWord(path, 4 * 4096 + 0x14), 0u);
+}
+
+TEST_F(Jet4Writer, RejectsAutoNumbersItCannotKeep) {
+    EXPECT_THROW((jet4::Table{"T", {{"ID", Type::Text, 0, true}}}), std::runtime_error);
+    EXPECT_THROW((jet4::Table{"T", {{"A", Type::Long, 0, true}, {"B", Type::Long, 0, true}}}),
+                 std::runtime_error);
+    jet4::Table t{"T", {{"ID", Type::Long, 0, true}, {"Name", Type::Text}}};
+    EXPECT_THROW(t.addRow({{}, "no id"}), std::runtime_error);
+    EXPECT_THROW(t.addRow({"x", "not a number"}), std::runtime_error);
+    EXPECT_EQ(t.rowCount(), 0);
+    EXPECT_EQ(t.nextAutoNumber(), 1u);
 }
 
 TEST_F(Jet4Writer, ReportsFilesItCannotWrite) {

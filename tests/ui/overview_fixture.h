@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QComboBox>
+#include <QDir>
+#include <QFileInfo>
 #include <QLabel>
 #include <QPushButton>
 
@@ -13,6 +16,17 @@
 #include "ui/controls/main_toolbar.h"
 #include "ui/controls/panel_status_bar.h"
 #include "ui/windows/overview_window.h"
+
+// True while a file descriptor of this process refers to the file (or its journal).
+inline bool processHoldsFile(const QString& path) {
+    const QString file = QFileInfo(path).canonicalFilePath();
+    const QDir descriptors(QStringLiteral("/proc/self/fd"));
+    for (const QString& fd : descriptors.entryList(QDir::AllEntries | QDir::System)) {
+        if (QFileInfo(descriptors.filePath(fd)).symLinkTarget().startsWith(file))
+            return true;
+    }
+    return false;
+}
 
 // The main window driven through its controls, with dialogs answered by script.
 class OverviewFixture : public ::testing::Test {
@@ -51,6 +65,19 @@ class OverviewFixture : public ::testing::Test {
     void openThroughToolbar(const QString& path) {
         dialogs.answerFile(path);
         window->toolBar()->clickTool("ID_OpenFile");
+    }
+    // What the window shows with no database: the intro, the hint, nothing open.
+    void expectClosedState() const {
+        EXPECT_EQ(window->windowTitle(), "Mixorama");
+        EXPECT_TRUE(window->statusBarPanels()->simpleMode());
+        EXPECT_EQ(window->statusBarPanels()->simpleText(), shell::kStatusHint);
+        EXPECT_TRUE(child<QWidget>("imgIntro")->isVisibleTo(window.get()));
+        EXPECT_FALSE(window->grid()->isVisibleTo(window.get()));
+        EXPECT_TRUE(toolEnabled("ID_OpenFile"));
+        EXPECT_FALSE(toolEnabled("ID_CloseFile"));
+        EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+        EXPECT_FALSE(window->state().database.isOpen());
+        EXPECT_TRUE(window->state().databasePath.isEmpty());
     }
     void find(const QString& comparison, const QString& value, int button) {
         comparisons()->setCurrentText(comparison);

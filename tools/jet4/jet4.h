@@ -32,7 +32,8 @@ enum class Type {
 struct Column {
     QString name;
     Type type;
-    int size = 0;  // Text: maximum characters (1..255, 0 means 255); ignored otherwise
+    int size = 0;             // Text: maximum characters (1..255, 0 means 255); ignored otherwise
+    bool autoNumber = false;  // Long only: an AutoNumber column (at most one a table)
 };
 
 // A table and its rows. Rows are encoded when added, so a table keeps only its bytes.
@@ -68,10 +69,15 @@ class Table {
     int fixedSize() const { return fixedSize_; }
     int varCount() const { return varCount_; }
     qsizetype rowCount() const { return qsizetype(rowEnds_.size()); }
+    // The value the AutoNumber column gives the next row: one past the highest so far (1 in an
+    // empty table); 0 when the table has no AutoNumber column.
+    std::uint32_t nextAutoNumber() const;
     QByteArray row(qsizetype index) const;
     const std::vector<LongValue>& longValues() const { return longValues_; }
 
   private:
+    qint64 checkedAutoNumber(const QVariantList& values) const;
+
     QString name_;
     std::vector<Column> columns_;
     Format format_;
@@ -81,6 +87,8 @@ class Table {
     QByteArray rows_;
     std::vector<std::uint32_t> rowEnds_;
     std::vector<LongValue> longValues_;
+    int autoNumberColumn_ = -1;
+    qint64 highestAutoNumber_ = 0;
 };
 
 // Writes the tables, in order, to a new file at path (replacing any file there). The tables

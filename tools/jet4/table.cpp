@@ -5,6 +5,7 @@
 #include "jet4/value_encoding.h"
 
 #include <QSet>
+#include <algorithm>
 #include <stdexcept>
 
 namespace jet4 {
@@ -31,8 +32,14 @@ void checkColumns(const QString& table, const std::vector<Column>& columns) {
                                      c.name.toStdString() + "'");
         if (c.type == Type::Text && (c.size < 0 || c.size > 255))
             throw std::runtime_error("column " + c.name.toStdString() + ": text size 1..255");
+        if (c.autoNumber && c.type != Type::Long)
+            throw std::runtime_error("column " + c.name.toStdString() +
+                                     ": only a Long column can be an AutoNumber");
         seen.insert(c.name.toLower());
     }
+    if (std::count_if(columns.begin(), columns.end(),
+                      [](const Column& c) { return c.autoNumber; }) > 1)
+        throw std::runtime_error("table " + table.toStdString() + " has two AutoNumber columns");
 }
 
 void setNullMaskBit(QByteArray& row, int maskStart, int column) {
@@ -47,6 +54,8 @@ Table::Table(QString name, std::vector<Column> columns, Format format)
     if (format_ == Format::Jet3)
         checkNamesFitCp1252(name_, columns_);
     for (const Column& c : columns_) {
+        if (c.autoNumber)
+            autoNumberColumn_ = int(places_.size());
         ColumnPlace place;
         if (encoding::isFixed(c.type)) {
             place.fixedOffset = fixedSize_;
@@ -73,6 +82,7 @@ void Table::addRow(const QVariantList& values) {
     QByteArray& varData = parts.varData;
     std::vector<LongValue> pending;
     const int varBase = columnCountSize(format_) + fixedSize_;
+    const qint64 autoNumber = checkedAutoNumber(values);
 
     for (int i = 0; i < columnCount; ++i) {
         const Column& column = columns_[i];
@@ -114,6 +124,23 @@ void Table::addRow(const QVariantList& values) {
     rowEnds_.push_back(std::uint32_t(rows_.size()));
     for (LongValue& lv : pending)
         longValues_.push_back(std::move(lv));
+    highestAutoNumber_ = std::max(highestAutoNumber_, autoNumber);
+}
+
+// Access numbers new rows from the table definition's counter, so it must lie past every value
+// given; a row without one would have none.
+qint64 Table::checkedAutoNumber(const QVariantList& values) const {
+    if (autoNumberColumn_ < 0)
+        return 0;
+    const QVariant& value = values[autoNumberColumn_];
+    if (!value.isValid() || value.isNull())
+        throw std::runtime_error("table " + name_.toStdString() + ": AutoNumber column " +
+                                 columns_[autoNumberColumn_].name.toStdString() + " needs a value");
+    return value.toLongLong();
+}
+
+std::uint32_t Table::nextAutoNumber() const {
+    return autoNumberColumn_ < 0 ? 0 : std::uint32_t(highestAutoNumber_ + 1);
 }
 
 QByteArray Table::row(qsizetype index) const {

@@ -19,6 +19,7 @@ constexpr std::uint8_t kUserTable = 0x4e;
 constexpr std::uint8_t kSystemTable = 0x53;
 constexpr std::uint8_t kFixedLength = 0x01;
 constexpr std::uint8_t kNullable = 0x02;
+constexpr std::uint8_t kAutoNumber = 0x04;
 constexpr std::uint8_t kCompressedUnicode = 0x01;
 constexpr std::uint16_t kGeneralSortOrder = 0x0409;
 
@@ -31,7 +32,10 @@ QByteArray columnEntry(const Column& column, int number, const Table::ColumnPlac
     put16(e, 9, std::uint16_t(number));
     if (column.type == Type::Text || column.type == Type::Memo)
         put16(e, 11, kGeneralSortOrder);
-    e[15] = char(fixed ? kFixedLength | kNullable : kNullable);
+    std::uint8_t flags = fixed ? kFixedLength | kNullable : kNullable;
+    if (column.autoNumber)
+        flags |= kAutoNumber;
+    e[15] = char(flags);
     e[16] = char(column.type == Type::Text ? kCompressedUnicode : 0);
     put16(e, 21, std::uint16_t(fixed ? place.fixedOffset : 0));
     put16(e, 23, std::uint16_t(encoding::definedLength(column, Format::Jet4)));
@@ -58,6 +62,10 @@ QByteArray jet4TableDefinitionPage(const Table& table, const TableDefinitionInfo
     page[0] = char(kTableDefPage);
     page[1] = 0x01;
     put32(page, 0x10, std::uint32_t(table.rowCount()));
+    if (const std::uint32_t next = table.nextAutoNumber()) {
+        put32(page, 0x14, next);
+        page[0x18] = 0x01;  // the counter is in use
+    }
     page[0x28] = char(info.system ? kSystemTable : kUserTable);
     put16(page, 0x29, columnCount);
     put16(page, 0x2b, std::uint16_t(table.varCount()));

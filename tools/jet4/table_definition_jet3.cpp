@@ -18,6 +18,7 @@ constexpr std::uint8_t kUserTable = 0x4e;
 constexpr std::uint8_t kSystemTable = 0x53;
 constexpr std::uint8_t kFixedLength = 0x01;
 constexpr std::uint8_t kNullable = 0x02;
+constexpr std::uint8_t kAutoNumber = 0x04;
 constexpr std::uint16_t kGeneralSortOrder = 0x0409;
 constexpr std::uint16_t kWesternCodePage = 1252;
 
@@ -32,7 +33,10 @@ QByteArray columnEntry(const Column& column, int number, const Table::ColumnPlac
         put16(e, 7, kGeneralSortOrder);
         put16(e, 9, kWesternCodePage);
     }
-    e[13] = char(fixed ? kFixedLength | kNullable : kNullable);
+    std::uint8_t flags = fixed ? kFixedLength | kNullable : kNullable;
+    if (column.autoNumber)
+        flags |= kAutoNumber;
+    e[13] = char(flags);
     put16(e, 14, std::uint16_t(fixed ? place.fixedOffset : 0));
     put16(e, 16, std::uint16_t(encoding::definedLength(column, Format::Jet3)));
     return e;
@@ -55,6 +59,7 @@ QByteArray jet3TableDefinitionPage(const Table& table, const TableDefinitionInfo
     page[2] = 'V';
     page[3] = 'C';
     put32(page, 0x0c, std::uint32_t(table.rowCount()));
+    put32(page, 0x10, table.nextAutoNumber());
     page[0x14] = char(info.system ? kSystemTable : kUserTable);
     put16(page, 0x15, columnCount);
     put16(page, 0x17, std::uint16_t(table.varCount()));

@@ -7,6 +7,7 @@
 #include "engine/jet_dialect.h"
 #include "engine/jet_error.h"
 #include "engine/workspace.h"
+#include "shell/database_conversion.h"
 #include "shell/database_files.h"
 
 namespace cli {
@@ -69,6 +70,25 @@ int compact(const QStringList& args, Streams streams) {
         return reportError(streams, error);
     }
     streams.out << "Database successfully repaired and compacted." << Qt::endl;
+    return 0;
+}
+
+int convert(const QStringList& args, Streams streams) {
+    if (args.size() != 2) {
+        return usage(streams, QStringLiteral("convert OLD.mdb NEW.mdb"));
+    }
+    shell::ConversionCounts counts;
+    try {
+        counts = shell::convertAccessDatabase(args[0], args[1]);
+    } catch (const engine::JetError& error) {
+        return reportError(streams, error);
+    }
+    streams.out << "Copied " << counts.compilations << " compilation(s) and " << counts.tracks
+                << " track(s) into " << args[1] << "." << Qt::endl;
+    if (counts.tracksLeftOut > 0) {
+        streams.out << counts.tracksLeftOut
+                    << " track(s) belong to no compilation and were not copied." << Qt::endl;
+    }
     return 0;
 }
 

@@ -14,6 +14,7 @@ struct Streams {
 int newDatabase(const QStringList& args, Streams streams);
 int runSql(const QStringList& args, Streams streams);
 int compact(const QStringList& args, Streams streams);
+int convert(const QStringList& args, Streams streams);
 int makeAlbums(const QStringList& args, Streams streams);
 int tempSource(const QStringList& args, Streams streams);
 

@@ -17,6 +17,7 @@ const std::map<QString, Command>& commands() {
         {QStringLiteral("new"), cli::newDatabase},
         {QStringLiteral("sql"), cli::runSql},
         {QStringLiteral("compact"), cli::compact},
+        {QStringLiteral("convert"), cli::convert},
         {QStringLiteral("make-albums"), cli::makeAlbums},
         {QStringLiteral("tempsource"), cli::tempSource},
     };
@@ -28,6 +29,9 @@ void printHelp(QTextStream& out) {
            "  new FILE               create a compilation database from the template\n"
            "  sql FILE \"STATEMENT\"   run one statement in the Access SQL dialect\n"
            "  compact FILE           repair and compact a compilation database\n"
+           "  convert OLD.mdb NEW.mdb\n"
+           "                         copy an Access compilation database of an earlier\n"
+           "                         version into a new database\n"
            "  make-albums OUT.mdb --albums N --seed S [--no-rating]\n"
            "                         write a generated album database (Access file)\n"
            "  tempsource DB ALBUM.mdb [--print]\n"

@@ -196,44 +196,64 @@ void OverviewWindow::showDatabaseState(bool isOpen) {
     }
 }
 
-bool OverviewWindow::loadDatabase(const QString& path) {
-    if (shell::openCompilationDatabase(path, state_, dialogs_) != shell::OpenOutcome::Opened) {
-        setBusy(false);
-        return false;
-    }
-    setBusy(true);
+bool OverviewWindow::loadDatabase(const QString& chosen) {
+    // Whatever fails on the way, the window returns to its closed state with nothing open.
     try {
-        setStatusText(QStringLiteral("Loading Compilations ..."));
-        compilations_.setDatabase(state_.database);
-        store::setRecordSource(QStringLiteral("Compilation"), nullptr, compilations_,
-                               state_.databasePath);
-        compilations_.refresh();
-        setStatusText(QStringLiteral("Building List for Compilation Page: Compilation Title ..."));
-        state_.gotoField = QStringLiteral("c_name");
-        refillGotoList();
-        gotoLabel_->setText(QStringLiteral("Find Compilation Title:"));
-        setGridLayout(*grid_, QStringLiteral("overview"), colourCount());
-        const store::RecordCountText counts =
-            store::showRecordCount(compilations_.recordset(), state_.databasePath);
-        statusBar_->setPanelText(1, counts.database);
-        statusBar_->setPanelText(2, counts.count);
-        statusBar_->showPanels();
-        compilations_.notifyCurrentChanged();
-        setWindowTitle(QStringLiteral("Overview"));
-        position_->setStyleSheet(
-            QStringLiteral("color: %1").arg(shell::positionColour(colourCount()).name()));
-        showDatabaseState(true);
-        toolBar_->setToolEnabled(QStringLiteral("ID_NewCompilation"), true);
-        toolBar_->reportTypeList()->setCurrentIndex(shell::kDefaultReportType);
-        setToolbarState();
-        showListCount();
-        showPosition();
-    } catch (const engine::JetError&) {
-        setBusy(false);
+        const std::optional<QString> path = shell::databaseToOpen(chosen, dialogs_, *this);
+        if (!path ||
+            shell::openCompilationDatabase(*path, state_, dialogs_) != shell::OpenOutcome::Opened) {
+            setBusy(false);
+            return false;
+        }
+        setBusy(true);
+        showLoadedDatabase();
+    } catch (...) {
+        abandonDatabase();
         return false;
     }
     setBusy(false);
     return true;
+}
+
+void OverviewWindow::showLoadedDatabase() {
+    setStatusText(QStringLiteral("Loading Compilations ..."));
+    compilations_.setDatabase(state_.database);
+    store::setRecordSource(QStringLiteral("Compilation"), nullptr, compilations_,
+                           state_.databasePath);
+    compilations_.refresh();
+    setStatusText(QStringLiteral("Building List for Compilation Page: Compilation Title ..."));
+    state_.gotoField = QStringLiteral("c_name");
+    refillGotoList();
+    gotoLabel_->setText(QStringLiteral("Find Compilation Title:"));
+    setGridLayout(*grid_, QStringLiteral("overview"), colourCount());
+    const store::RecordCountText counts =
+        store::showRecordCount(compilations_.recordset(), state_.databasePath);
+    statusBar_->setPanelText(1, counts.database);
+    statusBar_->setPanelText(2, counts.count);
+    statusBar_->showPanels();
+    compilations_.notifyCurrentChanged();
+    setWindowTitle(QStringLiteral("Overview"));
+    position_->setStyleSheet(
+        QStringLiteral("color: %1").arg(shell::positionColour(colourCount()).name()));
+    showDatabaseState(true);
+    toolBar_->setToolEnabled(QStringLiteral("ID_NewCompilation"), true);
+    toolBar_->reportTypeList()->setCurrentIndex(shell::kDefaultReportType);
+    setToolbarState();
+    showListCount();
+    showPosition();
+}
+
+void OverviewWindow::abandonDatabase() {
+    compilations_.clear();
+    shell::abandonCompilationDatabase(state_);
+    showClosedState();
+    setBusy(false);
+}
+
+void OverviewWindow::showClosedState() {
+    statusBar_->setSimpleText(shell::kStatusHint);
+    setWindowTitle(QStringLiteral("Mixorama"));
+    showDatabaseState(false);
 }
 
 void OverviewWindow::setToolbarState() {
@@ -394,9 +414,7 @@ void OverviewWindow::openDatabase() {
 void OverviewWindow::closeDatabase() {
     shell::closeCompilationDatabase(state_);
     compilations_.clear();
-    statusBar_->setSimpleText(shell::kStatusHint);
-    setWindowTitle(QStringLiteral("Mixorama"));
-    showDatabaseState(false);
+    showClosedState();
 }
 
 void OverviewWindow::compactDatabase() {

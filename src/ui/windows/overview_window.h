@@ -37,8 +37,9 @@ class OverviewWindow : public QMainWindow, private shell::CommandFeedback {
     DataGrid* grid() const { return grid_; }
     store::DataControl* compilations() { return &compilations_; }
 
-    // Checks, opens and shows a compilation database, as after New or Open.
-    bool loadDatabase(const QString& path);
+    // Checks, opens and shows a compilation database, as after New or Open; an Access
+    // compilation database is offered for conversion first, and its copy opened.
+    bool loadDatabase(const QString& chosen);
     void runTool(const QString& id);  // the toolbar's dispatch
     // The window's closing without its question (after Yes, or when the program ends).
     void unloadAll();
@@ -53,6 +54,9 @@ class OverviewWindow : public QMainWindow, private shell::CommandFeedback {
     QWidget* buildListPage();
     QWidget* buildSidePanel();
     void showDatabaseState(bool isOpen);
+    void showLoadedDatabase();
+    void abandonDatabase();
+    void showClosedState();
     void setToolbarState();
     void refillGotoList();
     void showListCount();

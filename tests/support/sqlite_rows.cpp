@@ -1,4 +1,4 @@
-#include "access/sqlite_rows.h"
+#include "support/sqlite_rows.h"
 
 #include <sqlite3.h>
 

@@ -1,0 +1,265 @@
+#include "shell/database_conversion.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStringList>
+#include <QTemporaryFile>
+
+#include "engine/foreign_tables.h"
+#include "engine/jet_error.h"
+#include "engine/transaction.h"
+#include "engine/workspace.h"
+#include "platform/split_path.h"
+#include "shell/database_files.h"
+
+namespace shell {
+
+namespace {
+
+using engine::JetError;
+namespace jet = engine::jet;
+
+const QString kCompilation = QStringLiteral("Compilation");
+const QString kCompilationTrack = QStringLiteral("CompilationTrack");
+// The value lists: one column each, a set of choices for the editor's drop-downs.
+const QStringList kValueLists{QStringLiteral("LstFormat"), QStringLiteral("LstLength"),
+                              QStringLiteral("LstManufacturer")};
+
+// The old tables are linked into the new database under these names, beside its own.
+QString oldTable(const QString& table) {
+    return QStringLiteral("Old_") + table;
+}
+
+JetError databaseExists() {
+    return JetError(jet::kDatabaseExists, QStringLiteral("Database already exists."));
+}
+
+// A file that is removed when the conversion ends, unless it was kept.
+class TemporaryFile {
+  public:
+    // A name that does not exist yet: pattern as QTemporaryFile takes it.
+    explicit TemporaryFile(const QString& pattern) {
+        QTemporaryFile probe(pattern);
+        if (!probe.open()) {
+            throw JetError(jet::kDiskError, QStringLiteral("Disk or network error. (cannot "
+                                                           "create a file in '%1')")
+                                                .arg(QFileInfo(pattern).absolutePath()));
+        }
+        path_ = probe.fileName();
+        // probe removes its file: the engine creates its own there and refuses an existing one
+    }
+    ~TemporaryFile() {
+        if (!path_.isEmpty()) {
+            QFile::remove(path_);
+        }
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    const QString& path() const { return path_; }
+    // Gives the file the destination's name; a file already there is never replaced.
+    void renameTo(const QString& destination) {
+        if (QFileInfo::exists(destination)) {
+            throw databaseExists();
+        }
+        QFile file(path_);
+        if (!file.rename(destination)) {
+            throw JetError(jet::kDiskError,
+                           QStringLiteral("Disk or network error. (%1)").arg(file.errorString()));
+        }
+        path_.clear();
+    }
+
+  private:
+    QString path_;
+};
+
+// Closes the database however the copy ends, so that the temporary file can go.
+class OpenDatabase {
+  public:
+    explicit OpenDatabase(const QString& path)
+        : database_(engine::Workspace::defaultWorkspace().openDatabase(path)) {}
+    ~OpenDatabase() { database_.close(); }
+    OpenDatabase(const OpenDatabase&) = delete;
+    OpenDatabase& operator=(const OpenDatabase&) = delete;
+    engine::Database& operator*() { return database_; }
+
+  private:
+    engine::Database database_;
+};
+
+engine::ForeignTableReader& readerOf(const QString& accessPath) {
+    engine::ForeignTableReader* reader = engine::foreignTableReader();
+    if (!QFileInfo::exists(accessPath)) {
+        throw JetError(jet::kFileNotFound,
+                       QStringLiteral("Could not find file '%1'.").arg(accessPath));
+    }
+    if (reader == nullptr || !reader->canRead(accessPath)) {
+        throw JetError(
+            jet::kNotADatabase,
+            QStringLiteral("'%1' is not an Access database: there is nothing to convert.")
+                .arg(accessPath));
+    }
+    return *reader;
+}
+
+QStringList fieldNames(engine::Database& database, const QString& table) {
+    const engine::Recordset none =
+        database.openRecordset(QStringLiteral("SELECT * FROM [%1] WHERE False").arg(table),
+                               engine::RecordsetType::Snapshot);
+    QStringList names;
+    for (int i = 0; i < none.fieldCount(); ++i) {
+        names << none.field(i).name;
+    }
+    return names;
+}
+
+qint64 rowCount(engine::Database& database, const QString& table) {
+    const engine::Recordset count =
+        database.openRecordset(QStringLiteral("SELECT Count(*) AS N FROM [%1]").arg(table),
+                               engine::RecordsetType::Snapshot);
+    return count.value(0).toLongLong();
+}
+
+QString bracketed(const QStringList& names) {
+    QStringList quoted;
+    for (const QString& name : names) {
+        quoted << QLatin1Char('[') + name + QLatin1Char(']');
+    }
+    return quoted.join(QLatin1String(", "));
+}
+
+// The template's columns and the old table's columns of the same names, compared without regard
+// to case. Columns the old table lacks get the template's default (Null but for the counts and
+// the yes/no column); columns it has beyond the template are not copied: nothing reads them.
+struct ColumnPairs {
+    QStringList target;
+    QStringList source;
+
+    QString sourceOf(const QString& targetColumn) const {
+        const qsizetype at = target.indexOf(targetColumn);
+        return at < 0 ? QString() : source[at];
+    }
+};
+
+ColumnPairs matchColumns(engine::Database& database, const QString& table) {
+    const QStringList old = fieldNames(database, oldTable(table));
+    ColumnPairs pairs;
+    for (const QString& column : fieldNames(database, table)) {
+        for (const QString& candidate : old) {
+            if (candidate.compare(column, Qt::CaseInsensitive) == 0) {
+                pairs.target << column;
+                pairs.source << candidate;
+                break;
+            }
+        }
+    }
+    if (pairs.target.isEmpty()) {
+        throw JetError(jet::kItemNotFound,
+                       QStringLiteral("The table '%1' holds none of the columns of a compilation "
+                                      "database.")
+                           .arg(table));
+    }
+    return pairs;
+}
+
+// Copies the rows of the old table that pass filter (a WHERE clause or nothing); returns how many.
+qint64 copyRows(engine::Database& database, const QString& table, const ColumnPairs& columns,
+                const QString& select, const QString& filter) {
+    return database.execute(QStringLiteral("INSERT INTO [%1] (%2) %3 %4 FROM [%5] %6")
+                                .arg(table, bracketed(columns.target), select,
+                                     bracketed(columns.source), oldTable(table), filter));
+}
+
+// A list is a set of choices: repeated and empty entries of the old list are dropped.
+void replaceValueList(engine::Database& database, const QString& table) {
+    const ColumnPairs columns = matchColumns(database, table);
+    database.execute(QStringLiteral("DELETE FROM [%1]").arg(table));
+    copyRows(database, table, columns, QStringLiteral("SELECT DISTINCT"),
+             QStringLiteral("WHERE [%1] IS NOT NULL").arg(columns.source.first()));
+}
+
+// Tracks keep their compilation through its id. A track whose compilation is not in the file
+// could not be shown anywhere; it is left out and counted.
+qint64 copyTracks(engine::Database& database) {
+    const ColumnPairs columns = matchColumns(database, kCompilationTrack);
+    const QString owner = columns.sourceOf(QStringLiteral("CompilationID_F1"));
+    const QString filter =
+        owner.isEmpty()
+            ? QString()
+            : QStringLiteral("WHERE [%1] IN (SELECT CompilationID_P FROM Compilation)").arg(owner);
+    return copyRows(database, kCompilationTrack, columns, QStringLiteral("SELECT"), filter);
+}
+
+std::vector<engine::TableDef> scratchLinks(const QString& scratch) {
+    std::vector<engine::TableDef> links;
+    for (const QString& table : QStringList{kCompilation, kCompilationTrack} + kValueLists) {
+        links.push_back({oldTable(table), QStringLiteral(";DATABASE=") + scratch, table, {}});
+    }
+    return links;
+}
+
+// Fills the new database from the scratch copy of the old tables, in one transaction.
+ConversionCounts copyIntoNewDatabase(const QString& newDatabase, const QString& scratch,
+                                     const ConversionProgress& progress) {
+    OpenDatabase database(newDatabase);
+    (*database).appendTables(scratchLinks(scratch));
+    const qint64 oldTracks = rowCount(*database, oldTable(kCompilationTrack));
+    ConversionCounts counts;
+    counts.compilations = rowCount(*database, oldTable(kCompilation));
+    if (progress) {
+        progress(QStringLiteral("%1 %2 compilations, %3 tracks")
+                     .arg(kConvertingText)
+                     .arg(counts.compilations)
+                     .arg(oldTracks));
+    }
+    engine::ScopedTransaction copy(*database);
+    for (const QString& list : kValueLists) {
+        replaceValueList(*database, list);
+    }
+    // Ids are copied as they are; the counter then continues after the highest.
+    copyRows(*database, kCompilation, matchColumns(*database, kCompilation),
+             QStringLiteral("SELECT"), QString());
+    counts.tracks = copyTracks(*database);
+    copy.commit();
+    counts.tracksLeftOut = oldTracks - counts.tracks;
+    return counts;
+}
+
+}  // namespace
+
+bool isAccessCompilationDatabase(const QString& path) {
+    const engine::ForeignTableReader* reader = engine::foreignTableReader();
+    return reader != nullptr && reader->canRead(path) && hasCompilationStructure(path);
+}
+
+QString convertedCopyPath(const QString& accessPath) {
+    const platform::SplitPath parts = platform::splitPath(accessPath);
+    return parts.folder + parts.baseName + QStringLiteral("-converted.mdb");
+}
+
+ConversionCounts convertAccessDatabase(const QString& accessPath, const QString& destination,
+                                       const ConversionProgress& progress) {
+    if (QFileInfo::exists(destination)) {
+        throw databaseExists();
+    }
+    engine::ForeignTableReader& reader = readerOf(accessPath);
+    if (progress) {
+        progress(kConvertingText);
+    }
+    const TemporaryFile scratch(
+        QDir::temp().filePath(QStringLiteral("mixorama-old-XXXXXX.sqlite")));
+    reader.copyTables(accessPath, QStringList{kCompilation, kCompilationTrack} + kValueLists,
+                      scratch.path());
+    const QFileInfo target(destination);
+    TemporaryFile copy(target.absoluteDir().filePath(target.completeBaseName() +
+                                                     QStringLiteral("-XXXXXX.converting")));
+    createFromTemplate(copy.path());
+    const ConversionCounts counts = copyIntoNewDatabase(copy.path(), scratch.path(), progress);
+    engine::Workspace::repairDatabase(copy.path());  // the integrity check
+    copy.renameTo(destination);
+    return counts;
+}
+
+}  // namespace shell
