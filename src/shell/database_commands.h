@@ -43,8 +43,9 @@ OpenOutcome openCompilationDatabase(const QString& path, AppState& state,
 // Close: removes the album links and closes the shared database.
 void closeCompilationDatabase(AppState& state);
 
-// Compact: asks for a file, repairs and compacts it and reports success. A damaged or foreign
-// file is named in a message; cancel and other failures end quietly. The file is then as it was.
+// Compact: asks for a file, repairs and compacts it and reports success. A damaged, foreign or
+// read-only file, or one named like its temporary file, is named in a message; cancel and other
+// failures end quietly. The file is then as it was.
 bool compactDatabase(platform::Dialogs& dialogs, CommandFeedback& feedback);
 
 }  // namespace shell
