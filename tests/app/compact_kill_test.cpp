@@ -198,6 +198,7 @@ TEST_F(CompactKill, EveryRowSurvivesAKillAtAnyMoment) {
     ASSERT_TRUE(last.waitForFinished(60000));
     EXPECT_EQ(last.exitCode(), 0) << last.readAllStandardError().toStdString();
     EXPECT_FALSE(QFile::exists(temp));
+    EXPECT_FALSE(QFile::exists(temp + "-journal"));
     EXPECT_FALSE(QFile::exists(journal));
     EXPECT_EQ(rowsAsOpenSeesThem(), expected);
 }
