@@ -6,8 +6,11 @@
 #include <QFile>
 #include <QProcess>
 #include <QThread>
+#include <algorithm>
 #include <iostream>
+#include <map>
 #include <random>
+#include <vector>
 
 #include "engine/jet_error.h"
 #include "engine/workspace.h"
