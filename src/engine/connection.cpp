@@ -42,7 +42,26 @@ JetError objectNotFound(const QString& table) {
                         .arg(table));
 }
 
+bool mayWrite(const QFileInfo& info) {
+    constexpr QFile::Permissions kAnyWrite =
+        QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
+    return info.isWritable() && (info.permissions() & kAnyWrite);
+}
+
+JetError interruptedChangeInReadOnlyFile(const QString& path) {
+    return JetError(jet::kCannotOpenFile,
+                    QStringLiteral("The database '%1' holds an interrupted change that must be "
+                                   "rolled back before the file can be opened, but the file or "
+                                   "its folder is read-only. Make both writable and try again.")
+                        .arg(path));
+}
+
 }  // namespace
+
+bool isWriteProtected(const QString& path) {
+    const QFileInfo file(QFileInfo(path).canonicalFilePath());
+    return !mayWrite(file) || !mayWrite(QFileInfo(file.absolutePath()));
+}
 
 Connection::Connection(sqlite3* db, QString path, bool readOnly)
     : db_(db), path_(std::move(path)), readOnly_(readOnly) {}
@@ -51,6 +70,28 @@ std::shared_ptr<Connection> Connection::open(const QString& path, bool readOnly)
     if (!QFileInfo::exists(path)) {
         throw JetError(jet::kFileNotFound, QStringLiteral("Could not find file '%1'.").arg(path));
     }
+    std::shared_ptr<Connection> connection = openFile(path, readOnly);
+    if (connection == nullptr) {
+        // A writer stopped in the middle of a change (killed, power lost) left its journal beside
+        // the file. Only a read-write connection can put the old pages back; until then a
+        // read-only one cannot read the file at all.
+        if (isWriteProtected(path)) {
+            throw interruptedChangeInReadOnlyFile(path);
+        }
+        openFile(path, false);  // its first read rolls the change back
+        connection = openFile(path, true);
+        if (connection == nullptr) {
+            throw interruptedChangeInReadOnlyFile(path);
+        }
+    }
+    registerJetFunctions(connection->db_);
+    execSqlite(connection->db_, QStringLiteral("PRAGMA foreign_keys = ON"));
+    return connection;
+}
+
+// Opens the file and reads its schema, which tells a database from any other file. Returns
+// nothing when a read-only connection finds an interrupted change it cannot roll back.
+std::shared_ptr<Connection> Connection::openFile(const QString& path, bool readOnly) {
     sqlite3* db = nullptr;
     const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_URI;
     const QByteArray uri = fileUri(path, false).toUtf8();
@@ -61,14 +102,17 @@ std::shared_ptr<Connection> Connection::open(const QString& path, bool readOnly)
     }
     sqlite3_extended_result_codes(db, 1);
     sqlite3_busy_timeout(db, 2000);
-    // Reading the schema tells a database from any other file.
     rc = sqlite3_exec(db, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
+    if (rc == SQLITE_READONLY_ROLLBACK) {
+        if (!readOnly) {
+            throw interruptedChangeInReadOnlyFile(path);  // SQLite fell back to reading only
+        }
+        return nullptr;
+    }
     if (rc != SQLITE_OK) {
         throw JetError(jet::kNotADatabase,
                        QStringLiteral("Unrecognized database format '%1'.").arg(path));
     }
-    registerJetFunctions(db);
-    execSqlite(db, QStringLiteral("PRAGMA foreign_keys = ON"));
     return connection;
 }
 

@@ -23,11 +23,19 @@ struct LinkedTable {
     QString schema;           // the attached SQLite schema that holds its rows
 };
 
+// True when the file or its folder may not be written: this process lacks the right, or the file
+// has no write permission at all (a file marked read-only stays so even for an administrator).
+// A symbolic link is judged by the file it points to.
+bool isWriteProtected(const QString& path);
+
 // One open database file: the SQLite connection and the linked tables made in it.
 // Shared by the Database handle and every record set opened on it.
 class Connection {
   public:
-    // Opens an SQLite database file; throws JetError (3024 missing, 3343 not a database).
+    // Opens an SQLite database file; throws JetError (3024 missing, 3343 not a database). A change
+    // left unfinished in the file by a writer that was stopped is rolled back first, even when
+    // the file is opened read-only; 3051 when the file or its folder is write-protected, which
+    // leaves the change in place.
     static std::shared_ptr<Connection> open(const QString& path, bool readOnly);
     // A read-only view of a file the engine cannot open itself (an Access file): it lists the
     // file's tables but holds no rows.
@@ -58,6 +66,7 @@ class Connection {
 
   private:
     Connection(sqlite3* db, QString path, bool readOnly);
+    static std::shared_ptr<Connection> openFile(const QString& path, bool readOnly);
     QString attachLinkedFile(const QString& file, const QString& sourceTable);
     QString copyForeignTables(const QString& file, const QStringList& tables);
     void attach(const QString& file, const QString& schema);

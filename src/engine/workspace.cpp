@@ -39,6 +39,22 @@ void Workspace::close() {
     opened_.clear();
 }
 
+namespace {
+
+// The failure of a copy named by its destination: the source was read, the copy not written.
+JetError copyFailure(const JetError& error, const QString& destination) {
+    if (error.number() == jet::kFileNotFound) {
+        return JetError(jet::kCannotOpenFile,
+                        QStringLiteral("Cannot create the file '%1'. Make sure its folder exists "
+                                       "and may be written to.")
+                            .arg(destination));
+    }
+    return JetError(error.number(), QStringLiteral("%1 The file '%2' could not be written.")
+                                        .arg(error.description(), destination));
+}
+
+}  // namespace
+
 void Workspace::compactDatabase(const QString& source, const QString& destination) {
     if (QFileInfo::exists(destination)) {
         throw JetError(jet::kDatabaseExists, QStringLiteral("Database already exists."));
@@ -48,13 +64,21 @@ void Workspace::compactDatabase(const QString& source, const QString& destinatio
     vacuum.bind(1, destination);
     try {
         vacuum.exec();
-    } catch (const JetError&) {
-        QFile::remove(destination);  // it did not exist before: a partial copy is ours to remove
-        throw;
+    } catch (const JetError& error) {
+        // It did not exist before: a partial copy and its journal are ours to remove.
+        QFile::remove(destination);
+        QFile::remove(destination + QStringLiteral("-journal"));
+        throw copyFailure(error, destination);
     }
 }
 
 void Workspace::repairDatabase(const QString& path) {
+    if (QFileInfo::exists(path) && isWriteProtected(path)) {
+        throw JetError(jet::kReadOnly,
+                       QStringLiteral("The database '%1' or its folder is read-only: it cannot be "
+                                      "repaired or compacted in place.")
+                           .arg(path));
+    }
     std::shared_ptr<Connection> connection = Connection::open(path, false);
     // Indexes are rebuilt in any case: one written by another program may order text by other
     // rules than the engine's.

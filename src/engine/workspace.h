@@ -19,10 +19,11 @@ class Workspace {
     void close();
 
     // Writes a compacted copy of source to destination. Fails with 3204 when the destination
-    // exists, which is never overwritten; a failed copy leaves no destination behind.
+    // exists, which is never overwritten; a failed copy (3051 when the destination cannot be
+    // created, 3043 when the disk is full) names the destination and leaves none behind.
     static void compactDatabase(const QString& source, const QString& destination);
-    // Checks the file and rebuilds its indexes when the check finds damage. Throws JetError when
-    // the file is no database or cannot be made whole.
+    // Rebuilds the file's indexes and checks it. Throws JetError when the file is no database or
+    // cannot be made whole, and 3027 before touching it when it or its folder is read-only.
     static void repairDatabase(const QString& path);
 
   private:

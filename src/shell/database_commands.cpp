@@ -206,7 +206,13 @@ bool compactDatabase(platform::Dialogs& dialogs, CommandFeedback& feedback) {
     try {
         repairAndCompact(*chosen);
     } catch (const engine::JetError& error) {
-        reportUnreadableFile(error, dialogs);
+        // Refusals that leave the file as it was name it and say why.
+        if (error.number() == engine::jet::kDatabaseExists ||
+            error.number() == engine::jet::kReadOnly) {
+            dialogs.exclamation(error.description());
+        } else {
+            reportUnreadableFile(error, dialogs);
+        }
         return false;
     }
     dialogs.information(QStringLiteral("Database successfully repaired and compacted."));

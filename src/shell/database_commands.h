@@ -58,8 +58,9 @@ void closeCompilationDatabase(AppState& state);
 // it, so that no database of the workspace stays open.
 void abandonCompilationDatabase(AppState& state);
 
-// Compact: asks for a file, repairs and compacts it and reports success. A damaged or foreign
-// file is named in a message; cancel and other failures end quietly. The file is then as it was.
+// Compact: asks for a file, repairs and compacts it and reports success. A damaged, foreign or
+// read-only file, or one named like its temporary file, is named in a message; cancel and other
+// failures end quietly. The file is then as it was.
 bool compactDatabase(platform::Dialogs& dialogs, CommandFeedback& feedback);
 
 }  // namespace shell

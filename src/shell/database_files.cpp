@@ -1,14 +1,13 @@
 #include "shell/database_files.h"
 
-#include <QDir>
-#include <QFile>
+#include <QFileInfo>
 #include <QStringList>
-#include <filesystem>
 
 #include "engine/jet_error.h"
 #include "engine/workspace.h"
 #include "platform/program_folder.h"
 #include "platform/split_path.h"
+#include "shell/file_replacement.h"
 
 namespace shell {
 
@@ -44,23 +43,38 @@ QString compactionTempPath(const QString& path) {
     return parts.folder + parts.baseName + QStringLiteral(".$$$");
 }
 
+namespace {
+
+// The file itself when the path is a symbolic link: a link is kept, and what it points to is
+// compacted beside itself (one file system, so the rename is one step).
+QString resolvedDatabaseFile(const QString& path) {
+    const QString file = QFileInfo(path).canonicalFilePath();
+    if (file.isEmpty()) {
+        throw engine::JetError(engine::jet::kFileNotFound,
+                               QStringLiteral("Could not find file '%1'.").arg(path));
+    }
+    return file;
+}
+
+}  // namespace
+
 void repairAndCompact(const QString& path) {
     engine::Workspace::defaultWorkspace().close();
-    const QString temp = compactionTempPath(path);
-    engine::Workspace::repairDatabase(path);
-    if (QFile::exists(temp)) {
-        QFile::remove(temp);
+    const QString file = resolvedDatabaseFile(path);
+    const QString temp = compactionTempPath(file);
+    // Both paths are resolved: "./", a linked folder or a link to a "*.$$$" file cannot hide
+    // that deleting a stale temporary file would delete the database.
+    if (temp == file) {
+        throw engine::JetError(engine::jet::kDatabaseExists,
+                               QStringLiteral("The database '%1' cannot be compacted: its name "
+                                              "ends in \".$$$\", so its temporary file would be "
+                                              "the database itself. Rename it and try again.")
+                                   .arg(file));
     }
-    engine::Workspace::compactDatabase(path, temp);
-    // Renaming over the old file replaces it in one step: there is never a moment without it.
-    std::error_code error;
-    std::filesystem::rename(temp.toStdString(), path.toStdString(), error);
-    if (error) {
-        QFile::remove(temp);
-        throw engine::JetError(engine::jet::kDiskError,
-                               QStringLiteral("Disk or network error. (%1)")
-                                   .arg(QString::fromStdString(error.message())));
-    }
+    engine::Workspace::repairDatabase(file);
+    removeLeftover(temp);
+    engine::Workspace::compactDatabase(file, temp);
+    replaceFile(temp, file);
 }
 
 }  // namespace shell

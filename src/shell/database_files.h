@@ -20,8 +20,11 @@ extern const QString kNotACompilationDatabase;  // the three-line structure mess
 // The temporary file of compaction: the database's folder and base name + ".$$$".
 QString compactionTempPath(const QString& path);
 
-// Repairs the file in place and compacts it through the temporary file, which then replaces it.
-// The default workspace is closed first. On failure the original file is left as it was.
+// Repairs the file in place and compacts it through the temporary file, which then replaces it
+// with the file's permissions and owner. A symbolic link stays: the file it points to is
+// compacted. The default workspace is closed first. Throws JetError: 3204 for a file whose own
+// name is that of its temporary file (ends in ".$$$") and 3027 for a read-only file or folder,
+// both before anything is changed; on any failure the original file is left as it was.
 void repairAndCompact(const QString& path);
 
 }  // namespace shell

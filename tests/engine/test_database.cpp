@@ -3,30 +3,12 @@
 #include "engine/jet_error.h"
 #include "engine/transaction.h"
 #include "engine_fixture.h"
+#include "support/jet_errors.h"
 
 using engine::JetError;
 
-namespace {
-
-int errorNumber(const std::function<void()>& action, QString* description = nullptr) {
-    try {
-        action();
-    } catch (const JetError& error) {
-        if (description != nullptr) {
-            *description = error.description();
-        }
-        return error.number();
-    }
-    return 0;
-}
-
-QByteArray fileBytes(const QString& path) {
-    QFile file(path);
-    file.open(QIODevice::ReadOnly);
-    return file.readAll();
-}
-
-}  // namespace
+using testsupport::errorNumber;
+using testsupport::fileBytes;
 
 using DatabaseStatements = EngineFixture;
 

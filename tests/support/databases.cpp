@@ -28,6 +28,15 @@ class RawConnection {
     sqlite3* db_ = nullptr;
 };
 
+void execOn(sqlite3* db, const QString& sql) {
+    char* error = nullptr;
+    if (sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &error) != SQLITE_OK) {
+        const std::string message = error ? error : "unknown error";
+        sqlite3_free(error);
+        throw std::runtime_error(message);
+    }
+}
+
 }  // namespace
 
 void createCompilationDatabase(const QString& path) {
@@ -40,13 +49,7 @@ void createCompilationDatabase(const QString& path) {
 
 void execRaw(const QString& path, const QString& sql) {
     RawConnection connection(path);
-    char* error = nullptr;
-    if (sqlite3_exec(connection.db(), sql.toUtf8().constData(), nullptr, nullptr, &error) !=
-        SQLITE_OK) {
-        const std::string message = error ? error : "unknown error";
-        sqlite3_free(error);
-        throw std::runtime_error(message);
-    }
+    execOn(connection.db(), sql);
 }
 
 QString queryRaw(const QString& path, const QString& sql) {
@@ -67,6 +70,50 @@ QString queryRaw(const QString& path, const QString& sql) {
 
 QString integrityCheck(const QString& path) {
     return queryRaw(path, "PRAGMA integrity_check");
+}
+
+// The change runs on a copy with a cache too small to hold it, so that its pages reach the copy's
+// file and journal while it is still open; taking both files at that moment is what a kill leaves.
+void leaveInterruptedChange(const QString& path, const QString& sql) {
+    const QString writer = path + QStringLiteral(".writer");
+    const QString writerJournal = writer + QStringLiteral("-journal");
+    QFile::remove(writer);
+    if (!QFile::copy(path, writer)) {
+        throw std::runtime_error("cannot copy " + path.toStdString());
+    }
+    {
+        RawConnection connection(writer);
+        execOn(connection.db(), "PRAGMA cache_size = 1; BEGIN; " + sql);
+        QFile::remove(path);
+        if (!QFile::exists(writerJournal) || !QFile::copy(writer, path) ||
+            !QFile::copy(writerJournal, path + QStringLiteral("-journal"))) {
+            throw std::runtime_error("no journal to leave behind for " + path.toStdString());
+        }
+        execOn(connection.db(), "ROLLBACK");
+    }
+    QFile::remove(writer);
+}
+
+QStringList rowCounts(const QString& path) {
+    QStringList tables;
+    {
+        RawConnection connection(path);
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(connection.db(),
+                           "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT "
+                           "LIKE 'sqlite_%' ORDER BY rowid",
+                           -1, &statement, nullptr);
+        while (sqlite3_step(statement) == SQLITE_ROW) {
+            tables << QString::fromUtf8(
+                reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)));
+        }
+        sqlite3_finalize(statement);
+    }
+    QStringList counts;
+    for (const QString& table : tables) {
+        counts << table + "=" + queryRaw(path, "SELECT count(*) FROM \"" + table + "\"");
+    }
+    return counts;
 }
 
 }  // namespace testsupport

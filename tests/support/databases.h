@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace testsupport {
 
@@ -13,5 +14,10 @@ void execRaw(const QString& path, const QString& sql);
 QString queryRaw(const QString& path, const QString& sql);
 // SQLite's own integrity check of a file: "ok" when it is whole.
 QString integrityCheck(const QString& path);
+// Leaves the file as a writer killed in the middle of running sql would: part of the change
+// written into the file, the old pages in its "-journal" beside it.
+void leaveInterruptedChange(const QString& path, const QString& sql);
+// The number of rows of every table of the file, as "name=count" lines in the file's order.
+QStringList rowCounts(const QString& path);
 
 }  // namespace testsupport

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -16,5 +17,8 @@ class TempDir {
     QTemporaryDir dir_{tempBase()};
     static QString tempBase();
 };
+
+// The bytes of a file; empty when it cannot be read.
+QByteArray fileBytes(const QString& path);
 
 }  // namespace testsupport
