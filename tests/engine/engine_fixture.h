@@ -2,10 +2,26 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "engine/database.h"
+#include "engine/jet_error.h"
 #include "engine/workspace.h"
 #include "support/databases.h"
 #include "support/temp_dir.h"
+
+// The number of the JetError `action` throws (0 when it throws none), its text in `description`.
+inline int errorNumber(const std::function<void()>& action, QString* description = nullptr) {
+    try {
+        action();
+    } catch (const engine::JetError& error) {
+        if (description != nullptr) {
+            *description = error.description();
+        }
+        return error.number();
+    }
+    return 0;
+}
 
 // A compilation database with a few compilations and tracks, opened through the engine.
 class EngineFixture : public ::testing::Test {

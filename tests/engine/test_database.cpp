@@ -4,21 +4,7 @@
 #include "engine/transaction.h"
 #include "engine_fixture.h"
 
-using engine::JetError;
-
 namespace {
-
-int errorNumber(const std::function<void()>& action, QString* description = nullptr) {
-    try {
-        action();
-    } catch (const JetError& error) {
-        if (description != nullptr) {
-            *description = error.description();
-        }
-        return error.number();
-    }
-    return 0;
-}
 
 QByteArray fileBytes(const QString& path) {
     QFile file(path);
