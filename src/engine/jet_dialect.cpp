@@ -3,8 +3,10 @@
 #include <sqlite3.h>
 
 #include <QDateTime>
+#include <algorithm>
 
 #include "engine/jet_clauses.h"
+#include "engine/jet_error.h"
 #include "engine/jet_sql_tokens.h"
 
 namespace engine {
@@ -103,6 +105,38 @@ JetTokens rewriteTokens(JetTokens tokens, bool caseBlindLiterals) {
     return out;
 }
 
+// The depth after `token`; an unmatched ")" stays at the outer level, as the clauses pass has it.
+int depthAfter(int depth, const JetToken& token) {
+    if (token.kind == Kind::Open)
+        return depth + 1;
+    if (token.kind == Kind::Close)
+        return std::max(depth - 1, 0);
+    return depth;
+}
+
+void refuseDeepNesting(const JetTokens& tokens) {
+    int depth = 0;
+    for (const JetToken& token : tokens) {
+        depth = depthAfter(depth, token);
+        if (depth > kMaxJetNesting)
+            throw queryTooComplexError();
+    }
+}
+
+// A statement ends at its first ";" outside parentheses; only blanks may follow it.
+void refuseTextAfterTheEnd(const JetTokens& tokens) {
+    int depth = 0;
+    const auto end = std::find_if(tokens.begin(), tokens.end(), [&](const JetToken& token) {
+        depth = depthAfter(depth, token);
+        return depth == 0 && token.kind == Kind::Semicolon;
+    });
+    if (end != tokens.end() && std::any_of(end + 1, tokens.end(), [](const JetToken& token) {
+            return token.isSignificant();
+        })) {
+        throw charactersAfterEndError();
+    }
+}
+
 void dropTrailingSemicolons(JetTokens& tokens) {
     while (!tokens.empty() &&
            (tokens.back().kind == Kind::Semicolon || tokens.back().kind == Kind::Space)) {
@@ -165,6 +199,8 @@ QString extractIntoTable(JetTokens& tokens) {
 
 TranslatedSql translateJetSql(const QString& jet) {
     JetTokens tokens = tokenizeJetSql(jet);
+    refuseDeepNesting(tokens);
+    refuseTextAfterTheEnd(tokens);
     const bool caseBlindLiterals = manipulatesData(tokens);
     tokens = rewriteTokens(std::move(tokens), caseBlindLiterals);
     dropTrailingSemicolons(tokens);
@@ -176,7 +212,14 @@ TranslatedSql translateJetSql(const QString& jet) {
 }
 
 QString translateJetExpression(const QString& jet) {
-    return renderSqliteSql(rewriteTokens(tokenizeJetSql(jet), true));
+    JetTokens tokens = tokenizeJetSql(jet);
+    refuseDeepNesting(tokens);
+    // A criterion is spliced into a statement of the engine's; a ";" would end that statement.
+    if (std::any_of(tokens.begin(), tokens.end(),
+                    [](const JetToken& token) { return token.kind == Kind::Semicolon; })) {
+        throw charactersAfterEndError();
+    }
+    return renderSqliteSql(rewriteTokens(std::move(tokens), true));
 }
 
 QString isoDateText(const QDateTime& value) {

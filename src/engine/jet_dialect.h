@@ -25,11 +25,19 @@ struct TranslatedSql {
 //    followed by an ORDER BY on the group keys, so grouped rows come back in key order
 //  - a trailing ";" is removed
 // Text inside string literals is never changed. Throws JetError(kSyntaxError) on an unterminated
-// literal or a malformed date literal.
+// literal or a malformed date literal, JetError(kCharactersAfterEnd) when anything but blanks
+// follows a ";" outside parentheses, and JetError(kQueryTooComplex) when parentheses nest deeper
+// than kMaxJetNesting. Takes time linear in the length of the statement.
 TranslatedSql translateJetSql(const QString& jet);
 
-// Translates a criterion (a WHERE expression without the keyword) the same way.
+// Translates a criterion (a WHERE expression without the keyword) the same way; a ";" anywhere
+// outside a literal is JetError(kCharactersAfterEnd).
 QString translateJetExpression(const QString& jet);
+
+// The deepest nesting of parentheses a statement or criterion may have. SQLite's parser (3.40)
+// stops between 85 and 93 levels of plain parentheses, depending on the statement around them,
+// and far earlier for nested calls and subqueries; those limits are reported as the same error.
+inline constexpr int kMaxJetNesting = 64;
 
 // The stored form of a date (ISO 8601 "YYYY-MM-DD", with " HH:MM:SS" when there is a time).
 QString isoDateText(const QDateTime& value);

@@ -44,4 +44,15 @@ private:
     QString description_;
 };
 
+// Text after the end of the first statement: nothing of it runs.
+inline JetError charactersAfterEndError() {
+    return JetError(jet::kCharactersAfterEnd,
+                    QStringLiteral("Characters found after end of SQL statement."));
+}
+
+// A statement nested deeper than the translator or SQLite's parser takes.
+inline JetError queryTooComplexError() {
+    return JetError(jet::kQueryTooComplex, QStringLiteral("Query is too complex."));
+}
+
 }  // namespace engine

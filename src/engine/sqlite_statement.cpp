@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <cctype>
+
 #include <QDate>
 #include <QDateTime>
 
@@ -50,6 +52,11 @@ JetError translateError(int rc, const QString& message, const QString& context) 
         return JetError(jet::kTooFewParameters,
                         QStringLiteral("Too few parameters. Expected 1. (%1)").arg(message));
     }
+    // SQLite's own limits on nesting, reached below the translator's.
+    if (message == QLatin1String("parser stack overflow") ||
+        message.startsWith(QLatin1String("Expression tree is too large"))) {
+        return queryTooComplexError();
+    }
     if (message.contains(QLatin1String("already exists"))) {
         return JetError(jet::kTableExists, message);
     }
@@ -81,6 +88,16 @@ JetError translateError(int rc, const QString& message, const QString& context) 
     }
 }
 
+// Whether the text after a prepared statement holds no second one: only blanks and ";".
+bool onlySeparators(const char* from, const char* end) {
+    for (const char* c = from; c != nullptr && c < end; ++c) {
+        if (*c != ';' && !std::isspace(static_cast<unsigned char>(*c))) {
+            return false;
+        }
+    }
+    return true;
+}
+
 }  // namespace
 
 void throwSqliteError(sqlite3* db, int rc, const QString& context) {
@@ -91,11 +108,7 @@ void throwSqliteError(sqlite3* db, int rc, const QString& context) {
 }
 
 void execSqlite(sqlite3* db, const QString& sql) {
-    const QByteArray utf8 = sql.toUtf8();
-    const int rc = sqlite3_exec(db, utf8.constData(), nullptr, nullptr, nullptr);
-    if (rc != SQLITE_OK) {
-        throwSqliteError(db, rc);
-    }
+    Statement(db, sql).exec();
 }
 
 QString quoteName(const QString& name) {
@@ -106,13 +119,19 @@ QString quoteName(const QString& name) {
 
 Statement::Statement(sqlite3* db, const QString& sql) : db_(db) {
     const QByteArray utf8 = sql.toUtf8();
+    const char* tail = nullptr;
     const int rc =
-        sqlite3_prepare_v2(db, utf8.constData(), static_cast<int>(utf8.size()), &stmt_, nullptr);
+        sqlite3_prepare_v2(db, utf8.constData(), static_cast<int>(utf8.size()), &stmt_, &tail);
     if (rc != SQLITE_OK) {
         throwSqliteError(db, rc);
     }
     if (stmt_ == nullptr) {
         throw JetError(jet::kSyntaxError, QStringLiteral("Empty statement."));
+    }
+    if (!onlySeparators(tail, utf8.constData() + utf8.size())) {
+        // The destructor does not run for a constructor that throws.
+        sqlite3_finalize(stmt_);
+        throw charactersAfterEndError();
     }
 }
 

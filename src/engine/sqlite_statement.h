@@ -12,12 +12,14 @@ namespace engine {
 
 // Throws the JetError that matches SQLite's result code and message on db.
 [[noreturn]] void throwSqliteError(sqlite3* db, int rc, const QString& context = QString());
-// Runs one or more SQLite statements without results; throws JetError.
+// Runs one SQLite statement to its end, ignoring any rows; throws JetError (3142 when the
+// text holds a second statement, which then does not run).
 void execSqlite(sqlite3* db, const QString& sql);
 // Quotes a name for SQLite: "name", with inner quotes doubled.
 QString quoteName(const QString& name);
 
-// A prepared SQLite statement, finalized with the object.
+// A prepared SQLite statement, finalized with the object. Text after the statement other than
+// blanks and ";" is refused with JetError 3142, so no caller can run a second statement.
 class Statement {
   public:
     Statement(sqlite3* db, const QString& sql);

@@ -4,6 +4,7 @@
 
 #include "engine/connection.h"
 #include "engine/database.h"
+#include "engine/jet_error.h"
 #include "engine/sqlite_statement.h"
 
 namespace engine {
@@ -24,9 +25,15 @@ ScopedTransaction::ScopedTransaction(const Database& database)
     : ScopedTransaction(database.connection()->db()) {}
 
 ScopedTransaction::~ScopedTransaction() {
-    if (!done_) {
-        const QByteArray undo = QStringLiteral("ROLLBACK TO %1; RELEASE %1").arg(name_).toUtf8();
-        sqlite3_exec(db_, undo.constData(), nullptr, nullptr, nullptr);
+    if (done_) {
+        return;
+    }
+    try {
+        execSqlite(db_, QStringLiteral("ROLLBACK TO ") + name_);
+        execSqlite(db_, QStringLiteral("RELEASE ") + name_);
+    } catch (const JetError&) {
+        // A destructor cannot report it; the connection is failing or closing, and SQLite rolls
+        // back what was not released when it closes.
     }
 }
 

@@ -123,6 +123,26 @@ TEST_F(CommandLine, ErrorsPrintTheJetNumberAndExitOne) {
     EXPECT_EQ(cli({"frobnicate"}).exitCode, 2);
 }
 
+TEST_F(CommandLine, OneCallRunsOneStatement) {
+    const ProgramRun twice = cli({"sql", path, "SELECT 1; DROP TABLE Compilation"});
+    EXPECT_EQ(twice.exitCode, 1);
+    EXPECT_EQ(twice.out, "");
+    EXPECT_EQ(twice.err.trimmed(), "Error 3142: Characters found after end of SQL statement.");
+    const ProgramRun update =
+        cli({"sql", path, "UPDATE Compilation SET Box = 'x';DELETE FROM CompilationTrack"});
+    EXPECT_EQ(update.exitCode, 1);
+    EXPECT_TRUE(update.err.startsWith("Error 3142: ")) << update.err.toStdString();
+    EXPECT_EQ(lines("SELECT Count(*) AS N, Count(Box) AS B FROM Compilation;"),
+              QStringList({"N\tB", "2\t0"}));
+    EXPECT_EQ(lines("SELECT Count(*) AS N FROM CompilationTrack ; ").value(1), "1");
+}
+
+TEST_F(CommandLine, DeepNestingIsAnErrorNotACrash) {
+    const ProgramRun deep = cli({"sql", path, "SELECT " + QString("(").repeated(30000)});
+    EXPECT_EQ(deep.exitCode, 1);
+    EXPECT_EQ(deep.err.trimmed(), "Error 3360: Query is too complex.");
+}
+
 TEST_F(CommandLine, CompactGoesThroughTheTemporaryFile) {
     QFile stale(dir.file("x.$$$"));
     stale.open(QIODevice::WriteOnly);

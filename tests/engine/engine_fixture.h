@@ -2,10 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "engine/database.h"
+#include "engine/jet_error.h"
 #include "engine/workspace.h"
 #include "support/databases.h"
+#include "support/jet_errors.h"
 #include "support/temp_dir.h"
+
+using testsupport::errorNumber;
 
 // A compilation database with a few compilations and tracks, opened through the engine.
 class EngineFixture : public ::testing::Test {

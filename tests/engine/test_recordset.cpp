@@ -1,19 +1,9 @@
 #include "engine/jet_error.h"
 #include "engine_fixture.h"
 
-using engine::JetError;
 using engine::Recordset;
 
 namespace {
-
-int errorNumber(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const JetError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 const char* kCompilations =
     "SELECT Compilation.Name AS C_Name, Compilation.SumTrack AS C_SumTrack, "

@@ -1,0 +1,123 @@
+// Deeply nested statements end in a clear error, never in a crash; below the limit they run.
+#include <sqlite3.h>
+
+#include "engine/jet_clauses.h"
+#include "engine/jet_dialect.h"
+#include "engine/jet_error.h"
+#include "engine/sqlite_statement.h"
+#include "engine_fixture.h"
+
+namespace {
+
+constexpr int kTooComplex = engine::jet::kQueryTooComplex;
+constexpr int kLimit = engine::kMaxJetNesting;
+
+// The number of the error `action` throws, its description checked when it is 3360.
+int errorOf(const std::function<void()>& action) {
+    QString description;
+    const int number = errorNumber(action, &description);
+    if (number == kTooComplex) {
+        EXPECT_EQ(description, "Query is too complex.");
+    }
+    return number;
+}
+
+QString repeated(const char* piece, int times) {
+    return QString(piece).repeated(times);
+}
+
+// "SELECT " and `depth` parentheses around 1.
+QString nestedOne(int depth) {
+    return "SELECT " + repeated("(", depth) + "1" + repeated(")", depth);
+}
+
+TEST(DeepNestingTranslation, NestingBeyondTheLimitIsRefused) {
+    EXPECT_EQ(errorOf([] { engine::translateJetSql("SELECT " + repeated("(", 30000)); }),
+              kTooComplex);
+    EXPECT_EQ(errorOf([] { engine::translateJetSql(nestedOne(kLimit + 1)); }), kTooComplex);
+    EXPECT_EQ(errorOf([] { engine::translateJetExpression(repeated("(", kLimit + 1) + "1=1"); }),
+              kTooComplex);
+    // Unmatched ")" do not count against later "(".
+    EXPECT_EQ(engine::translateJetSql("SELECT 1" + repeated(")", 10) + nestedOne(kLimit)).sql,
+              "SELECT 1" + repeated(")", 10) + nestedOne(kLimit));
+}
+
+TEST(DeepNestingTranslation, TheClausesPassTakesAnyDepthWithoutRecursion) {
+    // Far deeper than a stack of recursive calls would take; the pass itself has no limit.
+    const QString deep = "SELECT " + repeated("(", 100000) + "a" + repeated(")", 99999);
+    const engine::JetTokens tokens = engine::tokenizeJetSql(deep);
+    EXPECT_EQ(engine::renderSqliteSql(engine::arrangeGroupingAndOrder(tokens)), deep);
+    const QString grouped = repeated("(SELECT a FROM t GROUP BY a HAVING a IN ", 20000);
+    const QString arranged =
+        engine::renderSqliteSql(engine::arrangeGroupingAndOrder(engine::tokenizeJetSql(grouped)));
+    EXPECT_EQ(arranged.count("ORDER BY a COLLATE NOCASE"), 20000);
+}
+
+TEST(DeepNestingTranslation, CopiedGroupKeysCannotMultiplyTheStatement) {
+    // Every level copies its group key, which holds all the deeper levels, into its ORDER BY.
+    auto groupedInKeys = [](int levels) {
+        return "SELECT a FROM t GROUP BY " + repeated("(SELECT a FROM t GROUP BY ", levels) + "a" +
+               repeated(")", levels);
+    };
+    EXPECT_EQ(errorOf([&] { engine::translateJetSql(groupedInKeys(40)); }), kTooComplex);
+    EXPECT_EQ(engine::translateJetSql(groupedInKeys(1)).sql,
+              "SELECT a FROM t GROUP BY (SELECT a FROM t GROUP BY a COLLATE NOCASE ORDER BY a "
+              "COLLATE NOCASE) COLLATE NOCASE ORDER BY (SELECT a FROM t GROUP BY a COLLATE "
+              "NOCASE ORDER BY a COLLATE NOCASE) COLLATE NOCASE");
+    EXPECT_NO_THROW(engine::translateJetSql(groupedInKeys(3)));
+}
+
+TEST(DeepNestingTranslation, NestedLevelsKeepTheirOwnClauses) {
+    EXPECT_EQ(engine::translateJetSql("SELECT x FROM ((SELECT ArtistSort AS x FROM TempSource "
+                                      "GROUP BY ArtistSort LIMIT 2)) ORDER BY x DESC, 1")
+                  .sql,
+              "SELECT x FROM ((SELECT ArtistSort AS x FROM TempSource GROUP BY ArtistSort "
+              "COLLATE NOCASE ORDER BY ArtistSort COLLATE NOCASE LIMIT 2)) ORDER BY x COLLATE "
+              "NOCASE DESC, 1");
+    EXPECT_EQ(engine::translateJetSql("SELECT a FROM t ORDER BY Mid(a, (1)) ASC , b COLLATE "
+                                      "BINARY, (SELECT c FROM u ORDER BY c)")
+                  .sql,
+              "SELECT a FROM t ORDER BY Mid(a, (1)) COLLATE NOCASE ASC , b COLLATE BINARY, "
+              "(SELECT c FROM u ORDER BY c COLLATE NOCASE) COLLATE NOCASE");
+}
+
+TEST(DeepNestingAtSqlite, SqlitesOwnNestingLimitsGiveTheSameError) {
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(":memory:", &db), SQLITE_OK);
+    // Within the translator's limit, but deeper than SQLite's parser takes nested calls.
+    const QString calls = "SELECT " + repeated("abs(", kLimit) + "1" + repeated(")", kLimit);
+    EXPECT_EQ(errorOf([&] { engine::Statement(db, engine::translateJetSql(calls).sql); }),
+              kTooComplex);
+    sqlite3_close(db);
+}
+
+using DeepNestingPaths = EngineFixture;
+
+TEST_F(DeepNestingPaths, TheDeepestAllowedNestingRunsInEveryPath) {
+    engine::Recordset rows = db.openRecordset(nestedOne(kLimit) + " AS N");
+    ASSERT_EQ(rows.recordCount(), 1);
+    EXPECT_EQ(rows.value("N").toInt(), 1);
+    EXPECT_EQ(db.execute(nestedOne(kLimit) + " AS N INTO Deep"), 1);
+    db.createQueryDef("queryDeep", nestedOne(kLimit) + " AS N");
+    EXPECT_EQ(db.openRecordset("queryDeep").value("N").toInt(), 1);
+    engine::Recordset compilations = db.openRecordset("Compilation");
+    compilations.findFirst(repeated("(", kLimit) + "Name = 'Zappa'" + repeated(")", kLimit));
+    EXPECT_EQ(compilations.value("Name").toString(), "Zappa");
+}
+
+TEST_F(DeepNestingPaths, OneLevelMoreIsRefusedInEveryPath) {
+    const QString select = nestedOne(kLimit + 1) + " AS N";
+    EXPECT_EQ(errorOf([&] { db.openRecordset(select); }), kTooComplex);
+    EXPECT_EQ(errorOf([&] { db.execute(nestedOne(kLimit + 1) + " AS N INTO Deep"); }), kTooComplex);
+    EXPECT_EQ(errorOf([&] { db.createQueryDef("queryDeep", select); }), kTooComplex);
+    engine::Recordset compilations = db.openRecordset("Compilation");
+    EXPECT_EQ(errorOf([&] {
+                  compilations.findFirst(repeated("(", kLimit + 1) + "Name = 'Zappa'" +
+                                         repeated(")", kLimit + 1));
+              }),
+              kTooComplex);
+    EXPECT_FALSE(db.hasTable("Deep"));
+    EXPECT_TRUE(db.queryDefNames().isEmpty());
+}
+
+}  // namespace
