@@ -1,0 +1,154 @@
+#include "engine/jet_text_fold.h"
+
+#include <unicode/uchar.h>
+#include <unicode/unorm2.h>
+#include <unicode/ustring.h>
+#include <unicode/utf16.h>
+
+#include "engine/jet_error.h"
+
+namespace engine {
+
+void Utf16Text::reserve(int units) {
+    if (units > capacity())
+        heap_.assign(size_t(units), u'\0');
+}
+
+namespace {
+
+void check(UErrorCode status) {
+    if (U_FAILURE(status)) {
+        throw JetError(jet::kGeneral, QStringLiteral("Text could not be compared (%1).")
+                                          .arg(QString::fromLatin1(u_errorName(status))));
+    }
+}
+
+// Runs an ICU function that writes into `out`, once more with a larger buffer when it reports
+// the length it needs.
+template <typename Write>
+void writeInto(Utf16Text& out, Write write) {
+    UErrorCode status = U_ZERO_ERROR;
+    int length = write(out.data(), out.capacity(), status);
+    if (status == U_BUFFER_OVERFLOW_ERROR) {
+        out.reserve(length);
+        status = U_ZERO_ERROR;
+        length = write(out.data(), out.capacity(), status);
+    }
+    check(status);
+    out.setLength(length);
+}
+
+const UNormalizer2* normalizer(const UNormalizer2* (*instance)(UErrorCode*)) {
+    UErrorCode status = U_ZERO_ERROR;
+    const UNormalizer2* found = instance(&status);
+    check(status);
+    return found;
+}
+
+void normalize(const UNormalizer2* form, std::u16string_view in, Utf16Text& out) {
+    writeInto(out, [&](char16_t* dest, int capacity, UErrorCode& status) {
+        return unorm2_normalize(form, in.data(), int32_t(in.size()), dest, capacity, &status);
+    });
+}
+
+void decompose(std::u16string_view in, Utf16Text& out) {
+    static const UNormalizer2* const nfd = normalizer(unorm2_getNFDInstance);
+    normalize(nfd, in, out);
+}
+
+void compose(std::u16string_view in, Utf16Text& out) {
+    static const UNormalizer2* const nfc = normalizer(unorm2_getNFCInstance);
+    normalize(nfc, in, out);
+}
+
+void fromUtf8(std::string_view utf8, Utf16Text& out) {
+    writeInto(out, [&](char16_t* dest, int capacity, UErrorCode& status) {
+        int32_t length = 0;
+        u_strFromUTF8WithSub(dest, capacity, &length, utf8.data(), int32_t(utf8.size()), 0xFFFD,
+                             nullptr, &status);
+        return length;
+    });
+}
+
+// Simple case folding, character by character.
+void simpleFold(std::u16string_view in, Utf16Text& out) {
+    const int32_t length = int32_t(in.size());
+    out.reserve(2 * length);  // room for a character whose folding needs a surrogate pair
+    char16_t* dest = out.data();
+    int32_t written = 0;
+    for (int32_t i = 0; i < length;) {
+        UChar32 c;
+        U16_NEXT(in.data(), i, length, c);
+        U16_APPEND_UNSAFE(dest, written, u_foldCase(c, U_FOLD_CASE_DEFAULT));
+    }
+    out.setLength(written);
+}
+
+// ASCII needs no tables: folding is lower case, and normalization leaves it as it is.
+bool foldAscii(std::string_view utf8, Utf16Text& out) {
+    for (char c : utf8) {
+        if (static_cast<unsigned char>(c) >= 0x80)
+            return false;
+    }
+    out.reserve(int(utf8.size()));
+    char16_t* dest = out.data();
+    for (char c : utf8)
+        *dest++ = (c >= 'A' && c <= 'Z') ? char16_t(c + ('a' - 'A')) : char16_t(c);
+    out.setLength(int(utf8.size()));
+    return true;
+}
+
+}  // namespace
+
+void foldText(std::u16string_view utf16, Utf16Text& folded) {
+    Utf16Text scratch;
+    decompose(utf16, folded);
+    simpleFold(folded.view(), scratch);
+    compose(scratch.view(), folded);
+}
+
+void foldText(std::string_view utf8, Utf16Text& folded) {
+    if (foldAscii(utf8, folded))
+        return;
+    Utf16Text scratch;
+    fromUtf8(utf8, scratch);
+    foldText(scratch.view(), folded);
+}
+
+void foldTextDecomposed(std::string_view utf8, Utf16Text& folded) {
+    if (foldAscii(utf8, folded))
+        return;
+    Utf16Text scratch;
+    fromUtf8(utf8, folded);
+    decompose(folded.view(), scratch);
+    simpleFold(scratch.view(), folded);
+}
+
+namespace {
+
+std::u32string codePoints(const Utf16Text& text) {
+    std::u32string out;
+    out.reserve(size_t(text.length()));
+    for (int32_t i = 0; i < text.length();) {
+        UChar32 c;
+        U16_NEXT(text.data(), i, text.length(), c);
+        out.push_back(char32_t(c));
+    }
+    return out;
+}
+
+}  // namespace
+
+std::u32string foldedCodePoints(std::string_view utf8) {
+    Utf16Text folded;
+    foldText(utf8, folded);
+    return codePoints(folded);
+}
+
+std::u32string foldedCodePoints(const QString& text) {
+    Utf16Text folded;
+    foldText(std::u16string_view(QStringView(text).utf16(), size_t(text.size())), folded);
+    return codePoints(folded);
+}
+
+}  // namespace engine

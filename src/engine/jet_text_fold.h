@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QString>
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace engine {
+
+// UTF-16 text that stays on the stack while it is short, so comparing two names allocates nothing.
+class Utf16Text {
+  public:
+    Utf16Text() = default;
+    Utf16Text(const Utf16Text&) = delete;
+    Utf16Text& operator=(const Utf16Text&) = delete;
+
+    char16_t* data() { return heap_.empty() ? inline_.data() : heap_.data(); }
+    const char16_t* data() const { return heap_.empty() ? inline_.data() : heap_.data(); }
+    int capacity() const { return heap_.empty() ? int(inline_.size()) : int(heap_.size()); }
+    int length() const { return length_; }
+    std::u16string_view view() const { return {data(), size_t(length_)}; }
+
+    // Room for at least `units` code units; the contents are not kept.
+    void reserve(int units);
+    void setLength(int units) { length_ = units; }
+
+  private:
+    std::array<char16_t, 256> inline_;  // not cleared: written before it is read
+    std::vector<char16_t> heap_;
+    int length_ = 0;
+};
+
+// The form in which the engine compares text: canonical decomposition, simple case folding,
+// canonical composition (NFC of the simply case-folded NFD). Two texts are equal for the engine
+// exactly when their folded forms are equal. Simple folding maps every character to one
+// character ("ß" stays "ß", "Σ" and "ς" become "σ"), so LIKE's "?" still matches one character of
+// the folded text as it did in the original; decomposing first makes canonical equivalents
+// ("İ" and "I" + U+0307, "é" and "e" + U+0301) fold alike. Invalid UTF-8 reads as U+FFFD.
+void foldText(std::string_view utf8, Utf16Text& folded);
+void foldText(std::u16string_view utf16, Utf16Text& folded);
+
+// Case folding without the final composition: canonically equivalent to foldText's result, so
+// a collator that normalizes orders it the same; cheaper where only that order is needed.
+void foldTextDecomposed(std::string_view utf8, Utf16Text& folded);
+
+// The folded form as code points, for matching LIKE patterns character by character.
+std::u32string foldedCodePoints(std::string_view utf8);
+std::u32string foldedCodePoints(const QString& text);
+
+}  // namespace engine
