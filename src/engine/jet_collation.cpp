@@ -169,12 +169,12 @@ std::optional<int> compareByRanks(const AsciiRanks& ranks, std::string_view a, s
     return order != 0 ? order : sign(int(a.size() > b.size()) - int(a.size() < b.size()));
 }
 
-// The collator sees the folded texts before composition, which it treats as their composed
-// forms; only texts it finds equal pay for composing, to tell them apart by code points.
+// The collator sees the folded texts uncomposed, which it orders as their composed forms; only
+// texts it finds equal pay for composing, to tell them apart by code points.
 int compareFolded(const UCollator* collator, std::string_view a, std::string_view b) {
     Utf16Text foldedA, foldedB;
-    foldTextDecomposed(a, foldedA);
-    foldTextDecomposed(b, foldedB);
+    foldTextUncomposed(a, foldedA);
+    foldTextUncomposed(b, foldedB);
     const UCollationResult order =
         ucol_strcoll(collator, foldedA.data(), foldedA.length(), foldedB.data(), foldedB.length());
     if (order != UCOL_EQUAL)

@@ -4,6 +4,9 @@
 #include <unicode/unorm2.h>
 #include <unicode/ustring.h>
 #include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
+#include <bitset>
 
 #include "engine/jet_error.h"
 
@@ -70,6 +73,12 @@ void fromUtf8(std::string_view utf8, Utf16Text& out) {
     });
 }
 
+UChar32 foldCharacter(UChar32 c) {
+    if (c < 0x80)
+        return (c >= 'A' && c <= 'Z') ? c + ('a' - 'A') : c;
+    return u_foldCase(c, U_FOLD_CASE_DEFAULT);
+}
+
 // Simple case folding, character by character.
 void simpleFold(std::u16string_view in, Utf16Text& out) {
     const int32_t length = int32_t(in.size());
@@ -79,7 +88,7 @@ void simpleFold(std::u16string_view in, Utf16Text& out) {
     for (int32_t i = 0; i < length;) {
         UChar32 c;
         U16_NEXT(in.data(), i, length, c);
-        U16_APPEND_UNSAFE(dest, written, u_foldCase(c, U_FOLD_CASE_DEFAULT));
+        U16_APPEND_UNSAFE(dest, written, foldCharacter(c));
     }
     out.setLength(written);
 }
@@ -98,6 +107,48 @@ bool foldAscii(std::string_view utf8, Utf16Text& out) {
     return true;
 }
 
+// Characters below U+0300 (Latin letters, no combining marks) whose folding gives the same as
+// folding their decomposition, decomposed: all but a few such as "İ", as ICU's tables say.
+constexpr UChar32 kLatinEnd = 0x300;
+
+std::bitset<kLatinEnd> foldingCommutesWithDecomposition() {
+    std::bitset<kLatinEnd> commutes;
+    Utf16Text decomposed, folded, foldedFirst, foldedThenDecomposed;
+    for (UChar32 c = 0; c < kLatinEnd; ++c) {
+        const char16_t text[] = {char16_t(c)};
+        decompose({text, 1}, decomposed);
+        simpleFold(decomposed.view(), folded);
+        simpleFold({text, 1}, foldedFirst);
+        decompose(foldedFirst.view(), foldedThenDecomposed);
+        commutes[size_t(c)] = folded.view() == foldedThenDecomposed.view();
+    }
+    return commutes;
+}
+
+// Folds a text made only of such characters without decomposing it: each of them decomposes to
+// a letter and marks that fold to themselves, so nothing reorders between characters and the
+// result is canonically equivalent to the folded decomposition. False for any other text.
+bool foldLatin(std::string_view utf8, Utf16Text& out) {
+    static const std::bitset<kLatinEnd> commutes = foldingCommutesWithDecomposition();
+    const auto* bytes = reinterpret_cast<const uint8_t*>(utf8.data());
+    const int32_t length = int32_t(utf8.size());
+    out.reserve(length);  // one code unit for each character, which takes at least one byte
+    char16_t* dest = out.data();
+    int32_t written = 0;
+    for (int32_t i = 0; i < length;) {
+        UChar32 c;
+        U8_NEXT(bytes, i, length, c);
+        if (c < 0 || c >= kLatinEnd || !commutes[size_t(c)])
+            return false;
+        const UChar32 folded = foldCharacter(c);
+        if (folded > 0xFFFF)
+            return false;
+        dest[written++] = char16_t(folded);
+    }
+    out.setLength(written);
+    return true;
+}
+
 }  // namespace
 
 void foldText(std::u16string_view utf16, Utf16Text& folded) {
@@ -111,12 +162,16 @@ void foldText(std::string_view utf8, Utf16Text& folded) {
     if (foldAscii(utf8, folded))
         return;
     Utf16Text scratch;
+    if (foldLatin(utf8, scratch)) {
+        compose(scratch.view(), folded);
+        return;
+    }
     fromUtf8(utf8, scratch);
     foldText(scratch.view(), folded);
 }
 
-void foldTextDecomposed(std::string_view utf8, Utf16Text& folded) {
-    if (foldAscii(utf8, folded))
+void foldTextUncomposed(std::string_view utf8, Utf16Text& folded) {
+    if (foldAscii(utf8, folded) || foldLatin(utf8, folded))
         return;
     Utf16Text scratch;
     fromUtf8(utf8, folded);

@@ -40,9 +40,9 @@ class Utf16Text {
 void foldText(std::string_view utf8, Utf16Text& folded);
 void foldText(std::u16string_view utf16, Utf16Text& folded);
 
-// Case folding without the final composition: canonically equivalent to foldText's result, so
-// a collator that normalizes orders it the same; cheaper where only that order is needed.
-void foldTextDecomposed(std::string_view utf8, Utf16Text& folded);
+// The folded form before its composition, or another text canonically equivalent to it: a
+// collator that normalizes orders it as the folded form, and it is cheaper to make.
+void foldTextUncomposed(std::string_view utf8, Utf16Text& folded);
 
 // The folded form as code points, for matching LIKE patterns character by character.
 std::u32string foldedCodePoints(std::string_view utf8);
