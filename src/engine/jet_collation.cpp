@@ -8,12 +8,15 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
 
 #include "engine/jet_error.h"
 #include "engine/jet_text_fold.h"
+#include "engine/small_buffer.h"
 
 namespace engine {
 
@@ -169,16 +172,89 @@ std::optional<int> compareByRanks(const AsciiRanks& ranks, std::string_view a, s
     return order != 0 ? order : sign(int(a.size() > b.size()) - int(a.size() < b.size()));
 }
 
-// The collator sees the folded texts uncomposed, which it orders as their composed forms; only
-// texts it finds equal pay for composing, to tell them apart by code points.
+// The collator's sort key of a text's folded form. Keys compare byte by byte as the collator
+// compares the texts; they end in their only zero byte.
+using SortKey = SmallBuffer<char, 256>;
+
+// Sort keys of texts compared lately on this thread; a slot holds its text, so a hit is exact.
+// A sort compares one text with many others in a row, and the texts that take the collator are
+// few (4,348 distinct ones in a build of 100,000 tracks), so a small table answers nearly all.
+class SortKeyCache {
+  public:
+    bool find(std::string_view text, SortKey& key) const {
+        const Slot& slot = slots_[slotOf(text)];
+        if (slot.textLength != text.size() ||
+            !std::equal(text.begin(), text.end(), slot.text.begin())) {
+            return false;
+        }
+        key.reserve(slot.keyLength);
+        std::copy_n(slot.key.begin(), slot.keyLength, key.data());
+        key.setLength(slot.keyLength);
+        return true;
+    }
+    void keep(std::string_view text, const SortKey& key) {
+        if (text.size() > kTextBytes || size_t(key.length()) > kKeyBytes)
+            return;
+        Slot& slot = slots_[slotOf(text)];
+        slot.textLength = text.size();
+        std::copy(text.begin(), text.end(), slot.text.begin());
+        slot.keyLength = key.length();
+        std::copy_n(key.data(), key.length(), slot.key.begin());
+    }
+
+  private:
+    static constexpr size_t kSlots = 256;
+    static constexpr size_t kTextBytes = 96;
+    static constexpr size_t kKeyBytes = 160;
+    struct Slot {
+        size_t textLength = kTextBytes + 1;  // longer than any text kept: empty
+        int keyLength = 0;
+        std::array<char, kTextBytes> text;
+        std::array<char, kKeyBytes> key;
+    };
+    static size_t slotOf(std::string_view text) {
+        return std::hash<std::string_view>{}(text) % kSlots;
+    }
+
+    std::array<Slot, kSlots> slots_;
+};
+
+void makeSortKey(const UCollator* collator, std::string_view text, SortKey& key) {
+    Utf16Text folded;
+    foldTextUncomposed(text, folded);
+    const auto write = [&] {
+        return ucol_getSortKey(collator, folded.data(), folded.length(),
+                               reinterpret_cast<uint8_t*>(key.data()), key.capacity());
+    };
+    int32_t length = write();
+    if (length > key.capacity()) {
+        key.reserve(length);
+        length = write();
+    }
+    if (length <= 0)
+        throw JetError(jet::kGeneral, QStringLiteral("The text order has no key for a text."));
+    key.setLength(length);
+}
+
+void sortKeyOf(const UCollator* collator, std::string_view text, SortKey& key) {
+    thread_local std::unique_ptr<SortKeyCache> cache = std::make_unique<SortKeyCache>();
+    if (cache->find(text, key))
+        return;
+    makeSortKey(collator, text, key);
+    cache->keep(text, key);
+}
+
+// The collator orders the folded forms; only texts it finds equal pay for composing them, to
+// tell them apart by code points.
 int compareFolded(const UCollator* collator, std::string_view a, std::string_view b) {
+    SortKey keyA, keyB;
+    sortKeyOf(collator, a, keyA);
+    sortKeyOf(collator, b, keyB);
+    // A key's zero byte differs from the other key's byte there unless both end together.
+    const size_t common = size_t(std::min(keyA.length(), keyB.length()));
+    if (const int order = std::memcmp(keyA.data(), keyB.data(), common))
+        return sign(order);
     Utf16Text foldedA, foldedB;
-    foldTextUncomposed(a, foldedA);
-    foldTextUncomposed(b, foldedB);
-    const UCollationResult order =
-        ucol_strcoll(collator, foldedA.data(), foldedA.length(), foldedB.data(), foldedB.length());
-    if (order != UCOL_EQUAL)
-        return order;
     foldText(a, foldedA);
     foldText(b, foldedB);
     return sign(

@@ -12,11 +12,6 @@
 
 namespace engine {
 
-void Utf16Text::reserve(int units) {
-    if (units > capacity())
-        heap_.assign(size_t(units), u'\0');
-}
-
 namespace {
 
 void check(UErrorCode status) {

@@ -1,35 +1,14 @@
 #pragma once
 
 #include <QString>
-#include <array>
 #include <string>
 #include <string_view>
-#include <vector>
+
+#include "engine/small_buffer.h"
 
 namespace engine {
 
-// UTF-16 text that stays on the stack while it is short, so comparing two names allocates nothing.
-class Utf16Text {
-  public:
-    Utf16Text() = default;
-    Utf16Text(const Utf16Text&) = delete;
-    Utf16Text& operator=(const Utf16Text&) = delete;
-
-    char16_t* data() { return heap_.empty() ? inline_.data() : heap_.data(); }
-    const char16_t* data() const { return heap_.empty() ? inline_.data() : heap_.data(); }
-    int capacity() const { return heap_.empty() ? int(inline_.size()) : int(heap_.size()); }
-    int length() const { return length_; }
-    std::u16string_view view() const { return {data(), size_t(length_)}; }
-
-    // Room for at least `units` code units; the contents are not kept.
-    void reserve(int units);
-    void setLength(int units) { length_ = units; }
-
-  private:
-    std::array<char16_t, 256> inline_;  // not cleared: written before it is read
-    std::vector<char16_t> heap_;
-    int length_ = 0;
-};
+using Utf16Text = SmallBuffer<char16_t, 256>;
 
 // The form in which the engine compares text: canonical decomposition, simple case folding,
 // canonical composition (NFC of the simply case-folded NFD). Two texts are equal for the engine

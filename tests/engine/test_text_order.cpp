@@ -59,6 +59,16 @@ TEST(TextOrder, EqualOnlyWhenFoldedAlike) {
     EXPECT_NE(compareJetText("ß", "ss"), 0);  // simple folding keeps ß one letter
 }
 
+// Longer than the buffers on the stack and than the texts whose keys are kept.
+TEST(TextOrder, LongTextsCompareToTheirEnd) {
+    const std::string lower(300, 'x'), upper(300, 'X');
+    EXPECT_EQ(compareJetText(lower + "é", upper + "É"), 0);
+    EXPECT_LT(compareJetText(lower + "éa", upper + "Éb"), 0);
+    EXPECT_GT(compareJetText(lower + "é", upper + "e"), 0);
+    EXPECT_GT(compareJetText(lower + "b", upper + "Á"), 0);  // not the order of code points
+    EXPECT_GT(compareJetText(lower + "さくら", upper + "さくや"), 0);  // や before ら
+}
+
 TEST(TextOrder, SortsAccentsBesideTheirLetters) {
     const std::vector<std::string> expected{
         "abba",  "Arzte", "Ärzte",    "ARZTEN", "Beatles", "Émile", "Emile!", "Mix",
