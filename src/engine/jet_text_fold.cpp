@@ -8,18 +8,11 @@
 
 #include <bitset>
 
-#include "engine/jet_error.h"
+#include "engine/icu_check.h"
 
 namespace engine {
 
 namespace {
-
-void check(UErrorCode status) {
-    if (U_FAILURE(status)) {
-        throw JetError(jet::kGeneral, QStringLiteral("Text could not be compared (%1).")
-                                          .arg(QString::fromLatin1(u_errorName(status))));
-    }
-}
 
 // Runs an ICU function that writes into `out`, once more with a larger buffer when it reports
 // the length it needs.
@@ -32,14 +25,14 @@ void writeInto(Utf16Text& out, Write write) {
         status = U_ZERO_ERROR;
         length = write(out.data(), out.capacity(), status);
     }
-    check(status);
+    checkIcu(status, "normalizing");
     out.setLength(length);
 }
 
 const UNormalizer2* normalizer(const UNormalizer2* (*instance)(UErrorCode*)) {
     UErrorCode status = U_ZERO_ERROR;
     const UNormalizer2* found = instance(&status);
-    check(status);
+    checkIcu(status, "loading normalization");
     return found;
 }
 
