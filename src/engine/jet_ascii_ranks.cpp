@@ -22,8 +22,11 @@ struct CloseSet {
     void operator()(USet* set) const { uset_close(set); }
 };
 
-bool isFoldedPrintable(int c) {
-    return c >= 0x20 && c <= 0x7E && !(c >= 'A' && c <= 'Z');
+constexpr unsigned kFirstPrintable = 0x20;  // space
+constexpr unsigned kLastPrintable = 0x7E;   // tilde
+
+bool isFoldedPrintable(unsigned c) {
+    return c >= kFirstPrintable && c <= kLastPrintable && !(c >= 'A' && c <= 'Z');
 }
 
 // The collation elements of one character; nothing when it has more than one or an ignorable one.
@@ -47,7 +50,7 @@ bool hasContractionWithin(const UCollator* collator, const AsciiRanks& ranks) {
     std::unique_ptr<USet, CloseSet> contractions(uset_openEmpty());
     ucol_getContractionsAndExpansions(collator, contractions.get(), nullptr, true, &status);
     checkIcu(status, "reading contractions");
-    const auto ranked = [&](UChar32 c) { return c < 0x80 && ranks[size_t(c)] != 0; };
+    const auto ranked = [&](UChar32 c) { return c < 0x80 && ranks.rank[size_t(c)] != 0; };
     for (int32_t i = 0; i < uset_getItemCount(contractions.get()); ++i) {
         UChar32 start = 0, end = 0;
         std::array<char16_t, 64> text{};
@@ -63,9 +66,13 @@ bool hasContractionWithin(const UCollator* collator, const AsciiRanks& ranks) {
     return false;
 }
 
-bool allRanked(const AsciiRanks& ranks, std::string_view text) {
-    return std::all_of(text.begin(), text.end(),
-                       [&](char c) { return ranks[static_cast<unsigned char>(c)] != 0; });
+// Vectorizes: no early exit.
+bool allPrintable(std::string_view text) {
+    bool printable = true;
+    for (char c : text)
+        printable &=
+            static_cast<unsigned char>(c) - kFirstPrintable <= kLastPrintable - kFirstPrintable;
+    return printable;
 }
 
 }  // namespace
@@ -74,11 +81,11 @@ bool allRanked(const AsciiRanks& ranks, std::string_view text) {
 // exactly one collation element, the primary weights are distinct and not ignorable, the
 // secondary and tertiary weights are all the same, and no contraction joins table characters:
 // the collator then compares two such texts by their primary weights one by one, the shorter
-// first when one is the start of the other. When that does not hold, no byte gets a rank and
+// first when one is the start of the other. When that does not hold, the ranks are not used and
 // every comparison takes the full path.
 AsciiRanks buildAsciiRanks(const UCollator* collator) {
     std::vector<std::pair<int32_t, int>> elements;  // (collation element, character)
-    for (int c = 0; c < 0x80; ++c) {
+    for (unsigned c = 0; c < 0x80; ++c) {
         if (!isFoldedPrintable(c))
             continue;
         const std::optional<int32_t> element = singleElement(collator, char16_t(c));
@@ -97,29 +104,26 @@ AsciiRanks buildAsciiRanks(const UCollator* collator) {
             i == 0 || ucol_primaryOrder(elements[i - 1].first) != ucol_primaryOrder(element);
         if (!sameLowerLevels || !distinct)
             return {};
-        ranks[size_t(elements[i].second)] = static_cast<unsigned char>(i + 1);
+        ranks.rank[size_t(elements[i].second)] = static_cast<unsigned char>(i + 1);
     }
     for (int c = 'A'; c <= 'Z'; ++c)
-        ranks[size_t(c)] = ranks[size_t(c - 'A' + 'a')];
-    return hasContractionWithin(collator, ranks) ? AsciiRanks{} : ranks;
+        ranks.rank[size_t(c)] = ranks.rank[size_t(c - 'A' + 'a')];
+    ranks.usable = !hasContractionWithin(collator, ranks);
+    return ranks;
 }
 
-// The order of two texts made only of ranked bytes; nothing when either holds another byte.
 std::optional<int> compareByRanks(const AsciiRanks& ranks, std::string_view a, std::string_view b) {
-    const size_t common = std::min(a.size(), b.size());
-    int order = 0;
-    for (size_t i = 0; i < common; ++i) {
-        const int rankA = ranks[static_cast<unsigned char>(a[i])];
-        const int rankB = ranks[static_cast<unsigned char>(b[i])];
-        if (rankA == 0 || rankB == 0)
-            return std::nullopt;
-        if (order == 0)
-            order = rankA == rankB ? 0 : (rankA < rankB ? -1 : 1);
-    }
-    if (!allRanked(ranks, a.substr(common)) || !allRanked(ranks, b.substr(common)))
+    if (!ranks.usable || !allPrintable(a) || !allPrintable(b))
         return std::nullopt;
-    if (order != 0 || a.size() == b.size())
-        return order;
+    const size_t common = std::min(a.size(), b.size());
+    for (size_t i = 0; i < common; ++i) {
+        const int rankA = ranks.rank[static_cast<unsigned char>(a[i])];
+        const int rankB = ranks.rank[static_cast<unsigned char>(b[i])];
+        if (rankA != rankB)
+            return rankA < rankB ? -1 : 1;
+    }
+    if (a.size() == b.size())
+        return 0;
     return a.size() < b.size() ? -1 : 1;
 }
 

@@ -63,25 +63,24 @@ using SortKey = SmallBuffer<char, 256>;
 // nearly all lookups.
 class SortKeyCache {
   public:
-    bool find(std::string_view text, SortKey& key) const {
+    // The kept key of text; empty when it is not kept.
+    std::string_view find(std::string_view text) const {
         const Slot& slot = slots_[slotOf(text)];
         if (slot.textLength != text.size() ||
             !std::equal(text.begin(), text.end(), slot.text.begin())) {
-            return false;
+            return {};
         }
-        key.reserve(slot.keyLength);
-        std::copy_n(slot.key.begin(), slot.keyLength, key.data());
-        key.setLength(slot.keyLength);
-        return true;
+        return {slot.key.data(), slot.keyLength};
     }
-    void keep(std::string_view text, const SortKey& key) {
-        if (text.size() > kTextBytes || size_t(key.length()) > kKeyBytes)
+    // Overwrites the slot of text, so any key found before may change.
+    void keep(std::string_view text, std::string_view key) {
+        if (text.size() > kTextBytes || key.size() > kKeyBytes)
             return;
         Slot& slot = slots_[slotOf(text)];
         slot.textLength = text.size();
         std::copy(text.begin(), text.end(), slot.text.begin());
-        slot.keyLength = key.length();
-        std::copy_n(key.data(), key.length(), slot.key.begin());
+        slot.keyLength = key.size();
+        std::copy(key.begin(), key.end(), slot.key.begin());
     }
 
   private:
@@ -90,7 +89,7 @@ class SortKeyCache {
     static constexpr size_t kKeyBytes = 160;
     struct Slot {
         size_t textLength = kTextBytes + 1;  // longer than any text kept: empty
-        int keyLength = 0;
+        size_t keyLength = 0;
         std::array<char, kTextBytes> text;
         std::array<char, kKeyBytes> key;
     };
@@ -101,7 +100,12 @@ class SortKeyCache {
     std::array<Slot, kSlots> slots_;
 };
 
-void makeSortKey(const UCollator* collator, std::string_view text, SortKey& key) {
+SortKeyCache& threadCache() {
+    thread_local std::unique_ptr<SortKeyCache> cache = std::make_unique<SortKeyCache>();
+    return *cache;
+}
+
+std::string_view makeSortKey(const UCollator* collator, std::string_view text, SortKey& key) {
     Utf16Text folded;
     foldTextUncomposed(text, folded);
     const auto write = [&] {
@@ -116,25 +120,26 @@ void makeSortKey(const UCollator* collator, std::string_view text, SortKey& key)
     if (length <= 0)
         throw JetError(jet::kGeneral, QStringLiteral("The text order has no key for a text."));
     key.setLength(length);
-}
-
-void sortKeyOf(const UCollator* collator, std::string_view text, SortKey& key) {
-    thread_local std::unique_ptr<SortKeyCache> cache = std::make_unique<SortKeyCache>();
-    if (cache->find(text, key))
-        return;
-    makeSortKey(collator, text, key);
-    cache->keep(text, key);
+    return key.view();
 }
 
 // The collator orders the folded forms; only texts it finds equal pay for composing them, to
 // tell them apart by code points.
 int compareFolded(const UCollator* collator, std::string_view a, std::string_view b) {
-    SortKey keyA, keyB;
-    sortKeyOf(collator, a, keyA);
-    sortKeyOf(collator, b, keyB);
+    SortKeyCache& cache = threadCache();
+    std::string_view keyA = cache.find(a), keyB = cache.find(b);
+    SortKey madeA, madeB;
+    if (keyA.empty())
+        keyA = makeSortKey(collator, a, madeA);
+    if (keyB.empty())
+        keyB = makeSortKey(collator, b, madeB);
     // A key's zero byte differs from the other key's byte there unless both end together.
-    const size_t common = size_t(std::min(keyA.length(), keyB.length()));
-    if (const int order = std::memcmp(keyA.data(), keyB.data(), common))
+    const int order = std::memcmp(keyA.data(), keyB.data(), std::min(keyA.size(), keyB.size()));
+    if (madeA.length() > 0)
+        cache.keep(a, madeA.view());
+    if (madeB.length() > 0)
+        cache.keep(b, madeB.view());
+    if (order != 0)
         return sign(order);
     Utf16Text foldedA, foldedB;
     foldText(a, foldedA);
