@@ -59,6 +59,24 @@ TEST(TextOrder, EqualOnlyWhenFoldedAlike) {
     EXPECT_NE(compareJetText("ß", "ss"), 0);  // simple folding keeps ß one letter
 }
 
+// The shortcut reads long texts eight bytes at a time and must see a byte outside printable
+// ASCII anywhere. The collator ignores DEL and U+001F, so a text with one sorts beside the text
+// without it, after it by code points; invalid UTF-8 reads as U+FFFD, after every letter.
+TEST(TextOrder, ShortcutChecksEveryByteOfLongTexts) {
+    const std::string plain = "abcdefghijklmnopq";
+    const auto with = [&](size_t at, const char* inserted) {
+        return std::string(plain).insert(at, inserted);
+    };
+    for (size_t at = 0; at <= plain.size(); ++at) {
+        EXPECT_LT(compareJetText(plain, with(at, "\x7F")), 0) << at;
+        if (at < plain.size()) {  // a space before a letter sorts first, at the end last
+            EXPECT_GT(compareJetText(with(at, "\x1F"), with(at, " ")), 0) << at;
+        }
+        EXPECT_GT(compareJetText(with(at, "\xFF"), plain), 0) << at;
+        EXPECT_GT(compareJetText(with(at, "ÿ"), plain), 0) << at;
+    }
+}
+
 // Longer than the buffers on the stack and than the texts whose keys are kept.
 TEST(TextOrder, LongTextsCompareToTheirEnd) {
     const std::string lower(300, 'x'), upper(300, 'X');
