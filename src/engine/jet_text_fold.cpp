@@ -183,9 +183,18 @@ std::u32string codePoints(const Utf16Text& text) {
 }  // namespace
 
 std::u32string foldedCodePoints(std::string_view utf8) {
-    Utf16Text folded;
-    foldText(utf8, folded);
-    return codePoints(folded);
+    std::u32string out;
+    out.reserve(utf8.size());
+    for (char c : utf8) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte >= 0x80) {  // beyond ASCII: through ICU
+            Utf16Text folded;
+            foldText(utf8, folded);
+            return codePoints(folded);
+        }
+        out.push_back(char32_t(foldCharacter(byte)));
+    }
+    return out;
 }
 
 std::u32string foldedCodePoints(const QString& text) {
