@@ -90,7 +90,7 @@ bool foldAscii(std::string_view utf8, Utf16Text& out) {
     out.reserve(int(utf8.size()));
     char16_t* dest = out.data();
     for (char c : utf8)
-        *dest++ = (c >= 'A' && c <= 'Z') ? char16_t(c + ('a' - 'A')) : char16_t(c);
+        *dest++ = char16_t(foldCharacter(static_cast<unsigned char>(c)));
     out.setLength(int(utf8.size()));
     return true;
 }
