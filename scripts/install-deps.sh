@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages Mixorama needs to build, test and run, when any is missing.
 set -euo pipefail
-packages=(cmake g++ make pkg-config qt6-base-dev qt6-base-dev-tools libsqlite3-dev sqlite3
+packages=(cmake g++ make pkg-config qt6-base-dev qt6-base-dev-tools libsqlite3-dev sqlite3 libicu-dev
           googletest libgtest-dev libgmock-dev mdbtools mdbtools-dev libgl-dev
           xvfb xauth fonts-dejavu-core libbenchmark-dev)
 missing=()

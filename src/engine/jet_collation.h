@@ -6,13 +6,15 @@ struct sqlite3;
 
 namespace engine {
 
-// Orders UTF-8 texts the way a user reads a sorted list: case-blind over all of Unicode, with
-// accented letters next to their base letter ("Arzt" < "Ärzte" < "Az"). Texts that differ only
-// in accents order by their case-folded form, so the order is total; texts that differ only in
-// case are equal. Returns <0, 0 or >0.
+// Orders UTF-8 texts the way a user reads a sorted list: without regard to case, with regard to
+// accents, accented letters next to their base letter ("abba" < "Arzte" < "Ärzte" < "Beatles").
+// The order is ICU's root collation of the folded forms (jet_text_fold.h), ties broken by the
+// code points of the folded forms, so two texts are equal exactly when their folded forms are and
+// the order is total. Returns <0, 0 or >0. Every comparison of data values goes through here.
 int compareJetText(std::string_view a, std::string_view b);
 
 // Replaces SQLite's ASCII-only NOCASE collation on the connection with compareJetText.
+// Throws JetError when ICU cannot open its collator.
 void registerJetCollation(sqlite3* db);
 
 }  // namespace engine

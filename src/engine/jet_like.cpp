@@ -2,7 +2,7 @@
 
 #include <sqlite3.h>
 
-#include <QList>
+#include "engine/jet_text_fold.h"
 
 namespace engine {
 
@@ -10,13 +10,8 @@ namespace {
 
 using Element = JetLikePattern::Element;
 
-char32_t fold(char32_t c) {
-    if (c < 128)
-        return (c >= 'A' && c <= 'Z') ? c + 32 : c;
-    return QChar::toCaseFolded(c);
-}
-
-// Reads the set that starts after "[" at `pos`; returns false when it never closes.
+// Reads the set that starts after "[" at `pos` of the folded pattern; returns false when it
+// never closes.
 bool readSet(const std::u32string& p, size_t& pos, JetLikePattern::Element& set) {
     set.kind = Element::Kind::Set;
     if (pos < p.size() && p[pos] == U'!') {
@@ -30,7 +25,7 @@ bool readSet(const std::u32string& p, size_t& pos, JetLikePattern::Element& set)
             high = p[pos + 2];
             pos += 2;
         }
-        set.ranges.emplace_back(fold(low), fold(high));
+        set.ranges.emplace_back(low, high);
         ++pos;
     }
     if (pos >= p.size())
@@ -59,26 +54,6 @@ bool JetLikePattern::Element::matches(char32_t c) const {
             return false;
     }
     return false;
-}
-
-std::u32string foldedCodePoints(const char* utf8, int bytes) {
-    std::u32string out;
-    out.reserve(size_t(bytes));
-    for (int i = 0; i < bytes; ++i) {
-        if (static_cast<unsigned char>(utf8[i]) >= 128) {
-            return foldedCodePoints(QString::fromUtf8(utf8, bytes));
-        }
-        out.push_back(fold(static_cast<unsigned char>(utf8[i])));
-    }
-    return out;
-}
-
-std::u32string foldedCodePoints(const QString& text) {
-    std::u32string out;
-    out.reserve(size_t(text.size()));
-    for (char32_t c : text.toUcs4())
-        out.push_back(fold(c));
-    return out;
 }
 
 std::optional<JetLikePattern> JetLikePattern::compile(const QString& pattern) {
@@ -164,7 +139,8 @@ void likeFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
         }
     }
     const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(argv[1]));
-    const bool match = pattern->matchesFolded(foldedCodePoints(text, sqlite3_value_bytes(argv[1])));
+    const bool match = pattern->matchesFolded(
+        foldedCodePoints(std::string_view(text, size_t(sqlite3_value_bytes(argv[1])))));
     sqlite3_result_int(ctx, match ? 1 : 0);
 }
 

@@ -10,8 +10,10 @@ struct sqlite3;
 namespace engine {
 
 // A compiled Jet LIKE pattern: * any run, ? one character, # one digit, [abc], [!abc], [a-z];
-// [[] and [*] match the bracket and the star themselves. Matching ignores case (Unicode case
-// folding) and takes time proportional to pattern length times text length at worst.
+// [[] and [*] match the bracket and the star themselves. Pattern and text are compared in their
+// folded forms (jet_text_fold.h), the same as "=" compares them, so case does not count and "?"
+// matches "é" written as one character or as two. Matching takes time proportional to pattern
+// length times text length at worst.
 class JetLikePattern {
   public:
     // nullopt when a "[" set is never closed.
@@ -32,10 +34,6 @@ class JetLikePattern {
   private:
     std::vector<Element> elements_;
 };
-
-// Case-folded code points of a text; ASCII text takes a path without Unicode tables.
-std::u32string foldedCodePoints(const QString& text);
-std::u32string foldedCodePoints(const char* utf8, int bytes);
 
 // Installs like(pattern, text) on the connection; the form with an escape character is refused.
 void registerJetLike(sqlite3* db);
