@@ -20,8 +20,7 @@ constexpr int kStorageLength = 50;
 QString editorRowStatement(qint64 id) {
     QString statement = store::standardStatement(QStringLiteral("compilation"));
     statement.truncate(statement.indexOf(QLatin1String("ORDER BY")));
-    return statement + QStringLiteral("WHERE Compilation.CompilationID_P = ") +
-           QString::number(id);
+    return statement + QStringLiteral("WHERE Compilation.CompilationID_P = ") + QString::number(id);
 }
 
 bool isNull(const QVariant& value) {
@@ -94,8 +93,8 @@ QStringList valueList(engine::Database& database, ValueList list) {
         QStringLiteral("SELECT Length_P FROM LstLength ORDER BY Length_P"),
         QStringLiteral("SELECT Manufacturer_P FROM LstManufacturer ORDER BY Manufacturer_P"),
     };
-    engine::Recordset rows = database.openRecordset(statements[static_cast<int>(list)],
-                                                    engine::RecordsetType::Snapshot);
+    engine::Recordset rows =
+        database.openRecordset(statements[static_cast<int>(list)], engine::RecordsetType::Snapshot);
     QStringList entries;
     for (; !rows.eof(); rows.moveNext()) {
         entries << rows.value(0).toString();
@@ -104,10 +103,10 @@ QStringList valueList(engine::Database& database, ValueList list) {
 }
 
 bool isListedManufacturer(engine::Database& database, const QString& name) {
-    return !firstColumn(database,
-                        QStringLiteral("SELECT Count(*) FROM LstManufacturer "
-                                       "WHERE Manufacturer_P = '") +
-                            query::escapeSql(QStringLiteral("AVOID"), name) + QLatin1Char('\''))
+    return !firstColumn(database, QStringLiteral("SELECT Count(*) FROM LstManufacturer "
+                                                 "WHERE Manufacturer_P = '") +
+                                      query::escapeSql(QStringLiteral("AVOID"), name) +
+                                      QLatin1Char('\''))
                 .startsWith(QLatin1Char('0'));
 }
 

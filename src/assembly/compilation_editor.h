@@ -77,8 +77,7 @@ QString manufacturerQuestion(const QString& name);
 void addManufacturer(engine::Database& database, const QString& name);
 // Asks whether a name typed into the manufacturer list is to be added; Yes adds it.
 // Returns false on No: the caller empties the list's text.
-bool offerManufacturer(engine::Database& database, platform::Dialogs& dialogs,
-                       const QString& name);
+bool offerManufacturer(engine::Database& database, platform::Dialogs& dialogs, const QString& name);
 
 // The id of the compilation of a name (names are unique without regard to case).
 std::optional<qint64> compilationIdByName(engine::Database& database, const QString& name);

@@ -32,9 +32,8 @@ Separators separatorsFor(bool cdRom, CoverMode mode) {
 // Largest play time first. Taking the ascending order from its end puts performers of equal
 // time in the reverse of the statement's order.
 std::vector<CoverRow> byDecreasingTime(std::vector<CoverRow> rows) {
-    std::stable_sort(rows.begin(), rows.end(), [](const CoverRow& a, const CoverRow& b) {
-        return a.seconds < b.seconds;
-    });
+    std::stable_sort(rows.begin(), rows.end(),
+                     [](const CoverRow& a, const CoverRow& b) { return a.seconds < b.seconds; });
     std::reverse(rows.begin(), rows.end());
     return rows;
 }
@@ -44,8 +43,8 @@ class CoverWriter {
   public:
     explicit CoverWriter(ComposedCover& cover) : cover_(cover) {}
 
-    void append(const QString& separator, const QString& beforePerformer,
-                const QString& performer, const QString& afterPerformer) {
+    void append(const QString& separator, const QString& beforePerformer, const QString& performer,
+                const QString& afterPerformer) {
         if (!first_) {
             cover_.text += separator;
         }
@@ -68,13 +67,16 @@ QString statementHead(CoverMode mode) {
     switch (mode) {
         case CoverMode::Performer:
             return QStringLiteral(
-                "SELECT DISTINCTROW CompilationTrack.CompilationID_F1, CompilationTrack.ArtistSort, "
+                "SELECT DISTINCTROW CompilationTrack.CompilationID_F1, "
+                "CompilationTrack.ArtistSort, "
                 "                   CompilationTrack.Track_Artist_Name, "
                 "                   SUM(CompilationTrack.Length) as LengthSum ");
         case CoverMode::PerformerAlbum:
             return QStringLiteral(
-                "SELECT DISTINCTROW CompilationTrack.CompilationID_F1, CompilationTrack.ArtistSort, "
-                "                   CompilationTrack.Track_Artist_Name, CompilationTrack.Album_Title, "
+                "SELECT DISTINCTROW CompilationTrack.CompilationID_F1, "
+                "CompilationTrack.ArtistSort, "
+                "                   CompilationTrack.Track_Artist_Name, "
+                "CompilationTrack.Album_Title, "
                 "                   SUM(CompilationTrack.Length) as LengthSum ");
         case CoverMode::PerformerSong:
             break;
@@ -90,11 +92,13 @@ QString statementGrouping(CoverMode mode) {
         case CoverMode::Performer:
             return QStringLiteral(
                 "          GROUP BY CompilationTrack.CompilationID_F1, "
-                "                   CompilationTrack.ArtistSort, CompilationTrack.Track_Artist_Name ");
+                "                   CompilationTrack.ArtistSort, "
+                "CompilationTrack.Track_Artist_Name ");
         case CoverMode::PerformerAlbum:
             return QStringLiteral(
                 "          GROUP BY CompilationTrack.CompilationID_F1, "
-                "                   CompilationTrack.ArtistSort, CompilationTrack.Track_Artist_Name, "
+                "                   CompilationTrack.ArtistSort, "
+                "CompilationTrack.Track_Artist_Name, "
                 "                   CompilationTrack.Album_Title ");
         case CoverMode::PerformerSong:
             break;
@@ -225,8 +229,8 @@ std::vector<CoverRow> readCoverRows(engine::Database& database, CoverMode mode,
     return result;
 }
 
-ComposedCover retrieveCoverData(engine::Database& database, qint64 compilationId,
-                                CoverMode mode, const QString& format, bool byTime) {
+ComposedCover retrieveCoverData(engine::Database& database, qint64 compilationId, CoverMode mode,
+                                const QString& format, bool byTime) {
     engine::ScopedTransaction transaction(database);
     const ComposedCover cover =
         composeCoverText(mode, readCoverRows(database, mode, compilationId), format, byTime);

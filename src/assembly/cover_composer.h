@@ -65,7 +65,7 @@ std::vector<CoverRow> readCoverRows(engine::Database& database, CoverMode mode,
 
 // Composes a compilation's cover and stores its text as the compilation's CoverMemo, in one
 // transaction; an earlier cover text is replaced.
-ComposedCover retrieveCoverData(engine::Database& database, qint64 compilationId,
-                                CoverMode mode, const QString& format, bool byTime);
+ComposedCover retrieveCoverData(engine::Database& database, qint64 compilationId, CoverMode mode,
+                                const QString& format, bool byTime);
 
 }  // namespace assembly

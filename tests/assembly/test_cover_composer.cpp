@@ -23,8 +23,7 @@ std::vector<CoverRow> twoAlbums() {
 }
 
 TEST(CoverText, SongsOnAnMdFitOneLine) {
-    const ComposedCover cover =
-        composeCoverText(CoverMode::PerformerSong, twoSongs(), "MD", false);
+    const ComposedCover cover = composeCoverText(CoverMode::PerformerSong, twoSongs(), "MD", false);
     EXPECT_EQ(cover.text, "1. Adams: Morning  2. Baker: Night Train\n");
     EXPECT_EQ(cover.bold, (QVector<BoldRange>{{3, 7}, {22, 7}}));
     EXPECT_TRUE(cover.setsParagraphs);
@@ -67,8 +66,8 @@ TEST(CoverText, TimesLeaveOutTheHours) {
     EXPECT_EQ(assembly::coverTimeText(205), "3:25");
     EXPECT_EQ(assembly::coverTimeText(3725), "2:05");
     EXPECT_EQ(assembly::coverTimeText(0), "0:00");
-    const ComposedCover cover = composeCoverText(
-        CoverMode::PerformerSong, {{"Long", "Suite", 3725, "1"}}, "CD-ROM", false);
+    const ComposedCover cover =
+        composeCoverText(CoverMode::PerformerSong, {{"Long", "Suite", 3725, "1"}}, "CD-ROM", false);
     EXPECT_EQ(cover.text, "1.\tLong   Suite  [2:05]\n");
 }
 
