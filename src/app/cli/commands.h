@@ -17,5 +17,7 @@ int compact(const QStringList& args, Streams streams);
 int convert(const QStringList& args, Streams streams);
 int makeAlbums(const QStringList& args, Streams streams);
 int tempSource(const QStringList& args, Streams streams);
+int addCompilation(const QStringList& args, Streams streams);
+int coverText(const QStringList& args, Streams streams);
 
 }  // namespace cli

@@ -20,6 +20,8 @@ const std::map<QString, Command>& commands() {
         {QStringLiteral("convert"), cli::convert},
         {QStringLiteral("make-albums"), cli::makeAlbums},
         {QStringLiteral("tempsource"), cli::tempSource},
+        {QStringLiteral("add-compilation"), cli::addCompilation},
+        {QStringLiteral("cover-text"), cli::coverText},
     };
     return table;
 }
@@ -35,7 +37,13 @@ void printHelp(QTextStream& out) {
            "  make-albums OUT.mdb --albums N --seed S [--no-rating]\n"
            "                         write a generated album database (Access file)\n"
            "  tempsource DB ALBUM.mdb [--print]\n"
-           "                         connect an album database and build TempSource\n";
+           "                         connect an album database and build TempSource\n"
+           "  add-compilation DB NAME --format F --length MIN [--manufacturer M]\n"
+           "                  [--storage S] [--date DD.MM.YY] [--notes N]\n"
+           "                         store a new compilation as the editor's Update does\n"
+           "  cover-text DB NAME p|pa|ps [--by-time]\n"
+           "                         compose and store a compilation's cover text; prints\n"
+           "                         the text, then the bold ranges (start length)\n";
     out.flush();
 }
 
