@@ -6,32 +6,12 @@
 #include <QImage>
 #include <QProcess>
 
+#include "app/program_run.h"
 #include "support/databases.h"
 #include "support/old_compilations.h"
 #include "support/temp_dir.h"
 
 namespace {
-
-struct ProgramRun {
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
-
-ProgramRun run(const QString& program, const QStringList& arguments) {
-    QProcess process;
-    process.setProgram(QStringLiteral(MIXORAMA_PROGRAM_DIR "/") + program);
-    process.setArguments(arguments);
-    process.start();
-    process.waitForFinished(120000);
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-            QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
-}
-
-ProgramRun cli(const QStringList& arguments) {
-    return run(QStringLiteral("mixorama-cli"), arguments);
-}
 
 class CommandLine : public ::testing::Test {
   protected:

@@ -17,5 +17,8 @@ int compact(const QStringList& args, Streams streams);
 int convert(const QStringList& args, Streams streams);
 int makeAlbums(const QStringList& args, Streams streams);
 int tempSource(const QStringList& args, Streams streams);
+int addTracks(const QStringList& args, Streams streams);
+int removeTrack(const QStringList& args, Streams streams);
+int tracks(const QStringList& args, Streams streams);
 
 }  // namespace cli

@@ -20,6 +20,9 @@ const std::map<QString, Command>& commands() {
         {QStringLiteral("convert"), cli::convert},
         {QStringLiteral("make-albums"), cli::makeAlbums},
         {QStringLiteral("tempsource"), cli::tempSource},
+        {QStringLiteral("add-tracks"), cli::addTracks},
+        {QStringLiteral("remove-track"), cli::removeTrack},
+        {QStringLiteral("tracks"), cli::tracks},
     };
     return table;
 }
@@ -35,7 +38,14 @@ void printHelp(QTextStream& out) {
            "  make-albums OUT.mdb --albums N --seed S [--no-rating]\n"
            "                         write a generated album database (Access file)\n"
            "  tempsource DB ALBUM.mdb [--print]\n"
-           "                         connect an album database and build TempSource\n";
+           "                         connect an album database and build TempSource\n"
+           "  add-tracks DB NAME ALBUM.mdb [--where \"WHERE ...\"] [--order \"ORDER BY ...\"]\n"
+           "             [--first N] [--skip-recorded]\n"
+           "                         add the rows of TempSource to a compilation; tracks\n"
+           "                         already recorded are listed (and skipped on request)\n"
+           "  remove-track DB NAME TRACKNO\n"
+           "                         remove a track and number the rest without a gap\n"
+           "  tracks DB NAME         list a compilation's tracks and whether they fit\n";
     out.flush();
 }
 
