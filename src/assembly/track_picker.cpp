@@ -161,9 +161,10 @@ AddResult addTrack(engine::Database& database, qint64 compilationId, const Sourc
         }
     }
     engine::ScopedTransaction transaction(database);
+    const TrackSums before = countTracks(database, compilationId);
     AddResult result;
     result.added = true;
-    result.trackNo = countTracks(database, compilationId).trackCount + 1;
+    result.trackNo = before.trackCount + 1;
     {
         engine::Recordset tracks =
             database.openRecordset(QStringLiteral("SELECT * FROM CompilationTrack") +
@@ -172,7 +173,8 @@ AddResult addTrack(engine::Database& database, qint64 compilationId, const Sourc
         copyTrack(tracks, compilationId, result.trackNo, track);
         tracks.update();
     }
-    result.sums = countTracks(database, compilationId);
+    // A Null length counts 0 seconds, as in countTracks.
+    result.sums = TrackSums{result.trackNo, before.totalTime + track.length.toLongLong()};
     storeSums(database, compilationId, result.sums);
     transaction.commit();
     return result;
