@@ -59,18 +59,6 @@ class PickerTest : public ::testing::Test {
                                  "CompilationID_P = %1")
                       .arg(compilation));
     }
-    // The compilations whose stored sums or numbering disagree with their tracks.
-    QString brokenCompilations() const { return testsupport::queryRaw(path, kBrokenCompilations); }
-
-    static inline const QString kBrokenCompilations = QStringLiteral(
-        "SELECT count(*) FROM Compilation c WHERE "
-        "SumTrack IS NOT (SELECT count(*) FROM CompilationTrack WHERE CompilationID_F1 = "
-        "c.CompilationID_P) OR "
-        "SumTime IS NOT (SELECT coalesce(sum(Length), 0) FROM CompilationTrack WHERE "
-        "CompilationID_F1 = c.CompilationID_P) OR "
-        "(SELECT count(DISTINCT TrackNo) FROM CompilationTrack WHERE CompilationID_F1 = "
-        "c.CompilationID_P AND TrackNo BETWEEN 1 AND c.SumTrack) IS NOT c.SumTrack");
-
     testsupport::TempDir dir;
     const QString path = dir.file("picker.mdb");
     engine::Database database;

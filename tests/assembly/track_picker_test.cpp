@@ -7,6 +7,7 @@
 #include "assembly/track_picker.h"
 #include "engine/jet_error.h"
 #include "engine/recordset.h"
+#include "support/compilation_invariants.h"
 #include "support/jet_errors.h"
 #include "support/sqlite_rows.h"
 
@@ -50,7 +51,7 @@ TEST_F(PickerTest, SumsFollowTheTracksEvenWhenTheStoredOnesWereWrong) {
     const assembly::AddResult result = add(3, "Anyone", "Three", 300);
     EXPECT_EQ(result.trackNo, 3);
     EXPECT_EQ(storedSums(3), "3/600");
-    EXPECT_EQ(brokenCompilations(), "0");
+    EXPECT_EQ(testsupport::brokenCompilations(path), 0);
 }
 
 TEST_F(PickerTest, EveryFieldOfTheSourceRowLandsInItsColumn) {
@@ -218,7 +219,7 @@ TEST_F(PickerTest, AFailingWriteInTheMiddleOfAStepLeavesNothingHalfDone) {
     closeDatabase();
     EXPECT_EQ(tracksOf(1), "1:A 2:B 3:C");
     EXPECT_EQ(storedSums(1), "3/210");
-    EXPECT_EQ(brokenCompilations(), "0");
+    EXPECT_EQ(testsupport::brokenCompilations(path), 0);
 }
 
 TEST_F(PickerTest, ManyAddsAndRemovesKeepEveryCompilationWhole) {
@@ -238,7 +239,7 @@ TEST_F(PickerTest, ManyAddsAndRemovesKeepEveryCompilationWhole) {
             ++counts[compilation];
         }
     }
-    EXPECT_EQ(brokenCompilations(), "0");
+    EXPECT_EQ(testsupport::brokenCompilations(path), 0);
     EXPECT_EQ(testsupport::queryRaw(path, "SELECT sum(SumTrack) FROM Compilation"),
               QString::number(counts[1] + counts[2] + counts[3]));
 }
