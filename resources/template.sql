@@ -38,6 +38,8 @@ CREATE TABLE CompilationTrack (
     AlbumoryAlbumID   INTEGER
 );
 CREATE INDEX CompilationTrack_Order ON CompilationTrack (CompilationID_F1, TrackNo);
+-- The lookup of a track already recorded searches every compilation by performer and title.
+CREATE INDEX CompilationTrack_Lookup ON CompilationTrack (Track_Artist_Name, Track_Title);
 
 CREATE TABLE LstManufacturer (Manufacturer_P TEXT(50) COLLATE NOCASE NOT NULL PRIMARY KEY);
 CREATE TABLE LstFormat (Format2_P TEXT(50) COLLATE NOCASE NOT NULL PRIMARY KEY);

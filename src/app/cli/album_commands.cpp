@@ -1,10 +1,10 @@
 
 #include "albumgen/albumgen.h"
+#include "cli/album_link.h"
 #include "cli/commands.h"
 #include "cli/table_printer.h"
 #include "engine/jet_error.h"
 #include "engine/workspace.h"
-#include "platform/scripted_dialogs.h"
 #include "store/album_source.h"
 
 namespace cli {
@@ -55,21 +55,8 @@ int tempSource(const QStringList& args, Streams streams) {
     }
     try {
         engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(files[0]);
-        platform::ScriptedDialogs dialogs;
-        dialogs.answerFile(files[1]);
         store::AlbumSourceState state;
-        store::EditorConnection editor;
-        editor.isSaved = true;
-        store::connectAlbumDatabase(database, dialogs, state, editor);
-        if (!editor.albumConnected) {
-            for (const platform::MessageRequest& message : dialogs.messages()) {
-                streams.err
-                    << QString(message.text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
-                    << Qt::endl;
-            }
-            if (dialogs.messages().empty()) {
-                streams.err << "The album database could not be connected." << Qt::endl;
-            }
+        if (!connectAlbumFile(database, files[1], state, streams)) {
             return 1;
         }
         store::buildTempSource(database, state);

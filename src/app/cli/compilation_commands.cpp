@@ -98,7 +98,7 @@ int composeCover(engine::Database& database, const QString& name, assembly::Cove
                  bool byTime, Streams streams) {
     const std::optional<CompilationFacts> facts = compilationFacts(database, name);
     if (!facts) {
-        streams.err << "There is no compilation named '" << name << "'." << Qt::endl;
+        streams.err << "There is no compilation named \"" << name << "\"." << Qt::endl;
         return 1;
     }
     const assembly::CoverControls offered =

@@ -22,6 +22,9 @@ const std::map<QString, Command>& commands() {
         {QStringLiteral("tempsource"), cli::tempSource},
         {QStringLiteral("add-compilation"), cli::addCompilation},
         {QStringLiteral("cover-text"), cli::coverText},
+        {QStringLiteral("add-tracks"), cli::addTracks},
+        {QStringLiteral("remove-track"), cli::removeTrack},
+        {QStringLiteral("tracks"), cli::tracks},
     };
     return table;
 }
@@ -43,7 +46,14 @@ void printHelp(QTextStream& out) {
            "                         store a new compilation as the editor's Update does\n"
            "  cover-text DB NAME p|pa|ps [--by-time]\n"
            "                         compose and store a compilation's cover text; prints\n"
-           "                         the text, then the bold ranges (start length)\n";
+           "                         the text, then the bold ranges (start length)\n"
+           "  add-tracks DB NAME ALBUM.mdb [--where \"WHERE ...\"] [--order \"ORDER BY ...\"]\n"
+           "             [--first N] [--skip-recorded]\n"
+           "                         add the rows of TempSource to a compilation; tracks\n"
+           "                         already recorded are listed (and skipped on request)\n"
+           "  remove-track DB NAME TRACKNO\n"
+           "                         remove a track and number the rest without a gap\n"
+           "  tracks DB NAME         list a compilation's tracks and whether they fit\n";
     out.flush();
 }
 

@@ -1,0 +1,28 @@
+#include "cli/album_link.h"
+
+#include "platform/scripted_dialogs.h"
+#include "store/album_source.h"
+
+namespace cli {
+
+bool connectAlbumFile(engine::Database& database, const QString& albumFile,
+                      store::AlbumSourceState& state, Streams streams) {
+    platform::ScriptedDialogs dialogs;
+    dialogs.answerFile(albumFile);
+    store::EditorConnection editor;
+    editor.isSaved = true;
+    store::connectAlbumDatabase(database, dialogs, state, editor);
+    if (editor.albumConnected) {
+        return true;
+    }
+    for (const platform::MessageRequest& message : dialogs.messages()) {
+        streams.err << QString(message.text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
+                    << Qt::endl;
+    }
+    if (dialogs.messages().empty()) {
+        streams.err << "The album database could not be connected." << Qt::endl;
+    }
+    return false;
+}
+
+}  // namespace cli

@@ -1,0 +1,114 @@
+// mixorama-cli add-tracks killed (SIGKILL) at random moments of its connect, its TempSource
+// build and its adds: whenever it dies, the file opens as Open opens it, whole, and every
+// compilation's sums and numbers agree with its tracks.
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QThread>
+#include <iostream>
+#include <random>
+
+#include "app/program_run.h"
+#include "engine/jet_error.h"
+#include "engine/workspace.h"
+#include "support/compilation_invariants.h"
+#include "support/databases.h"
+
+namespace {
+
+using testsupport::cli;
+using testsupport::ProgramRun;
+
+class AddTracksKill : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_EQ(cli({"make-albums", album, "--albums", "12", "--seed", "8"}).exitCode, 0);
+        testsupport::createCompilationDatabase(path);
+        // Two compilations already filled, one of them with a track of unknown length.
+        testsupport::execRaw(path, R"sql(
+            INSERT INTO Compilation (Name, Format, C_Length, SumTrack, SumTime)
+                VALUES ('Target', 'MD', 74, 0, 0), ('Full', 'CD-R', 80, 3, 500),
+                       ('Other', 'MD', 60, 2, 100);
+            INSERT INTO CompilationTrack (CompilationID_F1, TrackNo, Track_Title, Length)
+                VALUES (2, 1, 'a', 100), (2, 2, 'b', 400), (2, 3, 'c', NULL),
+                       (3, 1, 'd', 40), (3, 2, 'e', 60);
+        )sql");
+        // Connect and build in a few tenths of a second, then the adds.
+        process.setProgram(QStringLiteral(MIXORAMA_PROGRAM_DIR "/mixorama-cli"));
+        process.setArguments(
+            {"add-tracks", path, "Target", album, "--first", QString::number(kAdds)});
+        // The album tables' scratch copies that a kill leaves go with the test's folder.
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("TMPDIR", dir.path());
+        process.setProcessEnvironment(environment);
+    }
+    void TearDown() override { engine::Workspace::defaultWorkspace().close(); }
+
+    // Opens the file as Open does (a change left by the kill is rolled back) and checks it.
+    int tracksAfterOpen() {
+        try {
+            engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(path);
+            database.close();
+        } catch (const engine::JetError& error) {
+            ADD_FAILURE() << error.number() << ": " << error.description().toStdString();
+        }
+        EXPECT_EQ(testsupport::integrityCheck(path), "ok");
+        EXPECT_EQ(testsupport::brokenCompilations(path), 0);
+        return testsupport::queryRaw(path,
+                                     "SELECT SumTrack FROM Compilation WHERE Name = "
+                                     "'Target'")
+            .toInt();
+    }
+
+    qint64 runToTheEnd() {
+        QElapsedTimer clock;
+        clock.start();
+        process.start();
+        EXPECT_TRUE(process.waitForFinished(60000));
+        EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
+        return clock.elapsed();
+    }
+
+    void killAfter(qint64 ms) {
+        process.start();
+        ASSERT_TRUE(process.waitForStarted());
+        QThread::msleep(static_cast<unsigned long>(ms));
+        process.kill();
+        process.waitForFinished();
+    }
+
+    static constexpr int kAdds = 8;
+    // On the disk, not in memory: there each commit waits for its syncs, as it does for a
+    // user, and a kill lands inside a commit as often as between two.
+    QTemporaryDir dir;
+    const QString path = dir.filePath("compilations.mdb");
+    const QString album = dir.filePath("albums.mdb");
+    QProcess process;
+};
+
+TEST_F(AddTracksKill, EveryCompilationStaysWholeWhenKilledAtAnyMoment) {
+    const qint64 whole = runToTheEnd();
+    ASSERT_EQ(tracksAfterOpen(), kAdds);
+    std::cout << "one add-tracks of " << kAdds << " tracks: " << whole << " ms" << std::endl;
+
+    std::mt19937 random(1998);
+    std::uniform_int_distribution<qint64> moment(0, whole);
+    int before = kAdds;
+    int killedWhileAdding = 0;
+    for (int kill = 0; kill < 20; ++kill) {
+        const qint64 ms = moment(random);
+        killAfter(ms);
+        const int after = tracksAfterOpen();
+        EXPECT_GE(after, before) << "killed after " << ms << " ms";
+        EXPECT_LE(after, before + kAdds);
+        killedWhileAdding += after > before && after < before + kAdds ? 1 : 0;
+        before = after;
+    }
+    std::cout << "20 kills, " << killedWhileAdding << " in the middle of the adds" << std::endl;
+    EXPECT_GT(killedWhileAdding, 0) << "no kill landed between two adds";
+}
+
+}  // namespace
