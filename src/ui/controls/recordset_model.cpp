@@ -134,36 +134,39 @@ void RecordsetModel::beginReread(const store::RowChange& change) {
     const int before = change.before;
     const int after = change.after;
     changedRow_ = after;
-    allRowsChanged_ = false;
-    if (change.oneRow && change.oldCount == rows_) {
-        if (before < 0 && after >= 0) {
-            pending_ = Pending::Insert;
-            beginInsertRows({}, after, after);
-        } else if (before >= 0 && after < 0) {
-            pending_ = Pending::Remove;
-            beginRemoveRows({}, before, before);
-        } else if (before >= 0 && before != after) {
-            // A move down names the row the moved one goes before.
-            pending_ = Pending::Move;
-            beginMoveRows({}, before, before, {}, after > before ? after + 1 : after);
+    allRowsChanged_ = !(change.oneRow && change.oldCount == rows_);
+    if (allRowsChanged_) {
+        // Any row may have changed: rows go from the end now, while the old ones are still
+        // there to be read, or come at the end afterwards; then every cell is read again.
+        if (change.newCount < rows_) {
+            beginRemoveRows({}, change.newCount, rows_ - 1);
+            rows_ = change.newCount;
+            forgetCachedRow();
+            endRemoveRows();
         }
-        return;
-    }
-    // Any row may have changed: rows come or go at the end, every cell is read again.
-    allRowsChanged_ = true;
-    if (change.newCount < rows_) {
-        pending_ = Pending::Remove;
-        beginRemoveRows({}, change.newCount, rows_ - 1);
-    } else if (change.newCount > rows_) {
+    } else if (before < 0 && after >= 0) {
         pending_ = Pending::Insert;
-        beginInsertRows({}, rows_, change.newCount - 1);
+        beginInsertRows({}, after, after);
+    } else if (before >= 0 && after < 0) {
+        pending_ = Pending::Remove;
+        beginRemoveRows({}, before, before);
+    } else if (before >= 0 && before != after) {
+        // A move down names the row the moved one goes before.
+        pending_ = Pending::Move;
+        beginMoveRows({}, before, before, {}, after > before ? after + 1 : after);
     }
 }
 
 void RecordsetModel::endReread() {
     forgetCachedRow();
-    rows_ = (control_ && control_->hasRecordset()) ? control_->recordset().recordCount() : 0;
+    const int count =
+        (control_ && control_->hasRecordset()) ? control_->recordset().recordCount() : 0;
     bindFields();
+    if (allRowsChanged_ && count > rows_) {
+        beginInsertRows({}, rows_, count - 1);
+        pending_ = Pending::Insert;
+    }
+    rows_ = count;
     switch (std::exchange(pending_, Pending::None)) {
         case Pending::Insert:
             endInsertRows();
