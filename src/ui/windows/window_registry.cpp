@@ -30,7 +30,12 @@ void WindowRegistry::closeAll() {
     const std::vector<QPointer<QWidget>> loaded = std::exchange(windows_, {});
     for (auto it = loaded.crbegin(); it != loaded.crend(); ++it) {
         QWidget* window = it->data();
-        if (window != nullptr && window->close() && window->testAttribute(Qt::WA_DeleteOnClose)) {
+        if (window == nullptr) {
+            continue;
+        }
+        // Closing takes the attribute away and leaves a deferred delete.
+        const bool deletesItself = window->testAttribute(Qt::WA_DeleteOnClose);
+        if (window->close() && deletesItself) {
             delete window;
         }
     }
