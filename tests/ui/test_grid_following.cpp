@@ -79,7 +79,12 @@ class GridFollowing : public ::testing::Test {
 };
 
 TEST_F(GridFollowing, ARowRenamedAboveTheViewMovesWithoutMovingTheView) {
+    // Indexes kept by views and delegates move with their rows, up to the moved row's new place.
+    const QPersistentModelIndex comp200 = grid.model()->index(199, 0);
+    const QPersistentModelIndex comp201 = grid.model()->index(200, 0);
     rename(5, "Comp 200a");  // from row 4 to below "Comp 200"
+    EXPECT_EQ(comp200.data().toString(), "Comp 200");
+    EXPECT_EQ(comp201.data().toString(), "Comp 201");
     EXPECT_EQ(text(4), "Comp 006");
     EXPECT_EQ(text(199), "Comp 200a");
     EXPECT_EQ(grid.model()->rowCount(), 300);
