@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QScrollBar>
 
 #include "store/data_control.h"
 
@@ -46,8 +47,13 @@ void DataGrid::setDataControl(store::DataControl* control) {
     if (auto* old = model_->dataControl()) {
         disconnect(old, nullptr, this, nullptr);
     }
+    // The grid looks at its rows before the model changes them and after it has.
+    if (control) {
+        connect(control, &store::DataControl::rowsAboutToBeReread, this, &DataGrid::noteTopRow);
+    }
     model_->setDataControl(control);
     if (control) {
+        connect(control, &store::DataControl::rowsReread, this, &DataGrid::keepTopRow);
         connect(control, &store::DataControl::currentChanged, this, &DataGrid::followRecordset);
     }
     followRecordset();
@@ -97,16 +103,48 @@ void DataGrid::followRecordset() {
         const QModelIndex target = model_->index(row, std::max(current.column(), 0));
         selectionModel()->setCurrentIndex(
             target, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-        scrollTo(target);
+        if (!keepScroll_) {
+            scrollTo(target);
+        }
     } else {
         // No current record (or none shown): no row is selected.
         selectionModel()->clear();
     }
     following_ = false;
+    keepScroll_ = false;
+}
+
+void DataGrid::noteTopRow(const store::RowChange& change) {
+    topRow_ = rowAt(0);
+    // The changed row itself may go anywhere; the row below it holds the place.
+    if (topRow_ >= 0 && topRow_ == change.before) {
+        ++topRow_;
+    }
+}
+
+// Scrolls by as many rows as came or went above the top row, so that it stays on the screen
+// where it was.
+void DataGrid::keepTopRow(const store::RowChange& change) {
+    keepScroll_ = true;
+    if (topRow_ < 0 || !change.oneRow) {
+        return;
+    }
+    int newTop = topRow_;
+    if (change.before >= 0 && change.before < topRow_) {
+        --newTop;
+    }
+    if (change.after >= 0 && change.after <= newTop) {
+        ++newTop;
+    }
+    const int step = verticalScrollMode() == ScrollPerItem ? 1 : rowHeight(0);
+    updateGeometries();
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + (newTop - topRow_) * step);
 }
 
 void DataGrid::moveRecordset(const QModelIndex& current) {
-    if (!following_ && current.isValid()) {
+    // While a reread replaces the rows the view's current row moves with them; the record set
+    // keeps its own current row then.
+    if (!following_ && !model_->rereading() && current.isValid()) {
         store::DataControl* control = model_->dataControl();
         if (control && control->hasRecordset() &&
             current.row() < control->recordset().recordCount() &&

@@ -15,7 +15,9 @@ namespace ui {
 
 // A grid bound to a data control: one row per record, fixed columns, whole-row selection. The
 // selected row follows the record set's current row, and selecting a row moves the record set
-// there and tells the data control's other bound controls.
+// there and tells the data control's other bound controls. When the data control rereads its
+// rows (a row changed elsewhere), the rows above the view's top stay where they were on the
+// screen and the current row is selected again without scrolling.
 class DataGrid : public QTableView {
     Q_OBJECT
   public:
@@ -42,12 +44,16 @@ class DataGrid : public QTableView {
 
   private:
     void followRecordset();
+    void noteTopRow(const store::RowChange& change);
+    void keepTopRow(const store::RowChange& change);
     void moveRecordset(const QModelIndex& current);
     void fitColumnsToCaptions();
     void fitColumnsToContents();  // by the first rows only
 
     RecordsetModel* model_;
-    bool following_ = false;  // the grid is selecting the record set's row itself
+    bool following_ = false;   // the grid is selecting the record set's row itself
+    int topRow_ = -1;          // the first row shown when a reread began
+    bool keepScroll_ = false;  // the next following of the record set must not scroll
 };
 
 // Gives a grid the look of its kind (store::gridLayout); settings the grid cannot take, such as

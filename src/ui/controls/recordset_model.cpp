@@ -2,7 +2,9 @@
 
 #include <QDate>
 #include <QDateTime>
+#include <utility>
 
+#include "engine/jet_error.h"
 #include "query/date_text.h"
 #include "query/time_text.h"
 #include "store/data_control.h"
@@ -63,6 +65,9 @@ void RecordsetModel::setDataControl(store::DataControl* control) {
     if (control_) {
         connect(control_, &store::DataControl::refreshed, this, &RecordsetModel::reload);
         connect(control_, &QObject::destroyed, this, &RecordsetModel::reload);
+        connect(control_, &store::DataControl::rowsAboutToBeReread, this,
+                &RecordsetModel::beginReread);
+        connect(control_, &store::DataControl::rowsReread, this, &RecordsetModel::endReread);
     }
     reload();
 }
@@ -110,13 +115,80 @@ void RecordsetModel::setRowColours(const QColor& base, const QColor& alternate) 
     }
 }
 
-void RecordsetModel::reload() {
-    beginResetModel();
+void RecordsetModel::forgetCachedRow() const {
     cachedRow_ = -1;
     cachedValues_.clear();
+}
+
+void RecordsetModel::reload() {
+    beginResetModel();
+    forgetCachedRow();
     rows_ = (control_ && control_->hasRecordset()) ? control_->recordset().recordCount() : 0;
     bindFields();
     endResetModel();
+}
+
+void RecordsetModel::beginReread(const store::RowChange& change) {
+    rereading_ = true;
+    pending_ = Pending::None;
+    const int before = change.before;
+    const int after = change.after;
+    changedRow_ = after;
+    allRowsChanged_ = !(change.oneRow && change.oldCount == rows_);
+    if (allRowsChanged_) {
+        // Any row may have changed: rows go from the end now, while the old ones are still
+        // there to be read, or come at the end afterwards; then every cell is read again.
+        if (change.newCount < rows_) {
+            beginRemoveRows({}, change.newCount, rows_ - 1);
+            rows_ = change.newCount;
+            forgetCachedRow();
+            endRemoveRows();
+        }
+    } else if (before < 0 && after >= 0) {
+        pending_ = Pending::Insert;
+        beginInsertRows({}, after, after);
+    } else if (before >= 0 && after < 0) {
+        pending_ = Pending::Remove;
+        beginRemoveRows({}, before, before);
+    } else if (before >= 0 && before != after) {
+        // A move down names the row the moved one goes before.
+        pending_ = Pending::Move;
+        beginMoveRows({}, before, before, {}, after > before ? after + 1 : after);
+    }
+}
+
+void RecordsetModel::endReread() {
+    forgetCachedRow();
+    const int count =
+        (control_ && control_->hasRecordset()) ? control_->recordset().recordCount() : 0;
+    bindFields();
+    if (allRowsChanged_ && count > rows_) {
+        beginInsertRows({}, rows_, count - 1);
+        pending_ = Pending::Insert;
+    }
+    rows_ = count;
+    switch (std::exchange(pending_, Pending::None)) {
+        case Pending::Insert:
+            endInsertRows();
+            break;
+        case Pending::Remove:
+            endRemoveRows();
+            break;
+        case Pending::Move:
+            endMoveRows();
+            break;
+        case Pending::None:
+            break;
+    }
+    rereading_ = false;
+    if (rows_ == 0 || columns_.empty()) {
+        return;
+    }
+    if (allRowsChanged_) {
+        emit dataChanged(index(0, 0), index(rows_ - 1, columnCount() - 1));
+    } else if (changedRow_ >= 0 && changedRow_ < rows_) {
+        emit dataChanged(index(changedRow_, 0), index(changedRow_, columnCount() - 1));
+    }
 }
 
 void RecordsetModel::bindFields() {
@@ -146,7 +218,14 @@ const QVector<QVariant>* RecordsetModel::rowValues(int row) const {
     if (!control_ || !control_->hasRecordset() || row >= control_->recordset().recordCount()) {
         return nullptr;
     }
-    cachedValues_ = control_->recordset().rowAt(row);
+    try {
+        cachedValues_ = control_->recordset().rowAt(row);
+    } catch (const engine::JetError&) {
+        // The database went away under the view (or the row with it): the cells show empty
+        // until the data control reports what happened.
+        forgetCachedRow();
+        return nullptr;
+    }
     cachedRow_ = row;
     ++rowsRead_;
     return &cachedValues_;

@@ -14,7 +14,10 @@ namespace ui {
 
 // The rows of a data control's record set as a table with fixed columns. Rows are read one at a
 // time by position, only when a view asks for them, so a grid over 100,000 rows reads the few
-// it shows. The model resets when the data control reports new or changed rows.
+// it shows. A new record source resets the model; a reread of the same source (a row added,
+// changed or deleted elsewhere) inserts, removes, moves or updates only the rows it touched, so
+// views keep their scroll position, current row and selection. A value the engine cannot read
+// shows as an empty cell.
 class RecordsetModel : public QAbstractTableModel {
     Q_OBJECT
   public:
@@ -39,6 +42,9 @@ class RecordsetModel : public QAbstractTableModel {
 
     // Rows read from the record set since the model was created (for tests and benchmarks).
     qint64 rowsRead() const { return rowsRead_; }
+    // True while a reread replaces the rows: the view's current row moves with the rows then,
+    // not because someone chose another.
+    bool rereading() const { return rereading_; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -48,7 +54,12 @@ class RecordsetModel : public QAbstractTableModel {
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
   private:
+    enum class Pending { None, Insert, Remove, Move };
+
     void reload();
+    void beginReread(const store::RowChange& change);
+    void endReread();
+    void forgetCachedRow() const;
     void bindFields();
     const QVector<QVariant>* rowValues(int row) const;
     QVariant cellValue(const QModelIndex& index) const;
@@ -63,6 +74,10 @@ class RecordsetModel : public QAbstractTableModel {
     QColor base_;
     QColor alternate_;
     int rows_ = 0;
+    bool rereading_ = false;
+    Pending pending_ = Pending::None;
+    int changedRow_ = -1;  // the one row a reread changed (its new position), -1 for none
+    bool allRowsChanged_ = false;
     // The row read last: a view asks for every cell of a row in turn.
     mutable int cachedRow_ = -1;
     mutable QVector<QVariant> cachedValues_;

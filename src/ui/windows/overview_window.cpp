@@ -43,9 +43,12 @@ QPushButton* makeButton(const QString& caption, const QString& name, QWidget* pa
 }  // namespace
 
 OverviewWindow::OverviewWindow(platform::Dialogs& dialogs, QWidget* parent)
-    : QMainWindow(parent), dialogs_(dialogs), compilations_(this) {
+    : QMainWindow(parent), dialogs_(dialogs), windows_(session_), compilations_(this) {
     setObjectName(QStringLiteral("frmOverview"));
     compilations_.setObjectName(QStringLiteral("datCompilation01"));
+    shell::followCompilations(compilations_, session_);
+    connect(&compilations_, &store::DataControl::rowsReread, this,
+            &OverviewWindow::showFollowedRows);
     setWindowTitle(QStringLiteral("Mixorama"));
     buildControls();
     resize(1220, 700);
@@ -200,8 +203,7 @@ bool OverviewWindow::loadDatabase(const QString& chosen) {
     // Whatever fails on the way, the window returns to its closed state with nothing open.
     try {
         const std::optional<QString> path = shell::databaseToOpen(chosen, dialogs_, *this);
-        if (!path ||
-            shell::openCompilationDatabase(*path, state_, dialogs_) != shell::OpenOutcome::Opened) {
+        if (!path || session_.open(*path, dialogs_) != shell::OpenOutcome::Opened) {
             setBusy(false);
             return false;
         }
@@ -217,17 +219,17 @@ bool OverviewWindow::loadDatabase(const QString& chosen) {
 
 void OverviewWindow::showLoadedDatabase() {
     setStatusText(QStringLiteral("Loading Compilations ..."));
-    compilations_.setDatabase(state_.database);
+    compilations_.setDatabase(state().database);
     store::setRecordSource(QStringLiteral("Compilation"), nullptr, compilations_,
-                           state_.databasePath);
+                           state().databasePath);
     compilations_.refresh();
     setStatusText(QStringLiteral("Building List for Compilation Page: Compilation Title ..."));
-    state_.gotoField = QStringLiteral("c_name");
+    state().gotoField = QStringLiteral("c_name");
     refillGotoList();
     gotoLabel_->setText(QStringLiteral("Find Compilation Title:"));
     setGridLayout(*grid_, QStringLiteral("overview"), colourCount());
     const store::RecordCountText counts =
-        store::showRecordCount(compilations_.recordset(), state_.databasePath);
+        store::showRecordCount(compilations_.recordset(), state().databasePath);
     statusBar_->setPanelText(1, counts.database);
     statusBar_->setPanelText(2, counts.count);
     statusBar_->showPanels();
@@ -244,8 +246,7 @@ void OverviewWindow::showLoadedDatabase() {
 }
 
 void OverviewWindow::abandonDatabase() {
-    compilations_.clear();
-    shell::abandonCompilationDatabase(state_);
+    session_.abandon();
     showClosedState();
     setBusy(false);
 }
@@ -275,7 +276,7 @@ void OverviewWindow::setToolbarState() {
 
 void OverviewWindow::refillGotoList() {
     const query::GotoLists lists =
-        query::fillCompilationGotoList(state_.database, state_.gotoField, state_.inputHint);
+        query::fillCompilationGotoList(state().database, state().gotoField, state().inputHint);
     comparisonList_->clear();
     comparisonList_->addItems(lists.comparisons);
     comparisonList_->setCurrentText(lists.comparisonPreset);
@@ -284,12 +285,21 @@ void OverviewWindow::refillGotoList() {
     gotoList_->setToolTip(lists.tooltip);
     gotoList_->setCurrentIndex(-1);
     gotoList_->setEditText(QString());
-    state_.gotoCountCompilation = lists.count;
+    state().gotoCountCompilation = lists.count;
+}
+
+// Another window changed a compilation: its row has followed; the goto list, the counts and the
+// tools follow it.
+void OverviewWindow::showFollowedRows() {
+    refillGotoList();
+    showListCount();
+    setToolbarState();
+    showPosition();
 }
 
 void OverviewWindow::showListCount() {
     const int count = compilations_.hasRecordset() ? compilations_.recordset().recordCount() : 0;
-    statusBar_->setPanelText(2, shell::listCountText(count, state_.gotoCountCompilation));
+    statusBar_->setPanelText(2, shell::listCountText(count, state().gotoCountCompilation));
 }
 
 void OverviewWindow::showPosition() {
@@ -304,7 +314,7 @@ void OverviewWindow::onHeaderClicked(int column) {
     }
     setBusy(true);
     try {
-        state_.gotoField = query::gotoFieldForColumn(grid_->columnDataField(column));
+        state().gotoField = query::gotoFieldForColumn(grid_->columnDataField(column));
         refillGotoList();
         showListCount();
         gotoLabel_->setText(QStringLiteral("Find ") + grid_->columnCaption(column) +
@@ -329,7 +339,7 @@ void OverviewWindow::findClicked(int index) {
     }
     QString value = gotoList_->currentText();
     query::findInGotoList(index, comparisonList_->currentText(), value, compilations_.recordset(),
-                          state_.gotoField, dialogs_);
+                          state().gotoField, dialogs_);
     gotoList_->setEditText(value);
     compilations_.notifyCurrentChanged();
 }
@@ -412,13 +422,12 @@ void OverviewWindow::openDatabase() {
 }
 
 void OverviewWindow::closeDatabase() {
-    shell::closeCompilationDatabase(state_);
-    compilations_.clear();
+    session_.close();
     showClosedState();
 }
 
 void OverviewWindow::compactDatabase() {
-    shell::compactDatabase(dialogs_, *this);
+    session_.compact(dialogs_, *this);
 }
 
 void OverviewWindow::deleteCompilation() {
@@ -427,12 +436,13 @@ void OverviewWindow::deleteCompilation() {
                           platform::MessageIcon::Question, platform::MessageButtons::OkCancel,
                           platform::MessageAnswer::Ok});
     if (answer == platform::MessageAnswer::Ok && compilations_.hasRecordset()) {
-        compilations_.recordset().remove();
+        engine::Recordset& rows = compilations_.recordset();
+        const qint64 id = rows.value(QStringLiteral("CompilationID_P")).toLongLong();
+        rows.remove();
         compilations_.refresh();
-        state_.gotoField = QStringLiteral("c_name");
-        refillGotoList();
-        showListCount();
-        showPosition();
+        state().gotoField = QStringLiteral("c_name");
+        // The list has its new rows already; the goto list and counts follow the announcement.
+        session_.announceCompilationDeleted(id);
     }
     setToolbarState();
 }
@@ -477,19 +487,11 @@ void OverviewWindow::unloadAll() {
         return;
     }
     unloaded_ = true;
-    if (state_.database.isOpen()) {
-        store::dropAlbumLinks(state_.database);
-    }
-    compilations_.clear();
+    // The other windows close from the last loaded to the first while the database is still
+    // open; then the database closes (without its album links), and the help goes last.
+    windows_.closeAll();
+    session_.close();
     engine::Workspace::defaultWorkspace().close();
-    state_.database = engine::Database();
-    // The other windows close from the last opened to the first; the help goes last.
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    for (auto it = windows.crbegin(); it != windows.crend(); ++it) {
-        if (*it != this && *it != help_ && (*it)->isVisible()) {
-            (*it)->close();
-        }
-    }
     if (help_ != nullptr) {
         help_->close();
     }

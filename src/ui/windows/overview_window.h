@@ -4,9 +4,10 @@
 #include <QPointer>
 #include <array>
 
-#include "shell/app_state.h"
 #include "shell/database_commands.h"
+#include "shell/session.h"
 #include "store/data_control.h"
+#include "ui/windows/window_registry.h"
 
 class QComboBox;
 class QLabel;
@@ -25,13 +26,17 @@ class HelpWindow;
 
 // The main window: the intro picture while no database is open, else the list of all
 // compilations with its goto, find and move controls. Its events call the logic of the shell.
+// It owns the session that every window shares, and the registry of the windows loaded after it;
+// its list follows the session's announcements.
 class OverviewWindow : public QMainWindow, private shell::CommandFeedback {
     Q_OBJECT
   public:
     OverviewWindow(platform::Dialogs& dialogs, QWidget* parent = nullptr);
     ~OverviewWindow() override;
 
-    shell::AppState& state() { return state_; }
+    shell::Session& session() { return session_; }
+    shell::AppState& state() { return session_.state(); }
+    WindowRegistry& windowRegistry() { return windows_; }
     MainToolBar* toolBar() const { return toolBar_; }
     PanelStatusBar* statusBarPanels() const { return statusBar_; }
     DataGrid* grid() const { return grid_; }
@@ -55,6 +60,7 @@ class OverviewWindow : public QMainWindow, private shell::CommandFeedback {
     QWidget* buildSidePanel();
     void showDatabaseState(bool isOpen);
     void showLoadedDatabase();
+    void showFollowedRows();
     void abandonDatabase();
     void showClosedState();
     void setToolbarState();
@@ -81,7 +87,8 @@ class OverviewWindow : public QMainWindow, private shell::CommandFeedback {
     void processPendingEvents() override;
 
     platform::Dialogs& dialogs_;
-    shell::AppState state_;
+    shell::Session session_;
+    WindowRegistry windows_;
     store::DataControl compilations_;
     MainToolBar* toolBar_ = nullptr;
     PanelStatusBar* statusBar_ = nullptr;
