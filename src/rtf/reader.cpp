@@ -163,17 +163,13 @@ void Reader::controlWord(const Token& token) {
         state_.destination = Destination::Skip;
         return;
     }
-    if (state_.destination == Destination::FontTable) {
-        tableWord(word, parameter);
-        return;
-    }
-    if (state_.destination == Destination::ColorTable) {
+    if (state_.destination != Destination::Text) {
         tableWord(word, parameter);
         return;
     }
     documentWord(word, token.hasParameter, parameter) ||
         characterWord(word, token.hasParameter, parameter) || paragraphWord(word, parameter) ||
-        specialCharacterWord(word, parameter);
+        specialCharacterWord(word);
 }
 
 bool Reader::documentWord(const QString& word, bool hasParameter, int parameter) {
@@ -286,7 +282,7 @@ bool Reader::tableWord(const QString& word, int parameter) {
     return true;
 }
 
-bool Reader::specialCharacterWord(const QString& word, int parameter) {
+bool Reader::specialCharacterWord(const QString& word) {
     static const std::map<QString, QChar> characters = {{"line", QChar::LineSeparator},
                                                         {"tab", u'\t'},
                                                         {"cell", u'\t'},
@@ -299,7 +295,6 @@ bool Reader::specialCharacterWord(const QString& word, int parameter) {
                                                         {"rdblquote", QChar(0x201D)},
                                                         {"emspace", QChar(0x2003)},
                                                         {"enspace", QChar(0x2002)}};
-    Q_UNUSED(parameter);
     const auto found = characters.find(word);
     if (found == characters.end()) {
         return false;  // a word this reader does not know: ignored

@@ -40,7 +40,7 @@ class Reader {
     bool characterWord(const QString& word, bool hasParameter, int parameter);
     bool paragraphWord(const QString& word, int parameter);
     bool tableWord(const QString& word, int parameter);
-    bool specialCharacterWord(const QString& word, int parameter);
+    bool specialCharacterWord(const QString& word);
     void controlSymbol(QChar symbol);
     void textCharacter(QChar character);
     void hexByte(int byte);
