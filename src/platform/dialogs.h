@@ -28,6 +28,13 @@ struct FileRequest {
     bool mayNotExist = false;  // accept a name of a file that does not exist yet
 };
 
+struct FontRequest {
+    QString title;
+    QFont initial;
+    int minPointSize = 0;  // 0: no lower limit
+    int maxPointSize = 0;  // 0: no upper limit
+};
+
 // Every message box, file dialog and font dialog of the program goes through this interface,
 // so that the logic can be driven by tests that answer by script.
 class Dialogs {
@@ -38,7 +45,9 @@ class Dialogs {
     virtual std::optional<QString> openFile(const FileRequest& request) = 0;
     // The name to save under (the file need not exist), or nothing when the user cancelled.
     virtual std::optional<QString> saveFile(const FileRequest& request) = 0;
-    virtual std::optional<QFont> chooseFont(const QString& title, const QFont& initial) = 0;
+    // The chosen font, or nothing when the user cancelled. Its size lies within the request's.
+    virtual std::optional<QFont> chooseFont(const FontRequest& request) = 0;
+    std::optional<QFont> chooseFont(const QString& title, const QFont& initial);
 
     // Shorthands for the program's standard messages, all titled "Mixorama".
     void exclamation(const QString& text);
@@ -47,6 +56,9 @@ class Dialogs {
 };
 
 inline const QString kAppTitle = QStringLiteral("Mixorama");
+
+// A point size brought into the request's limits.
+double limitPointSize(double points, const FontRequest& request);
 
 // Splits "MS Access Files (*.mdb)|*.mdb" into its descriptions and patterns, alternating.
 QStringList splitFilter(const QString& filter);

@@ -31,13 +31,18 @@ std::optional<QString> ScriptedDialogs::nextFileAnswer() {
     return given ? std::optional<QString>(path) : std::nullopt;
 }
 
-std::optional<QFont> ScriptedDialogs::chooseFont(const QString&, const QFont&) {
+std::optional<QFont> ScriptedDialogs::chooseFont(const FontRequest& request) {
+    fontRequests_.push_back(request);
     if (fontAnswers_.empty()) {
         return std::nullopt;
     }
-    const auto [given, font] = fontAnswers_.front();
+    auto [given, font] = fontAnswers_.front();
     fontAnswers_.pop_front();
-    return given ? std::optional<QFont>(font) : std::nullopt;
+    if (!given) {
+        return std::nullopt;
+    }
+    font.setPointSizeF(limitPointSize(font.pointSizeF(), request));
+    return font;
 }
 
 void ScriptedDialogs::clear() {
@@ -47,6 +52,7 @@ void ScriptedDialogs::clear() {
     messages_.clear();
     fileRequests_.clear();
     saveRequests_.clear();
+    fontRequests_.clear();
 }
 
 }  // namespace platform

@@ -14,7 +14,8 @@ class ScriptedDialogs : public Dialogs {
     MessageAnswer message(const MessageRequest& request) override;
     std::optional<QString> openFile(const FileRequest& request) override;
     std::optional<QString> saveFile(const FileRequest& request) override;
-    std::optional<QFont> chooseFont(const QString& title, const QFont& initial) override;
+    using Dialogs::chooseFont;
+    std::optional<QFont> chooseFont(const FontRequest& request) override;
 
     // Queue the answers; an empty queue answers a message with its default answer,
     // a file dialog with Cancel and a font dialog with Cancel. Open and save dialogs take their
@@ -30,6 +31,7 @@ class ScriptedDialogs : public Dialogs {
     const std::vector<MessageRequest>& messages() const { return messages_; }
     const std::vector<FileRequest>& fileRequests() const { return fileRequests_; }
     const std::vector<FileRequest>& saveRequests() const { return saveRequests_; }
+    const std::vector<FontRequest>& fontRequests() const { return fontRequests_; }
     QString lastMessageText() const {
         return messages_.empty() ? QString() : messages_.back().text;
     }
@@ -45,6 +47,7 @@ class ScriptedDialogs : public Dialogs {
     std::vector<MessageRequest> messages_;
     std::vector<FileRequest> fileRequests_;
     std::vector<FileRequest> saveRequests_;
+    std::vector<FontRequest> fontRequests_;
 };
 
 }  // namespace platform

@@ -128,10 +128,16 @@ std::optional<QString> QtDialogs::saveFile(const platform::FileRequest& request)
     return withDatabaseExtension(chosen);
 }
 
-std::optional<QFont> QtDialogs::chooseFont(const QString& title, const QFont& initial) {
+std::optional<QFont> QtDialogs::chooseFont(const platform::FontRequest& request) {
     bool accepted = false;
-    const QFont font = QFontDialog::getFont(&accepted, initial, parent_, title);
-    return accepted ? std::optional<QFont>(font) : std::nullopt;
+    QFont font = QFontDialog::getFont(&accepted, request.initial, parent_, request.title,
+                                      QFontDialog::ScalableFonts);
+    if (!accepted) {
+        return std::nullopt;
+    }
+    // The desktop dialog offers every size; one outside the range is brought into it.
+    font.setPointSizeF(platform::limitPointSize(font.pointSizeF(), request));
+    return font;
 }
 
 }  // namespace ui

@@ -16,7 +16,8 @@ class QtDialogs : public platform::Dialogs {
     platform::MessageAnswer message(const platform::MessageRequest& request) override;
     std::optional<QString> openFile(const platform::FileRequest& request) override;
     std::optional<QString> saveFile(const platform::FileRequest& request) override;
-    std::optional<QFont> chooseFont(const QString& title, const QFont& initial) override;
+    using platform::Dialogs::chooseFont;
+    std::optional<QFont> chooseFont(const platform::FontRequest& request) override;
 
   private:
     QPointer<QWidget> parent_;

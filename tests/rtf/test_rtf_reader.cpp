@@ -1,0 +1,177 @@
+// Reading what Windows rich-text boxes and word processors write, and plain text.
+#include <gtest/gtest.h>
+
+#include <QTextDocument>
+
+#include "rtf/rtf.h"
+#include "support/document_summary.h"
+
+using testsupport::ParagraphSummary;
+using testsupport::RunSummary;
+using testsupport::summarize;
+
+namespace {
+
+std::vector<ParagraphSummary> read(const QString& rtfText) {
+    QTextDocument document;
+    rtf::readInto(rtfText, document);
+    return summarize(document);
+}
+
+QString plainOf(const QString& stored) {
+    QTextDocument document;
+    rtf::readInto(stored, document);
+    // Raw text: non-breaking spaces and line separators stay what they are.
+    return document.toRawText().replace(QChar::ParagraphSeparator, u'\n');
+}
+
+RunSummary run(const QString& text, const QString& family, double points, const QString& flags = {},
+               const QString& color = {}) {
+    return {text,
+            family,
+            points,
+            flags.contains('b'),
+            flags.contains('i'),
+            flags.contains('u'),
+            flags.contains('s'),
+            color};
+}
+
+// What a Windows rich-text box streams out for a two-line cover.
+const QString kRichEditSample = QStringLiteral(
+    "{\\rtf1\\ansi\\ansicpg1252\\deff0\\nouicompat\\deflang1031{\\fonttbl{\\f0\\fnil\\fcharset0 "
+    "Arial;}{\\f1\\fnil Tahoma;}}\r\n"
+    "{\\*\\generator Riched20 10.0.19041}\\viewkind4\\uc1 \r\n"
+    "\\pard\\qc\\f0\\fs18\\lang7 \\b Adams: \\b0 Morning / \\b Baker: \\b0 Night Train\\par\r\n"
+    "\\pard\\sa200\\sl276\\slmult1\\f1\\fs20 Gr\\'fc\\'dfe \\u8364?uro\\par\r\n"
+    "}\r\n\0");
+
+// What a word processor writes: charsets, a colour table, a style sheet, document information,
+// alternative font names and runs in groups.
+const QString kWordProcessorSample = QStringLiteral(
+    "{\\rtf1\\ansi\\deff4\\adeflang1025\r\n"
+    "{\\fonttbl{\\f0\\froman\\fprq2\\fcharset0 Times New Roman;}{\\f1\\froman\\fprq2\\fcharset2 "
+    "Symbol;}{\\f4\\fswiss\\fprq2\\fcharset0 Liberation Sans{\\*\\falt Arial};}}\r\n"
+    "{\\colortbl;\\red0\\green0\\blue0;\\red255\\green0\\blue0;}\r\n"
+    "{\\stylesheet{\\s0\\snext0\\ql\\nowidctlpar\\cf0\\kerning1\\loch\\f4\\fs24\\lang1031 "
+    "Normal;}}\r\n"
+    "{\\info{\\creatim\\yr2024\\mo1\\dy5\\hr10\\min0}{\\title Cover}{\\author Someone}}\r\n"
+    "\\deftab709{\\*\\pgdsctbl{\\pgdsc0\\pgdscuse451\\pgwsxn11906 Standard;}}\r\n"
+    "\\pard\\plain \\s0\\ql\\li400\\fi-400\\tx400 {\\f4\\fs20\\b 1.}{\\f4\\fs20\\tab\\i Adams}"
+    "{\\f4\\fs20   Morning  [2:45]}\\par\r\n"
+    "\\pard\\plain \\s0\\qr{\\f4\\fs24\\ul Under}{\\f4\\fs24\\strike  struck}{\\f4\\fs24\\cf2 "
+    " red}\\par\r\n"
+    "}");
+
+}  // namespace
+
+TEST(RtfReader, RichTextBoxOutputKeepsParagraphsFontsAndBold) {
+    const auto paragraphs = read(kRichEditSample);
+    ASSERT_EQ(paragraphs.size(), 2u);
+    EXPECT_EQ(paragraphs[0].alignment, "center");
+    EXPECT_EQ(
+        paragraphs[0].runs,
+        (std::vector<RunSummary>{run("Adams: ", "Arial", 9, "b"), run("Morning / ", "Arial", 9),
+                                 run("Baker: ", "Arial", 9, "b"), run("Night Train", "Arial", 9)}));
+    EXPECT_EQ(paragraphs[1].alignment, "left");
+    EXPECT_EQ(paragraphs[1].runs,
+              (std::vector<RunSummary>{run(QStringLiteral("Grüße €uro"), "Tahoma", 10)}));
+}
+
+TEST(RtfReader, WordProcessorOutputKeepsIndentsTabsAndCharacterFormats) {
+    const auto paragraphs = read(kWordProcessorSample);
+    ASSERT_EQ(paragraphs.size(), 2u);
+    EXPECT_EQ(paragraphs[0].leftTwips, 400);
+    EXPECT_EQ(paragraphs[0].firstLineTwips, -400);
+    EXPECT_EQ(paragraphs[0].tabTwips, std::vector<int>{400});
+    EXPECT_EQ(paragraphs[0].runs,
+              (std::vector<RunSummary>{run("1.", "Liberation Sans", 10, "b"),
+                                       run("\t", "Liberation Sans", 10),
+                                       run("Adams", "Liberation Sans", 10, "i"),
+                                       run("  Morning  [2:45]", "Liberation Sans", 10)}));
+    EXPECT_EQ(paragraphs[1].alignment, "right");
+    EXPECT_EQ(paragraphs[1].leftTwips, 0);
+    EXPECT_TRUE(paragraphs[1].tabTwips.empty());
+    EXPECT_EQ(paragraphs[1].runs,
+              (std::vector<RunSummary>{run("Under", "Liberation Sans", 12, "u"),
+                                       run(" struck", "Liberation Sans", 12, "s"),
+                                       run(" red", "Liberation Sans", 12, "", "#ff0000")}));
+}
+
+TEST(RtfReader, SwitchesAndResetsOfCharacterFormats) {
+    const auto paragraphs = read(
+        "{\\rtf1{\\fonttbl{\\f0 Arial;}{\\f1 Courier New;}}\\f1\\fs28\\b\\i\\ul\\strike a"
+        "\\b0\\i0\\ulnone\\strike0 b\\uldb c\\ul0 {\\b d}e\\plain f}");
+    ASSERT_EQ(paragraphs.size(), 1u);
+    EXPECT_EQ(
+        paragraphs[0].runs,
+        (std::vector<RunSummary>{run("a", "Courier New", 14, "bius"), run("b", "Courier New", 14),
+                                 run("c", "Courier New", 14, "u"), run("d", "Courier New", 14, "b"),
+                                 run("e", "Courier New", 14), run("f", "Arial", 12)}));
+}
+
+TEST(RtfReader, ParagraphFormatsBelongToTheParagraphTheyEnd) {
+    const auto paragraphs = read("{\\rtf1 \\qc one\\par \\qr\\li720 two\\par \\pard three\\par}");
+    ASSERT_EQ(paragraphs.size(), 3u);
+    EXPECT_EQ(paragraphs[0].alignment, "center");
+    EXPECT_EQ(paragraphs[1].alignment, "right");
+    EXPECT_EQ(paragraphs[1].leftTwips, 720);
+    EXPECT_EQ(paragraphs[2].alignment, "left");
+    EXPECT_EQ(paragraphs[2].leftTwips, 0);
+}
+
+TEST(RtfReader, ParagraphsLinesAndTheFinalParagraphMark) {
+    EXPECT_EQ(plainOf("{\\rtf1 a\\par b\\par}"), "a\nb");
+    EXPECT_EQ(plainOf("{\\rtf1 a\\par b}"), "a\nb");
+    EXPECT_EQ(plainOf("{\\rtf1 a\\par\\par}"), "a\n");
+    EXPECT_EQ(plainOf("{\\rtf1 a\\line b\\tab c}"), QString("a") + QChar::LineSeparator + "b\tc");
+    EXPECT_EQ(plainOf("{\\rtf1 a\\\nb}"), "a\nb");  // a backslash before a line break is \par
+    EXPECT_EQ(plainOf("{\\rtf1}"), "");
+}
+
+TEST(RtfReader, EscapedCharactersAndSymbols) {
+    EXPECT_EQ(plainOf("{\\rtf1 \\{x\\}\\\\ a\\~b\\_c\\-d \\emdash\\endash\\lquote\\rdblquote}"),
+              QStringLiteral("{x}\\ a\u00A0b\u2011cd \u2014\u2013\u2018\u201D"));
+}
+
+TEST(RtfReader, HexBytesFollowTheFontsCharsetOrTheDocumentsCodePage) {
+    EXPECT_EQ(plainOf("{\\rtf1\\ansi\\ansicpg1251{\\fonttbl{\\f0\\fnil\\fcharset204 Arial;}"
+                      "{\\f1\\fnil\\fcharset0 Arial;}}\\f0 \\'cf\\'f0\\'e8\\f1 \\'e9\\'80}"),
+              QStringLiteral("При\u00E9\u20AC"));
+    EXPECT_EQ(plainOf("{\\rtf1\\ansi\\ansicpg1250 \\'8a\\'9e}"), QStringLiteral("Šž"));
+    EXPECT_EQ(plainOf("{\\rtf1\\ansi \\'e4\\'F6}"), QStringLiteral("äö"));
+    // Double-byte code pages: a character is two \'hh in a row.
+    EXPECT_EQ(plainOf("{\\rtf1\\ansi\\ansicpg932\\deff0{\\fonttbl{\\f0\\fnil\\fcharset128 "
+                      "MS Gothic;}}\\f0 \\'93\\'fa\\'96\\'7b}"),
+              QStringLiteral("日本"));
+    // Font names are bytes of the font's own charset.
+    QTextDocument document;
+    rtf::readInto("{\\rtf1{\\fonttbl{\\f0\\fcharset204 \\'c0\\'f0\\'e8\\'e0\\'eb;}}\\f0 x}",
+                  document);
+    EXPECT_EQ(summarize(document)[0].runs[0].family, QStringLiteral("Ариал"));
+}
+
+TEST(RtfReader, UnicodeEscapesSkipTheirFallbacks) {
+    EXPECT_EQ(plainOf("{\\rtf1 \\u8364?x}"), QStringLiteral("€x"));
+    EXPECT_EQ(plainOf("{\\rtf1\\uc2 \\u8364\\'80\\'80x}"), QStringLiteral("€x"));
+    EXPECT_EQ(plainOf("{\\rtf1\\uc0 \\u8364 x}"), QStringLiteral("€x"));
+    EXPECT_EQ(plainOf("{\\rtf1 {\\uc3 \\u8364 ab}c}"), QStringLiteral("€c"));  // a brace ends it
+    EXPECT_EQ(plainOf("{\\rtf1 \\u-10179?\\u-8704?}"), QStringLiteral("\U0001F600"));
+    EXPECT_EQ(plainOf("{\\rtf1 \\u1046\\'3fa}"), QStringLiteral("Жa"));
+}
+
+TEST(RtfReader, UnknownDestinationsAndWordsAreLeftOut) {
+    EXPECT_EQ(plainOf("{\\rtf1 a{\\*\\unknowndest hidden {\\nested text}}b\\unknownword42 c"
+                      "{\\field{\\*\\fldinst HYPERLINK x}{\\fldrslt shown}}"
+                      "{\\pict\\wmetafile8 0123abcdef}d}"),
+              "abcshownd");
+}
+
+TEST(RtfReader, PlainTextIsTakenAsIs) {
+    EXPECT_EQ(plainOf("1.\tAdams   Morning\r\n2.\tBaker\n"), "1.\tAdams   Morning\n2.\tBaker\n");
+    EXPECT_EQ(plainOf("a\rb"), "a\nb");
+    EXPECT_EQ(plainOf("{not rtf}"), "{not rtf}");
+    EXPECT_TRUE(rtf::isRtf("{\\rtf1}"));
+    EXPECT_FALSE(rtf::isRtf(" {\\rtf1}"));
+    EXPECT_FALSE(rtf::isRtf(""));
+}
