@@ -1,5 +1,6 @@
 // Times connecting an album database and building the source table from it, against the
-// pipeline a user would script with mdbtools and the sqlite3 shell, for growing collections.
+// pipeline a user would script with mdbtools and the sqlite3 shell, for growing collections; then
+// the rest of the track picker's opening (its two record sets and the source goto list).
 
 #include <QCoreApplication>
 #include <QDir>
@@ -29,6 +30,7 @@ struct Settings {
 // What the measuring child printed: the "run" lines and the last value of every other key.
 struct Measured {
     std::vector<double> runs;
+    QHash<QString, std::vector<double>> picker;  // "picker-..." lines: one value a run
     QHash<QString, QString> last;
     QStringList phases;
 };
@@ -58,6 +60,8 @@ Measured measureInChild(const QString& file, int runs) {
         const QString key = line.section(' ', 0, 0);
         if (key == QLatin1String("run"))
             measured.runs.push_back(line.section(' ', 1).toDouble());
+        else if (key.startsWith(QLatin1String("picker-")))
+            measured.picker[key].push_back(line.section(' ', 1).toDouble());
         else if (key == QLatin1String("phase"))
             measured.phases << line.section(' ', 1);
         else if (!key.isEmpty())
@@ -66,8 +70,28 @@ Measured measureInChild(const QString& file, int runs) {
     return measured;
 }
 
+// The rows of the second table: the picker's opening, split, in medians of the runs.
+QStringList pickerRows;
+
+void addPickerRow(int size, const Measured& ours) {
+    const double build = bench::median(ours.runs);
+    const double source = bench::median(ours.picker.value(QStringLiteral("picker-source")));
+    const double target = bench::median(ours.picker.value(QStringLiteral("picker-target")));
+    const double gotoList = bench::median(ours.picker.value(QStringLiteral("picker-goto")));
+    pickerRows << QStringLiteral("| %1 | %2 | %3 | %4 | %5 | %6 (%7 entries) | %8 |")
+                      .arg(size)
+                      .arg(ours.last.value("rows"))
+                      .arg(build, 0, 'f', 3)
+                      .arg(source, 0, 'f', 3)
+                      .arg(target, 0, 'f', 3)
+                      .arg(gotoList, 0, 'f', 3)
+                      .arg(ours.last.value("goto-entries"))
+                      .arg(build + source + target + gotoList, 0, 'f', 3);
+}
+
 void printRow(int size, const QString& file, int runs) {
     const Measured ours = measureInChild(file, runs);
+    addPickerRow(size, ours);
     std::vector<double> pipeline;
     std::vector<double> exports;
     qint64 pipelineRows = 0;
@@ -135,5 +159,12 @@ int main(int argc, char** argv) {
         out << "failed: " << error.what() << Qt::endl;
         return 1;
     }
+    out << Qt::endl
+        << "| tracks asked | source rows | connect + build (s) | source record set, 30 rows read "
+           "(s) | target record set (s) | goto list (s) | picker opening (s) |"
+        << Qt::endl
+        << "|---|---|---|---|---|---|---|" << Qt::endl;
+    for (const QString& row : pickerRows)
+        out << row << Qt::endl;
     return 0;
 }

@@ -11,9 +11,12 @@
 
 #include "access/access_reader.h"
 #include "engine/database.h"
+#include "engine/recordset.h"
 #include "engine/workspace.h"
 #include "platform/scripted_dialogs.h"
+#include "query/goto_lists.h"
 #include "store/album_source.h"
+#include "store/compilation_queries.h"
 #include "timing.h"
 
 namespace bench {
@@ -65,6 +68,53 @@ double connectAndBuild(engine::Database& database, const QString& albumFile,
     return seconds;
 }
 
+// A compilation of 20 tracks, the picker's target.
+qint64 addTargetCompilation(engine::Database& database) {
+    database.execute(QStringLiteral(
+        "INSERT INTO Compilation (Name, Format, C_Length) VALUES ('Bench', 'MiniDisc', 74)"));
+    const qint64 id =
+        database.openRecordset(QStringLiteral("SELECT Max(CompilationID_P) FROM Compilation"))
+            .value(0)
+            .toLongLong();
+    for (int track = 1; track <= 20; ++track) {
+        database.execute(QStringLiteral("INSERT INTO CompilationTrack (CompilationID_F1, TrackNo, "
+                                        "Track_Artist_Name, Track_Title, Length) "
+                                        "VALUES (%1, %2, 'Performer', 'Title %2', 200)")
+                             .arg(id)
+                             .arg(track));
+    }
+    return id;
+}
+
+// What the track picker does after the build and before it shows: its source data control
+// opens "TempSource" and the grid reads the rows in view, the target data control opens the
+// compilation's tracks, and the goto list is filled for the first column (the performer,
+// which lists the sort names). Prints one line a part.
+void openPicker(engine::Database& database, qint64 compilationId) {
+    constexpr int kRowsInView = 30;
+    out << "picker-source " << secondsOf([&] {
+        engine::Recordset source =
+            database.openRecordset(QStringLiteral("TempSource"), engine::RecordsetType::Dynaset);
+        for (int row = 0; row < kRowsInView && !source.eof(); ++row, source.moveNext()) {
+            for (int field = 0; field < source.fieldCount(); ++field)
+                source.value(field);
+        }
+    }) << Qt::endl;
+    out << "picker-target " << secondsOf([&] {
+        engine::Recordset target = database.openRecordset(
+            store::standardStatement(QStringLiteral("compilationtrack"), compilationId),
+            engine::RecordsetType::Dynaset);
+        for (; !target.eof(); target.moveNext())
+            target.value(QStringLiteral("Track_Title"));
+    }) << Qt::endl;
+    int entries = 0;
+    out << "picker-goto " << secondsOf([&] {
+        const QString field = query::gotoFieldForColumn(QStringLiteral("PerformerTrack"));
+        entries = query::fillSourceGotoList(database, field, QString(), QString()).count;
+    }) << Qt::endl;
+    out << "goto-entries " << entries << Qt::endl;
+}
+
 // The store's build, one step at a time, with the store's own statements.
 void timePhases(engine::Database& database, const QString& albumFile, bool withRating) {
     store::dropAlbumLinks(database);
@@ -108,7 +158,9 @@ int measureInProcess(const QString& albumFile, int runs) {
             engine::Database database = freshCompilationDatabase(dir, run);
             if (run == 0)
                 out << "baseline-kb " << peakOfThisProcess() << Qt::endl;
+            const qint64 compilationId = addTargetCompilation(database);
             out << "run " << connectAndBuild(database, albumFile, state) << Qt::endl;
+            openPicker(database, compilationId);
             out << "rows " << state.passedCount << Qt::endl;
             out << "tracks "
                 << database.openRecordset(QStringLiteral("SELECT Count(*) FROM Track"))

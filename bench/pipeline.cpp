@@ -14,7 +14,8 @@ namespace {
 const QStringList kTables{"Album",           "Artist",   "Track",      "ArtistAlbumLink",
                           "ArtistTrackLink", "Location", "TrackRating"};
 
-// The source table's join in SQLite's words; text orders case-blind as the engine's do.
+// The source table's join in SQLite's words, ordered case-blind by the three sort texts only:
+// the script a user would write, without indexes and without the item and index keys.
 QString joinScript(bool withRating) {
     QString sql = QStringLiteral(
         "CREATE TABLE TempSource AS SELECT Track.ArtistSort, Artist.Name AS PerformerTrack, "
@@ -36,8 +37,7 @@ QString joinScript(bool withRating) {
     sql += QStringLiteral(
         "LEFT JOIN Location ON Album.LocationID = Location.LocationID "
         "ORDER BY Track.ArtistSort COLLATE NOCASE, Album.ArtistSort COLLATE NOCASE, "
-        "Album.Title COLLATE NOCASE, CAST(Track.Item AS INTEGER), "
-        "CAST(Track.\"Index\" AS INTEGER);\n"
+        "Album.Title COLLATE NOCASE;\n"
         "ALTER TABLE TempSource ADD COLUMN MyRecorded INTEGER;\n"
         "UPDATE TempSource SET "
         "MyRecorded = CASE WHEN substr(trim(RecordedStart), 1, 4) GLOB '[0-9]*' AND "
@@ -70,7 +70,7 @@ PipelineRun runPipeline(const QString& albumFile, bool withRating) {
     PipelineRun result;
     QByteArray output;
     result.seconds = secondsOf([&] {
-        QString script;
+        QString script = QStringLiteral(".mode csv\n");
         for (const QString& table : kTables) {
             if (table == QLatin1String("TrackRating") && !withRating)
                 continue;
@@ -78,7 +78,7 @@ PipelineRun runPipeline(const QString& albumFile, bool withRating) {
             result.exportSeconds += secondsOf([&] {
                 run(QStringLiteral("mdb-export"), {albumFile, table}, csv);
             });
-            script += QStringLiteral(".import --csv '%1' %2\n").arg(csv, table);
+            script += QStringLiteral(".import '%1' %2\n").arg(csv, table);
         }
         script += joinScript(withRating);
         output = run(QStringLiteral("sqlite3"), {dir.filePath(QStringLiteral("x.db"))}, {},

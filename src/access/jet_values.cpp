@@ -13,7 +13,18 @@ constexpr int kFirstYear = 100;
 constexpr int kLastYear = 9999;
 }  // namespace
 
-std::optional<QString> jetDateText(double serial) {
+namespace {
+
+// Writes a number of exactly `width` digits (leading zeros) and returns the end.
+char* putDigits(char* out, qint64 value, int width) {
+    for (int i = width - 1; i >= 0; --i, value /= 10)
+        out[i] = char('0' + value % 10);
+    return out + width;
+}
+
+}  // namespace
+
+std::optional<QByteArray> jetDateUtf8(double serial) {
     if (!std::isfinite(serial) || std::fabs(serial) > 3.0e6)
         return std::nullopt;
     const double wholeDays = std::trunc(serial);
@@ -23,19 +34,31 @@ std::optional<QString> jetDateText(double serial) {
         seconds -= kSecondsPerDay;
         date = date.addDays(1);
     }
-    if (!date.isValid() || date.year() < kFirstYear || date.year() > kLastYear)
+    int year = 0, month = 0, day = 0;
+    date.getDate(&year, &month, &day);
+    if (!date.isValid() || year < kFirstYear || year > kLastYear)
         return std::nullopt;
-    QString text = QStringLiteral("%1-%2-%3")
-                       .arg(date.year(), 4, 10, QLatin1Char('0'))
-                       .arg(date.month(), 2, 10, QLatin1Char('0'))
-                       .arg(date.day(), 2, 10, QLatin1Char('0'));
+    // Many thousands of dates are copied per table: formatted by hand, not through QString.
+    char text[sizeof "YYYY-MM-DD HH:MM:SS"];
+    char* end = putDigits(text, year, 4);
+    *end++ = '-';
+    end = putDigits(end, month, 2);
+    *end++ = '-';
+    end = putDigits(end, day, 2);
     if (seconds > 0) {
-        text += QStringLiteral(" %1:%2:%3")
-                    .arg(seconds / 3600, 2, 10, QLatin1Char('0'))
-                    .arg(seconds / 60 % 60, 2, 10, QLatin1Char('0'))
-                    .arg(seconds % 60, 2, 10, QLatin1Char('0'));
+        *end++ = ' ';
+        end = putDigits(end, seconds / 3600, 2);
+        *end++ = ':';
+        end = putDigits(end, seconds / 60 % 60, 2);
+        *end++ = ':';
+        end = putDigits(end, seconds % 60, 2);
     }
-    return text;
+    return QByteArray(text, end - text);
+}
+
+std::optional<QString> jetDateText(double serial) {
+    const std::optional<QByteArray> text = jetDateUtf8(serial);
+    return text ? std::optional<QString>(QString::fromLatin1(*text)) : std::nullopt;
 }
 
 double singleAsDouble(float value) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QList>
 #include <QString>
 #include <QtGlobal>
@@ -12,6 +13,8 @@ namespace accessfile {
 // magnitude, also for days before 1899-12-30). Gives 'YYYY-MM-DD', with ' HH:MM:SS' only when
 // there is a time of day; nothing for values outside the years 100 to 9999 that Access allows.
 std::optional<QString> jetDateText(double serial);
+// The same text as ASCII bytes, for writers that bind UTF-8.
+std::optional<QByteArray> jetDateUtf8(double serial);
 
 // A single-precision value as the double that prints the same, so 0.1f reads back as 0.1.
 double singleAsDouble(float value);

@@ -54,12 +54,32 @@ namespace {
 
 using namespace sqlvalue;
 
+// The number of a text made of 1 to 15 decimal digits and nothing else (a year, a count), which
+// a double holds exactly; nothing for any other text.
+std::optional<qint64> plainDigits(sqlite3_value* v) {
+    constexpr int kMaxDigits = 15;
+    const auto* bytes = sqlite3_value_text(v);
+    const int size = sqlite3_value_bytes(v);
+    if (bytes == nullptr || size < 1 || size > kMaxDigits)
+        return std::nullopt;
+    qint64 value = 0;
+    for (int i = 0; i < size; ++i) {
+        if (bytes[i] < '0' || bytes[i] > '9')
+            return std::nullopt;
+        value = value * 10 + (bytes[i] - '0');
+    }
+    return value;
+}
+
 void valFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
     if (isNull(argv[0]))
         return sqlite3_result_null(ctx);
     const int type = sqlite3_value_type(argv[0]);
     if (type == SQLITE_INTEGER || type == SQLITE_FLOAT)
         return sqlite3_result_value(ctx, argv[0]);
+    // Plain digits skip the decoding into a QString: TempSource's build reads every year so.
+    if (const auto digits = plainDigits(argv[0]))
+        return sqlite3_result_int64(ctx, *digits);
     resultNumber(ctx, jetVal(text(argv[0])));
 }
 

@@ -141,6 +141,27 @@ TEST_F(CopiedTables, CopiesManyTablesAndManyPagesOfRows) {
                                              QStringLiteral("*****")}}));
 }
 
+TEST_F(CopiedTables, IndexEachTablesOwnKeyAndNoReferences) {
+    jet4::Table tracks(QStringLiteral("Track"), {{QStringLiteral("AlbumID"), Type::Long},
+                                                 {QStringLiteral("TrackID"), Type::Long},
+                                                 {QStringLiteral("Title"), Type::Text, 50}});
+    tracks.addRow({7, 1, QStringLiteral("One")});
+    jet4::Table albums(QStringLiteral("Album"), {{QStringLiteral("AlbumID"), Type::Long},
+                                                 {QStringLiteral("LocationID"), Type::Long}});
+    albums.addRow({7, 3});
+    // A text column named like the key is no whole-number key.
+    jet4::Table notes(QStringLiteral("Note"), {{QStringLiteral("NoteID"), Type::Text, 10}});
+    notes.addRow({QStringLiteral("n1")});
+    const QList<QVariantList> indexes =
+        copy({tracks, albums, notes},
+             {QStringLiteral("Track"), QStringLiteral("Album"), QStringLiteral("Note")},
+             QStringLiteral("SELECT m.tbl_name, i.name FROM sqlite_master AS m, "
+                            "pragma_index_info(m.name) AS i WHERE m.type = 'index' "
+                            "ORDER BY m.tbl_name"));
+    EXPECT_EQ(indexes, (QList<QVariantList>{{QStringLiteral("Album"), QStringLiteral("AlbumID")},
+                                            {QStringLiteral("Track"), QStringLiteral("TrackID")}}));
+}
+
 TEST_F(CopiedTables, ReplaceATableOfTheSameNameAndKeepOthers) {
     jet4::Table album1(QStringLiteral("Album"), {{QStringLiteral("Title"), Type::Text, 50}});
     album1.addRow({QStringLiteral("First")});

@@ -195,6 +195,14 @@ TEST_F(JetFunctions, ConversionsAndChoices) {
     EXPECT_EQ(eval("Val(' 1 2.5x')"), "12.5");
     EXPECT_EQ(eval("Val('1987-05-01')"), "1987");
     EXPECT_EQ(eval("Val('abc')"), "0");
+    // Plain digits, the common case, give the same whole numbers as the general reading.
+    EXPECT_EQ(eval("Val('0042')"), "42");
+    EXPECT_EQ(eval("Val('1987')"), "1987");
+    EXPECT_EQ(eval("Val('123456789012345')"), "123456789012345");
+    EXPECT_EQ(eval("Val('1234567890123456')"), "1234567890123456");
+    EXPECT_EQ(eval("Val('19 87')"), "1987");
+    EXPECT_EQ(eval("Val('')"), "0");
+    EXPECT_EQ(eval("typeof(Val('7'))"), "integer");
     EXPECT_EQ(eval("CInt(2.5)"), "2");
     EXPECT_EQ(eval("CInt(3.5)"), "4");
     EXPECT_EQ(eval("CInt(-2.5)"), "-2");

@@ -1,6 +1,7 @@
 #include "access/reader/bound_row.h"
 
 #include <QtEndian>
+#include <algorithm>
 #include <cstring>
 
 namespace mdbread {
@@ -18,6 +19,16 @@ void bindUtf8(sqlite3_stmt* statement, int index, const char* text, int length) 
     sqlite3_bind_text(statement, index, text, length, SQLITE_TRANSIENT);
 }
 
+// Columns whose value libmdb must convert: text in the file's encoding and the kinds only its
+// printed form describes. Memo and OLE values are read on demand (longValue).
+bool needsBinding(ValueKind kind) {
+    return kind == ValueKind::Text || kind == ValueKind::Printed;
+}
+
+bool isTextKind(ValueKind kind) {
+    return kind == ValueKind::Text || kind == ValueKind::Printed || kind == ValueKind::Memo;
+}
+
 }  // namespace
 
 BoundRow::BoundRow(MdbTableDef* table) : table_(table), mdb_(table->entry->mdb) {
@@ -27,8 +38,12 @@ BoundRow::BoundRow(MdbTableDef* table) : table_(table), mdb_(table->entry->mdb) 
         columns_.push_back(
             {column, planColumn(mdb_, column), std::make_unique<char[]>(mdb_->bind_size), 0});
     }
-    for (size_t i = 0; i < columns_.size(); ++i)
-        mdb_bind_column(table, int(i) + 1, columns_[i].buffer.get(), &columns_[i].length);
+    for (size_t i = 0; i < columns_.size(); ++i) {
+        Column& column = columns_[i];
+        column.bound = needsBinding(column.plan.kind);
+        if (column.bound)
+            mdb_bind_column(table, int(i) + 1, column.buffer.get(), &column.length);
+    }
     mdb_rewind_table(table);
 }
 
@@ -42,20 +57,31 @@ QList<accessfile::ColumnSpec> BoundRow::columnSpecs() const {
 bool BoundRow::fetch() {
     if (!mdb_fetch_row(table_))
         return false;
-    // The bound text of a null and of a zero-length text are both empty; the row's null mask
-    // tells them apart.
+    // A null text and a zero-length one both come without bytes; only then is the row's null
+    // mask needed to tell them apart.
+    if (hasEmptyText())
+        readNullFlags();
+    return true;
+}
+
+bool BoundRow::hasEmptyText() const {
+    return std::any_of(columns_.begin(), columns_.end(), [](const Column& column) {
+        return isTextKind(column.plan.kind) && column.column->cur_value_len == 0;
+    });
+}
+
+void BoundRow::readNullFlags() {
     nulls_.assign(columns_.size(), true);
     int start = 0;
     size_t size = 0;
     if (mdb_find_row(mdb_, int(table_->cur_row) - 1, &start, &size) != 0 || size == 0)
-        return true;
+        return;
     std::vector<MdbField> fields(table_->num_cols);
     const int count = mdb_crack_row(table_, start & kRowOffsetMask, size, fields.data());
     for (int i = 0; i < count && i < int(fields.size()); ++i) {
         if (fields[i].colnum >= 0 && fields[i].colnum < int(nulls_.size()))
             nulls_[fields[i].colnum] = fields[i].is_null;
     }
-    return true;
 }
 
 void BoundRow::bindInto(sqlite3_stmt* statement) const {
@@ -70,7 +96,8 @@ bool BoundRow::isTextNull(int index) const {
 void BoundRow::bindColumn(sqlite3_stmt* statement, int index, const Column& column) const {
     switch (column.plan.kind) {
         case ValueKind::YesNo:
-            sqlite3_bind_int(statement, index, std::strcmp(column.buffer.get(), "1") == 0 ? -1 : 0);
+            // A yes/no value lives in the row's null mask: a set bit (no "null") means yes.
+            sqlite3_bind_int(statement, index, column.column->cur_value_len == 0 ? -1 : 0);
             return;
         case ValueKind::Text:
         case ValueKind::Printed:
@@ -119,9 +146,8 @@ void BoundRow::bindFixed(sqlite3_stmt* statement, int index, const Column& colum
             return;
         case ValueKind::Date: {
             const double serial = mdb_get_double(value, 0);
-            if (const auto text = accessfile::jetDateText(serial)) {
-                const QByteArray utf8 = text->toUtf8();
-                bindUtf8(statement, index, utf8.constData(), int(utf8.size()));
+            if (const auto text = accessfile::jetDateUtf8(serial)) {
+                bindUtf8(statement, index, text->constData(), int(text->size()));
             } else {
                 sqlite3_bind_double(statement, index, serial);  // outside Access's calendar
             }
@@ -148,11 +174,15 @@ QByteArray BoundRow::longValue(const Column& column) const {
     std::memcpy(header, mdb_->pg_buf + mdbColumn->cur_value_start, MDB_MEMO_OVERHEAD);
     const qsizetype declared = qFromLittleEndian<quint32>(header) & kLongValueLengthMask;
     QByteArray value;
+    // libmdb copies the chunks into the column's bound buffer; bind it for this read only, so
+    // that fetching rows does not read every long value a first time.
+    mdbColumn->bind_ptr = column.buffer.get();
     size_t chunk = mdb_ole_read(mdb_, mdbColumn, header, mdb_->bind_size);
     while (chunk > 0 && value.size() < declared) {
         value.append(column.buffer.get(), qsizetype(chunk));
         chunk = mdb_ole_read_next(mdb_, mdbColumn, header);
     }
+    mdbColumn->bind_ptr = nullptr;
     value.truncate(declared);
     return value;
 }

@@ -11,8 +11,10 @@
 
 namespace mdbread {
 
-// The columns of a table bound to buffers, so that each fetched row can be handed to an SQLite
-// INSERT with one parameter per column, in column order.
+// The columns of a table read row by row and handed to an SQLite INSERT with one parameter per
+// column, in column order. Only text columns are bound to buffers (libmdb converts them to
+// UTF-8); every other value is read from the page where libmdb found it, so libmdb does not print
+// numbers and dates that would only be parsed again.
 class BoundRow {
   public:
     explicit BoundRow(MdbTableDef* table);
@@ -30,12 +32,15 @@ class BoundRow {
         ColumnPlan plan;
         std::unique_ptr<char[]> buffer;
         int length = 0;
+        bool bound = false;  // libmdb writes the value's text into buffer on every fetch
     };
 
     void bindColumn(sqlite3_stmt* statement, int index, const Column& column) const;
     void bindFixed(sqlite3_stmt* statement, int index, const Column& column) const;
     // index counts from 1, as SQLite parameters do
     bool isTextNull(int index) const;
+    bool hasEmptyText() const;
+    void readNullFlags();
     QByteArray longValue(const Column& column) const;
     QByteArray memoText(const Column& column) const;
 

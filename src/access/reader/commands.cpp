@@ -21,13 +21,19 @@ void reportProgress(const QString& table, long rows) {
     std::fflush(stdout);
 }
 
-// Whole-number columns named like keys ("AlbumID") get an index, so the statements that join the
-// copied tables need not build one each time they run.
-void indexKeyColumns(const QString& table, const QList<accessfile::ColumnSpec>& columns,
-                     SqliteOut& out) {
+// A table's own key, the whole-number column named after it ("AlbumID" of "Album"), gets an
+// index: joins look rows up by it, and without one SQLite builds a covering index of the whole
+// table on every join. Columns that refer to other tables get none; a join that needs one
+// builds it itself, which costs less than indexing every reference on every copy.
+bool isOwnKey(const QString& table, const accessfile::ColumnSpec& column) {
+    return column.name.compare(table + QLatin1String("ID"), Qt::CaseInsensitive) == 0 &&
+           column.declaredType.contains(QLatin1String("INT"), Qt::CaseInsensitive);
+}
+
+void indexOwnKey(const QString& table, const QList<accessfile::ColumnSpec>& columns,
+                 SqliteOut& out) {
     for (const accessfile::ColumnSpec& column : columns) {
-        if (column.name.endsWith(QLatin1String("ID"), Qt::CaseInsensitive) &&
-            column.declaredType.contains(QLatin1String("INT"), Qt::CaseInsensitive)) {
+        if (isOwnKey(table, column)) {
             out.execute(
                 QStringLiteral("CREATE INDEX IF NOT EXISTS %1 ON %2 (%3)")
                     .arg(accessfile::quotedIdentifier(table + QLatin1Char('_') + column.name),
@@ -53,7 +59,7 @@ void copyTable(const MdbFile& file, MdbCatalogEntry* entry, const QString& targe
             reportProgress(target, rows);
     }
     reportProgress(target, rows);
-    indexKeyColumns(target, columns, out);
+    indexOwnKey(target, columns, out);
 }
 
 }  // namespace
