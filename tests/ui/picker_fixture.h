@@ -46,7 +46,7 @@ class PickerWindowTest : public OverviewFixture {
     void doubleClickRow(QAbstractItemView* grid, int row);
     void doubleClickSource(const QString& title);
     // Answers the next track lookup through its buttons ("btnOK" or "btnCancel"), after
-    // inspect has looked at it. False when no lookup was shown.
+    // inspect has looked at it; lookupShown() tells afterwards whether one was shown.
     void answerLookupWith(const QString& buttonName,
                           std::function<void(ui::TrackLookupWindow&)> inspect = {});
     bool lookupShown() const { return lookupShown_; }
