@@ -104,19 +104,22 @@ void ensureTrackLookupIndex(engine::Database& database) {
     }
 }
 
+QString trackLookupStatement(const QString& performer, const QString& title) {
+    return QStringLiteral("SELECT Compilation.*, CompilationTrack.* ") +
+           QStringLiteral("FROM   Compilation LEFT JOIN CompilationTrack ON ") +
+           QStringLiteral(
+               "       Compilation.CompilationID_P = CompilationTrack.CompilationID_F1 ") +
+           QStringLiteral(" WHERE Track_Artist_Name='") +
+           query::escapeSql(QStringLiteral("AVOID"), performer) +
+           QStringLiteral("' AND Track_Title='") +
+           query::escapeSql(QStringLiteral("AVOID"), title) + QStringLiteral("' ") +
+           QStringLiteral(" ORDER BY Compilation.Name, CompilationTrack.TrackNo ");
+}
+
 engine::Recordset findTrackOnCompilations(engine::Database& database, const QString& performer,
                                           const QString& title) {
     ensureTrackLookupIndex(database);
-    const QString sql =
-        QStringLiteral("SELECT Compilation.*, CompilationTrack.* ") +
-        QStringLiteral("FROM   Compilation LEFT JOIN CompilationTrack ON ") +
-        QStringLiteral("       Compilation.CompilationID_P = CompilationTrack.CompilationID_F1 ") +
-        QStringLiteral(" WHERE Track_Artist_Name='") +
-        query::escapeSql(QStringLiteral("AVOID"), performer) +
-        QStringLiteral("' AND Track_Title='") + query::escapeSql(QStringLiteral("AVOID"), title) +
-        QStringLiteral("' ") +
-        QStringLiteral(" ORDER BY Compilation.Name, CompilationTrack.TrackNo ");
-    return database.openRecordset(sql);
+    return database.openRecordset(trackLookupStatement(performer, title));
 }
 
 SourceTrack sourceTrackAt(const engine::Recordset& tempSource) {

@@ -21,6 +21,8 @@ namespace assembly {
 // the lookup's index first when the database may be written and has none.
 engine::Recordset findTrackOnCompilations(engine::Database& database, const QString& performer,
                                           const QString& title);
+// The statement findTrackOnCompilations opens, for a data control that shows the same rows.
+QString trackLookupStatement(const QString& performer, const QString& title);
 
 // Creates the index the lookup searches CompilationTrack by, unless the file has it or may not
 // be written (the lookup then still works, by a full scan).

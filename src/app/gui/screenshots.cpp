@@ -8,11 +8,18 @@
 #include <QTextStream>
 
 #include <QHeaderView>
+
+#include "assembly/track_picker.h"
 #include "demo/demo_collection.h"
+#include "engine/recordset.h"
 #include "platform/scripted_dialogs.h"
+#include "store/album_source.h"
 #include "ui/controls/data_grid.h"
+#include "ui/windows/compilation_browser_window.h"
+#include "ui/windows/get_songs_window.h"
 #include "ui/windows/help_window.h"
 #include "ui/windows/overview_window.h"
+#include "ui/windows/track_lookup_window.h"
 
 namespace app {
 
@@ -34,6 +41,57 @@ bool messageBox(const QString& folder) {
     return save(&box, folder, QStringLiteral("message-box"));
 }
 
+// Fills the compilation with album tracks until its time no longer fits on the medium.
+qint64 overfill(shell::AppState& state, qint64 compilationId) {
+    engine::Recordset source = state.database.openRecordset(QStringLiteral("TempSource"));
+    for (; !source.eof(); source.moveNext()) {
+        const assembly::AddResult added =
+            assembly::addTrack(state.database, compilationId, assembly::sourceTrackAt(source), {});
+        engine::Recordset length = state.database.openRecordset(
+            QStringLiteral("SELECT C_Length FROM Compilation WHERE CompilationID_P=") +
+            QString::number(compilationId));
+        if (assembly::exceedsMedium(added.sums.totalTime, length.value(0).toInt(),
+                                    added.sums.trackCount)) {
+            break;
+        }
+    }
+    return compilationId;
+}
+
+// The picker with a red time, the lookup of one of its tracks, and the browser.
+bool pickerWindows(ui::OverviewWindow& window, platform::ScriptedDialogs& dialogs,
+                   const QString& albums, const QString& folder) {
+    store::EditorConnection connection;
+    connection.isSaved = true;
+    dialogs.answerFile(albums);
+    store::connectAlbumDatabase(window.state().database, dialogs, window.state().album, connection);
+    store::buildTempSource(window.state().database, window.state().album);
+    const qint64 id = overfill(
+        window.state(), window.compilations()->recordset().value("CompilationID_P").toLongLong());
+    window.session().announceTracksChanged(id);
+    bool ok = true;
+    QWidget editor;
+    auto* picker =
+        new ui::GetSongsWindow(window.session(), window.windowRegistry(), dialogs, id, &editor);
+    picker->show();
+    QApplication::processEvents();
+    picker->targetGrid()->scrollToBottom();
+    ok &= save(picker, folder, QStringLiteral("picker-time-red"));
+    engine::Recordset track = picker->targetGrid()->dataControl()->recordset().clone();
+    track.moveFirst();
+    {
+        ui::TrackLookupWindow lookup(window.state().database,
+                                     track.value("Track_Artist_Name").toString(),
+                                     track.value("Track_Title").toString(), true, picker);
+        ok &= save(&lookup, folder, QStringLiteral("track-lookup"));
+    }
+    picker->close();
+    auto* browser = new ui::CompilationBrowserWindow(window, dialogs);
+    ok &= save(browser, folder, QStringLiteral("compilation-browser"));
+    browser->close();
+    return ok;
+}
+
 }  // namespace
 
 int writeScreenshots(const QString& folder) {
@@ -42,6 +100,8 @@ int writeScreenshots(const QString& folder) {
     const QString compilations = work.filePath(QStringLiteral("demo.mdb"));
     demo::writeDemo(compilations, work.filePath(QStringLiteral("albums.mdb")));
 
+    // Connecting an album database remembers its folder: here in the work folder only.
+    qputenv("XDG_CONFIG_HOME", work.filePath(QStringLiteral("config")).toUtf8());
     platform::ScriptedDialogs dialogs;
     bool ok = true;
     {
@@ -51,6 +111,7 @@ int writeScreenshots(const QString& folder) {
         ok &= save(&window, folder, QStringLiteral("overview-database-open"));
         window.grid()->horizontalHeader()->sectionClicked(1);
         ok &= save(&window, folder, QStringLiteral("overview-find-storage"));
+        ok &= pickerWindows(window, dialogs, work.filePath(QStringLiteral("albums.mdb")), folder);
         ui::HelpWindow help;
         help.showContents();
         ok &= save(&help, folder, QStringLiteral("help"));

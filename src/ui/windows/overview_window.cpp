@@ -4,11 +4,8 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QGridLayout>
-#include <QGuiApplication>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QStackedWidget>
 
 #include "engine/jet_error.h"
@@ -25,22 +22,12 @@
 #include "ui/controls/data_grid.h"
 #include "ui/controls/main_toolbar.h"
 #include "ui/controls/panel_status_bar.h"
+#include "ui/windows/compilation_browser_window.h"
+#include "ui/windows/goto_controls.h"
 #include "ui/windows/help_window.h"
+#include "ui/windows/screen_colours.h"
 
 namespace ui {
-
-namespace {
-
-const QStringList kFindCaptions{"Find &First", "Find &Prev.", "Find &Next", "Find &Last"};
-const QStringList kMoveCaptions{"Fi&rst", "Pre&vious", "Ne&xt", "L&ast"};
-
-QPushButton* makeButton(const QString& caption, const QString& name, QWidget* parent) {
-    auto* button = new QPushButton(caption, parent);
-    button->setObjectName(name);
-    return button;
-}
-
-}  // namespace
 
 OverviewWindow::OverviewWindow(platform::Dialogs& dialogs, QWidget* parent)
     : QMainWindow(parent), dialogs_(dialogs), windows_(session_), compilations_(this) {
@@ -137,11 +124,7 @@ QWidget* OverviewWindow::buildSidePanel() {
     gotoLabel_ = new QLabel(QStringLiteral("Nothing assigned to cmbGotoCompilation"), panel);
     gotoLabel_->setObjectName(QStringLiteral("lblGotoCompilation"));
     gotoLabel_->setWordWrap(true);
-    gotoList_ = new QComboBox(panel);
-    gotoList_->setObjectName(QStringLiteral("cmbGotoCompilation"));
-    gotoList_->setEditable(true);
-    gotoList_->setInsertPolicy(QComboBox::NoInsert);
-    gotoList_->setMaxVisibleItems(20);
+    gotoList_ = makeGotoList(QStringLiteral("cmbGotoCompilation"), panel);
     gotoList_->installEventFilter(this);
     gotoLabel_->setBuddy(gotoList_);
     comparisonList_ = new QComboBox(panel);
@@ -277,14 +260,7 @@ void OverviewWindow::setToolbarState() {
 void OverviewWindow::refillGotoList() {
     const query::GotoLists lists =
         query::fillCompilationGotoList(state().database, state().gotoField, state().inputHint);
-    comparisonList_->clear();
-    comparisonList_->addItems(lists.comparisons);
-    comparisonList_->setCurrentText(lists.comparisonPreset);
-    gotoList_->clear();
-    gotoList_->addItems(lists.entries);
-    gotoList_->setToolTip(lists.tooltip);
-    gotoList_->setCurrentIndex(-1);
-    gotoList_->setEditText(QString());
+    showGotoLists(lists, *gotoList_, *comparisonList_);
     state().gotoCountCompilation = lists.count;
 }
 
@@ -330,7 +306,14 @@ void OverviewWindow::onGridDoubleClicked() {
         dialogs_.exclamation(QStringLiteral("No compilation available."));
         return;
     }
-    dialogs_.information(QStringLiteral("The compilation browser is not available yet."));
+    setBusy(true);
+    try {
+        (new CompilationBrowserWindow(*this, dialogs_))->show();
+    } catch (const engine::JetError& error) {
+        dialogs_.exclamation(error.description());
+    }
+    repaint();
+    setBusy(false);
 }
 
 void OverviewWindow::findClicked(int index) {
@@ -354,12 +337,9 @@ void OverviewWindow::moveClicked(int index) {
 
 bool OverviewWindow::eventFilter(QObject* watched, QEvent* event) {
     // Enter in the goto list finds the first match, as "Find First" would.
-    if (watched == gotoList_ && event->type() == QEvent::KeyPress) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
-            findButtons_[0]->click();
-            return true;
-        }
+    if (watched == gotoList_ && isEnterPress(event)) {
+        findButtons_[0]->click();
+        return true;
     }
     return QMainWindow::eventFilter(watched, event);
 }
@@ -464,9 +444,7 @@ void OverviewWindow::showHelp() {
 }
 
 double OverviewWindow::colourCount() const {
-    const QScreen* screen =
-        this->screen() != nullptr ? this->screen() : QGuiApplication::primaryScreen();
-    return shell::colourCount(screen != nullptr ? screen->depth() : 24);
+    return screenColourCount(*this);
 }
 
 void OverviewWindow::closeEvent(QCloseEvent* event) {

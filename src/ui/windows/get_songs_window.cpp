@@ -1,0 +1,380 @@
+#include "ui/windows/get_songs_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSplitter>
+
+#include "assembly/track_picker.h"
+#include "engine/jet_error.h"
+#include "platform/dialogs.h"
+#include "query/goto_find.h"
+#include "query/goto_lists.h"
+#include "query/time_text.h"
+#include "shell/navigation.h"
+#include "shell/session.h"
+#include "store/album_source.h"
+#include "store/compilation_queries.h"
+#include "ui/controls/data_grid.h"
+#include "ui/windows/goto_controls.h"
+#include "ui/windows/screen_colours.h"
+#include "ui/windows/track_lookup_window.h"
+#include "ui/windows/window_registry.h"
+
+namespace ui {
+
+namespace {
+
+// 0xBBGGRR, as the colour values are kept.
+QColor fromBgr(quint32 value) {
+    return QColor(int(value & 0xff), int((value >> 8) & 0xff), int((value >> 16) & 0xff));
+}
+
+QLineEdit* counterBox(const QString& name, QWidget* parent) {
+    auto* box = new QLineEdit(parent);
+    box->setObjectName(name);
+    box->setReadOnly(true);
+    box->setFocusPolicy(Qt::NoFocus);
+    return box;
+}
+
+// Runs one step of the window's loading: a step that fails leaves its control empty and the
+// loading goes on.
+template <typename Step>
+void loadStep(Step step) {
+    try {
+        step();
+    } catch (const engine::JetError&) {
+    }
+}
+
+}  // namespace
+
+GetSongsWindow::GetSongsWindow(shell::Session& session, WindowRegistry& registry,
+                               platform::Dialogs& dialogs, qint64 compilationId, QWidget* owner)
+    : QWidget(owner, Qt::Window),
+      session_(session),
+      dialogs_(dialogs),
+      compilationId_(compilationId),
+      owner_(owner),
+      sourceRows_(this),
+      targetRows_(this) {
+    setObjectName(QStringLiteral("frmGetSongs"));
+    setWindowTitle(QStringLiteral("Get Tracks"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    sourceRows_.setObjectName(QStringLiteral("datSource"));
+    targetRows_.setObjectName(QStringLiteral("datCompilation01"));
+    shell::followDatabaseClosing(sourceRows_, session_);
+    shell::followTracks(targetRows_, session_, [this] { return compilationId_; });
+    for (auto signal : {&shell::Session::tracksChanged, &shell::Session::compilationChanged}) {
+        connect(&session_, signal, this, &GetSongsWindow::followCompilation);
+    }
+    buildControls();
+    resize(1100, 720);
+    registry.add(this);
+    load();
+}
+
+void GetSongsWindow::buildControls() {
+    auto* layout = new QGridLayout(this);
+    source_ = new DataGrid(this);
+    source_->setObjectName(QStringLiteral("grd6Source"));
+    source_->setColumns(*store::gridColumns(QStringLiteral("get_source")));
+    source_->setDataControl(&sourceRows_);
+    target_ = new DataGrid(this);
+    target_->setObjectName(QStringLiteral("grd6Target"));
+    target_->setColumns(*store::gridColumns(QStringLiteral("get_target")));
+    target_->setDataControl(&targetRows_);
+    target_->installEventFilter(this);
+    connect(source_, &DataGrid::doubleClicked, this, &GetSongsWindow::addTrack);
+    connect(source_, &DataGrid::clicked, this, [this] { toggleSplitState(*source_); });
+    connect(source_, &DataGrid::headerClicked, this, [this](int column) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        useGotoColumn(column);
+        QApplication::restoreOverrideCursor();
+    });
+    connect(source_, &DataGrid::rowChanged, this, &GetSongsWindow::showSourcePosition);
+    connect(target_, &DataGrid::doubleClicked, this, &GetSongsWindow::removeTrack);
+    connect(target_, &DataGrid::clicked, this, [this] { toggleSplitState(*target_); });
+    auto* grids = new QSplitter(Qt::Vertical, this);
+    grids->addWidget(target_);
+    grids->addWidget(source_);
+    grids->setStretchFactor(0, 2);
+    grids->setStretchFactor(1, 3);
+    layout->addWidget(buildCounters(), 0, 0);
+    layout->addWidget(grids, 1, 0);
+    layout->addWidget(buildSidePanel(), 0, 1, 2, 1);
+    layout->setColumnStretch(0, 1);
+}
+
+QWidget* GetSongsWindow::buildCounters() {
+    auto* frame = new QGroupBox(this);
+    frame->setObjectName(QStringLiteral("Frame1"));
+    auto* layout = new QHBoxLayout(frame);
+    name_ = counterBox(QStringLiteral("txtCompilationName"), frame);
+    trackCount_ = counterBox(QStringLiteral("txtTrackCount"), frame);
+    timeCount_ = counterBox(QStringLiteral("txtTimeCount"), frame);
+    trackCount_->setAlignment(Qt::AlignRight);
+    timeCount_->setAlignment(Qt::AlignCenter);
+    trackCount_->setFixedWidth(60);
+    timeCount_->setFixedWidth(90);
+    QFont bold = timeCount_->font();
+    bold.setBold(true);
+    timeCount_->setFont(bold);
+    layout->addWidget(new QLabel(QStringLiteral("Compilation:"), frame));
+    layout->addWidget(name_, 1);
+    layout->addWidget(new QLabel(QStringLiteral("Tracks:"), frame));
+    layout->addWidget(trackCount_);
+    layout->addWidget(new QLabel(QStringLiteral("Time:"), frame));
+    layout->addWidget(timeCount_);
+    return frame;
+}
+
+QWidget* GetSongsWindow::buildSidePanel() {
+    auto* panel = new QWidget(this);
+    panel->setFixedWidth(210);
+    auto* layout = new QGridLayout(panel);
+    gotoLabel_ = new QLabel(QStringLiteral("Nothing assigned to cmbGotoSourceSong"), panel);
+    gotoLabel_->setObjectName(QStringLiteral("lblGotoSourceSong"));
+    gotoLabel_->setWordWrap(true);
+    gotoList_ = makeGotoList(QStringLiteral("cmbGotoSourceSong"), panel);
+    gotoList_->installEventFilter(this);
+    gotoLabel_->setBuddy(gotoList_);
+    comparisonList_ = new QComboBox(panel);
+    comparisonList_->setObjectName(QStringLiteral("cmbComparisonSourceSong"));
+    layout->addWidget(gotoLabel_, 0, 0, 1, 2);
+    layout->addWidget(gotoList_, 1, 0, 1, 2);
+    layout->addWidget(comparisonList_, 2, 0, 1, 2);
+    for (int i = 0; i < 4; ++i) {
+        findButtons_[i] =
+            makeButton(kFindCaptions[i], QStringLiteral("btnFindS%1").arg(i + 1), panel);
+        connect(findButtons_[i], &QPushButton::clicked, this, [this, i] { findClicked(i + 1); });
+        layout->addWidget(findButtons_[i], 3 + i / 2, i % 2);
+    }
+    position_ = new QLabel(panel);
+    position_->setObjectName(QStringLiteral("digNumberPassed"));
+    position_->setAlignment(Qt::AlignCenter);
+    position_->setFrameShape(QFrame::StyledPanel);
+    QFont digits(QStringLiteral("Monospace"));
+    digits.setStyleHint(QFont::Monospace);
+    digits.setPointSize(14);
+    digits.setBold(true);
+    position_->setFont(digits);
+    layout->addWidget(position_, 5, 0, 1, 2);
+    layout->setRowMinimumHeight(6, 16);
+    const struct {
+        const char* caption;
+        const char* name;
+        const char* what;
+    } tools[] = {{"F&ilter", "btnFilter", "Filtering"},
+                 {"&Sort", "btnSort", "Sorting"},
+                 {"Navigate", "btnNavigation", "The performer navigator"},
+                 {"&Rearrange", "btnReArrange", "Rearranging"}};
+    int row = 7;
+    for (const auto& tool : tools) {
+        QPushButton* button =
+            makeButton(QString::fromLatin1(tool.caption), QString::fromLatin1(tool.name), panel);
+        const QString what = QString::fromLatin1(tool.what);
+        connect(button, &QPushButton::clicked, this, [this, what] { notYetAvailable(what); });
+        layout->addWidget(button, row++, 0, 1, 2);
+        if (button->objectName() == QLatin1String("btnReArrange")) {
+            rearrange_ = button;
+        }
+    }
+    layout->setRowStretch(row, 1);
+    return panel;
+}
+
+// The loading sequence; every step that fails is skipped and the next one runs.
+void GetSongsWindow::load() {
+    if (owner_ != nullptr) {
+        setGeometry(shell::alignedWith(geometry(), owner_->geometry()));
+    }
+    loadStep([this] { bindSource(); });
+    loadStep([this] { readCompilation(); });
+    loadStep([this] { bindTarget(); });
+    loadStep([this] { useGotoColumn(0); });
+    const double colours = screenColourCount(*this);
+    setGridLayout(*source_, QStringLiteral("get_source"), colours);
+    setGridLayout(*target_, QStringLiteral("get_target"), colours);
+    setColor();
+    position_->setStyleSheet(
+        QStringLiteral("color: %1")
+            .arg(fromBgr(assembly::positionDisplayColour(qint64(colours))).name()));
+    if (owner_ != nullptr) {
+        owner_->hide();
+    }
+    activateRearrange();
+    showSourcePosition();
+}
+
+void GetSongsWindow::bindSource() {
+    shell::AppState& state = session_.state();
+    store::buildTempSource(state.database, state.album);
+    sourceRows_.setDatabase(state.database);
+    sourceRows_.setDatabaseName(state.databasePath);
+    sourceRows_.setRecordSource(QStringLiteral("TempSource"));
+    sourceRows_.refresh();
+}
+
+void GetSongsWindow::bindTarget() {
+    targetRows_.setDatabase(session_.database());
+    targetRows_.setDatabaseName(session_.state().databasePath);
+    targetRows_.setRecordSource(
+        store::standardStatement(QStringLiteral("compilationtrack"), compilationId_));
+    targetRows_.refresh();
+}
+
+void GetSongsWindow::readCompilation() {
+    engine::Recordset row = session_.database().openRecordset(
+        QStringLiteral("SELECT Name, SumTrack, SumTime, C_Length FROM Compilation "
+                       "WHERE CompilationID_P=") +
+            QString::number(compilationId_),
+        engine::RecordsetType::Snapshot);
+    if (row.recordCount() == 0) {
+        throw engine::JetError(engine::jet::kNoCurrentRecord, QStringLiteral("No current record."));
+    }
+    shown_ = Shown{row.value(0).toString(), row.value(1).toInt(), row.value(2).toLongLong(),
+                   row.value(3).toInt()};
+    showCompilation();
+}
+
+void GetSongsWindow::showCompilation() {
+    name_->setText(shown_.name);
+    trackCount_->setText(QString::number(shown_.trackCount));
+    timeCount_->setText(query::formatTime(double(shown_.totalTime)));
+}
+
+// Red when the time no longer fits on the medium, else green.
+void GetSongsWindow::setColor() {
+    const quint32 colour =
+        assembly::timeColour(shown_.totalTime, shown_.lengthMinutes, shown_.trackCount);
+    QPalette palette = timeCount_->palette();
+    palette.setColor(QPalette::Text, fromBgr(colour));
+    timeCount_->setPalette(palette);
+}
+
+void GetSongsWindow::activateRearrange() {
+    rearrange_->setEnabled(assembly::rearrangeEnabled(trackCount_->text().toInt()));
+}
+
+// The compilation's tracks or values changed (here or elsewhere): the counters follow.
+void GetSongsWindow::followCompilation(qint64 id) {
+    if (id != compilationId_) {
+        return;
+    }
+    loadStep([this] { readCompilation(); });
+    setColor();
+    activateRearrange();
+}
+
+void GetSongsWindow::useGotoColumn(int column) {
+    if (column < 0 || column >= source_->columnCount()) {
+        return;
+    }
+    shell::AppState& state = session_.state();
+    state.sourceGotoField = query::gotoFieldForColumn(source_->columnDataField(column));
+    showGotoLists(query::fillSourceGotoList(state.database, state.sourceGotoField,
+                                            state.filterClause, state.inputHint),
+                  *gotoList_, *comparisonList_);
+    gotoLabel_->setText(QStringLiteral("Find ") + source_->columnCaption(column) +
+                        QLatin1Char(':'));
+}
+
+void GetSongsWindow::showSourcePosition() {
+    const int position =
+        sourceRows_.hasRecordset() ? sourceRows_.recordset().absolutePosition() : -1;
+    position_->setText(assembly::sourcePositionText(position, session_.state().album.passedCount));
+}
+
+void GetSongsWindow::addTrack() {
+    if (!sourceRows_.hasRecordset() || sourceRows_.recordset().absolutePosition() < 0) {
+        return;
+    }
+    try {
+        const assembly::SourceTrack track = assembly::sourceTrackAt(sourceRows_.recordset());
+        const assembly::AddResult result =
+            assembly::addTrack(session_.database(), compilationId_, track, [&](engine::Recordset&) {
+                return confirmRecorded(track.performerTrack.toString(),
+                                       track.titleTrack.toString());
+            });
+        if (result.added) {
+            session_.announceTracksChanged(compilationId_);
+            target_->scrollToBottom();
+        }
+    } catch (const engine::JetError& error) {
+        dialogs_.exclamation(error.description());
+        return;
+    }
+    toggleSplitState(*source_);
+}
+
+// The lookup of the compilations that hold the track already: only its OK adds the track.
+bool GetSongsWindow::confirmRecorded(const QString& performer, const QString& title) {
+    TrackLookupWindow lookup(session_.database(), performer, title, true, this);
+    return lookup.exec() == QDialog::Accepted && !lookup.addCancelled();
+}
+
+void GetSongsWindow::removeTrack() {
+    if (!targetRows_.hasRecordset() || targetRows_.recordset().absolutePosition() < 0) {
+        return;
+    }
+    const platform::MessageAnswer answer =
+        dialogs_.message({platform::kAppTitle, QStringLiteral("Delete track. Are you sure?"),
+                          platform::MessageIcon::Question, platform::MessageButtons::OkCancel,
+                          platform::MessageAnswer::Ok});
+    if (answer == platform::MessageAnswer::Ok) {
+        try {
+            const int trackNo = targetRows_.recordset().value(QStringLiteral("TrackNo")).toInt();
+            assembly::removeTrack(session_.database(), compilationId_, trackNo);
+            session_.announceTracksChanged(compilationId_);
+        } catch (const engine::JetError& error) {
+            dialogs_.exclamation(error.description());
+        }
+    }
+    toggleSplitState(*target_);
+}
+
+void GetSongsWindow::findClicked(int index) {
+    if (!sourceRows_.hasRecordset()) {
+        return;
+    }
+    QString value = gotoList_->currentText();
+    query::findInGotoList(index, comparisonList_->currentText(), value, sourceRows_.recordset(),
+                          session_.state().sourceGotoField, dialogs_);
+    gotoList_->setEditText(value);
+    sourceRows_.notifyCurrentChanged();
+}
+
+void GetSongsWindow::notYetAvailable(const QString& what) {
+    dialogs_.information(what + QStringLiteral(" is not yet available."));
+}
+
+bool GetSongsWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == gotoList_ && isEnterPress(event)) {
+        findButtons_[0]->click();
+        return true;
+    }
+    if (watched == target_ && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Delete) {
+        removeTrack();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void GetSongsWindow::closeEvent(QCloseEvent* event) {
+    if (owner_ != nullptr) {
+        owner_->show();
+    }
+    event->accept();
+}
+
+}  // namespace ui

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <array>
+
+#include "store/data_control.h"
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace platform {
+class Dialogs;
+}
+namespace shell {
+class Session;
+}
+
+namespace ui {
+
+class DataGrid;
+class WindowRegistry;
+
+// frmGetSongs, "Get Tracks": the album tracks (TempSource, built afresh at every opening) beside
+// the tracks of one compilation. A double click or Enter on a source row adds it at the end of
+// the compilation, asking first through the track lookup when the track is already recorded;
+// a double click or Delete on a target row removes it after a question. The track count and the
+// total time follow the database, the time red when it no longer fits on the medium. The window
+// that opened it (the editor) is hidden while it is open and shown again when it closes.
+class GetSongsWindow : public QWidget {
+    Q_OBJECT
+  public:
+    GetSongsWindow(shell::Session& session, WindowRegistry& registry, platform::Dialogs& dialogs,
+                   qint64 compilationId, QWidget* owner);
+
+    qint64 compilationId() const { return compilationId_; }
+    DataGrid* sourceGrid() const { return source_; }
+    DataGrid* targetGrid() const { return target_; }
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    struct Shown {  // the compilation's row as the window shows it
+        QString name;
+        int trackCount = 0;
+        qint64 totalTime = 0;
+        int lengthMinutes = 0;
+    };
+
+    void buildControls();
+    QWidget* buildCounters();
+    QWidget* buildSidePanel();
+    void load();
+    void bindSource();
+    void bindTarget();
+    void readCompilation();
+    void showCompilation();
+    void setColor();
+    void activateRearrange();
+    void useGotoColumn(int column);
+    void showSourcePosition();
+    void addTrack();
+    void removeTrack();
+    bool confirmRecorded(const QString& performer, const QString& title);
+    void findClicked(int index);
+    void notYetAvailable(const QString& what);
+    void followCompilation(qint64 id);
+
+    shell::Session& session_;
+    platform::Dialogs& dialogs_;
+    const qint64 compilationId_;
+    QPointer<QWidget> owner_;
+    store::DataControl sourceRows_;  // datSource
+    store::DataControl targetRows_;  // datCompilation01
+    Shown shown_;
+    DataGrid* source_ = nullptr;
+    DataGrid* target_ = nullptr;
+    QLineEdit* name_ = nullptr;
+    QLineEdit* trackCount_ = nullptr;
+    QLineEdit* timeCount_ = nullptr;
+    QLabel* position_ = nullptr;
+    QLabel* gotoLabel_ = nullptr;
+    QComboBox* gotoList_ = nullptr;
+    QComboBox* comparisonList_ = nullptr;
+    std::array<QPushButton*, 4> findButtons_{};
+    QPushButton* rearrange_ = nullptr;
+};
+
+}  // namespace ui
