@@ -246,9 +246,8 @@ void EditCompilationWindow::load(std::optional<qint64> currentId) {
         // The controls keep what they show.
     }
     showValues();
-    if (mode_ == assembly::EditorMode::Add) {
-        setCoverControls();
-    }
+    // Activating the window sets the cover controls again, as tracks may have come meanwhile.
+    setCoverControls();
     showGetTracksState();
     resize(shell::twipsToPixels(kWidthTwips), sizeHint().height());
     if (opener_ != nullptr) {
