@@ -295,6 +295,30 @@ TEST_F(EditorWindow, ClosingTheDatabaseClosesTheEditorWithoutStoring) {
     EXPECT_EQ(stored("SELECT Name FROM Compilation WHERE CompilationID_P = 2"), "Mix");
 }
 
+TEST_F(EditorWindow, TheCaptionsAcceleratorsPressTheirButtons) {
+    open("ID_NewCompilation");
+    editor->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(editor));
+    // Shortcuts are looked up where the window system delivers keys, the window; a button's
+    // accelerator clicks it a moment later.
+    QTest::keyClick(editor->windowHandle(), Qt::Key_U, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !dialogs.messages().empty(); }, 2000));
+    EXPECT_EQ(lastMessage(), "Field 'Name': a value is requiered.");
+    const size_t asked = dialogs.fileRequests().size();
+    QTest::keyClick(editor->windowHandle(), Qt::Key_C, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return dialogs.fileRequests().size() > asked; }, 2000));
+    EXPECT_EQ(dialogs.fileRequests().back().title, "Connect to Album Database");
+
+    // Leaving the manufacturer list with a new name asks, once.
+    combo("tdbCmbMan")->setFocus();
+    QTest::keyClicks(combo("tdbCmbMan")->lineEdit(), "Leaver");
+    dialogs.answerMessage(platform::MessageAnswer::Yes);
+    QTest::keyClick(editor->windowHandle(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), text("txtStorage"));
+    EXPECT_EQ(lastMessage(), "Add 'Leaver' to the list of available manufacturer/brand names?");
+    EXPECT_EQ(stored("SELECT Count(*) FROM LstManufacturer WHERE Manufacturer_P = 'Leaver'"), "1");
+}
+
 TEST_F(EditorWindow, TabFollowsTheFieldsAndTheRequiredOnesAreMarked) {
     open("ID_EditCompilation", 1);
     QStringList chain;
