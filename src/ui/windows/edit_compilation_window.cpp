@@ -126,19 +126,23 @@ QWidget* EditCompilationWindow::buildFieldsFrame() {
     date_ = named(new QLineEdit(frame), QStringLiteral("TDBDateRecording"));
     date_->setInputMask(QStringLiteral("99.99.99;_"));
     notes_ = named(new QLineEdit(frame), QStringLiteral("txtNotes"));
-    const std::pair<const char*, QWidget*> rows[] = {
-        {"Name", name_},       {"Format", format_},
-        {"Length", length_},   {"Manufacturer", manufacturer_},
-        {"Storage", storage_}, {"Recording Date", date_},
-        {"Notes", notes_}};
-    const char* labelNames[] = {"lblCompilationName", "lblFormat", "lblLength", "lblManufacturer",
-                                "lblStorage",         "lblDate",   "lblNotes"};
-    for (int row = 0; row < 7; ++row) {
-        auto* label = named(new QLabel(QString::fromLatin1(rows[row].first), frame),
-                            QString::fromLatin1(labelNames[row]));
-        label->setBuddy(rows[row].second);
+    struct Field {
+        const char* caption;
+        const char* labelName;
+        QWidget* control;
+    };
+    const Field fields[] = {
+        {"Name", "lblCompilationName", name_}, {"Format", "lblFormat", format_},
+        {"Length", "lblLength", length_},      {"Manufacturer", "lblManufacturer", manufacturer_},
+        {"Storage", "lblStorage", storage_},   {"Recording Date", "lblDate", date_},
+        {"Notes", "lblNotes", notes_}};
+    int row = 0;
+    for (const Field& field : fields) {
+        auto* label = named(new QLabel(QString::fromLatin1(field.caption), frame),
+                            QString::fromLatin1(field.labelName));
+        label->setBuddy(field.control);
         grid->addWidget(label, row, 0);
-        grid->addWidget(rows[row].second, row, 1);
+        grid->addWidget(field.control, row++, 1);
     }
     updateButton_ =
         named(new QPushButton(QStringLiteral("&Update"), frame), QStringLiteral("btnUpdate"));
@@ -151,9 +155,13 @@ QWidget* EditCompilationWindow::buildFieldsFrame() {
         buttons->addWidget(button);
     }
     buttons->addStretch(1);
-    grid->addLayout(buttons, 0, 2, 7, 1);
+    grid->addLayout(buttons, 0, 2, row, 1);
     grid->setColumnStretch(1, 1);
+    connectFieldEvents();
+    return frame;
+}
 
+void EditCompilationWindow::connectFieldEvents() {
     connect(updateButton_, &QPushButton::clicked, this, &EditCompilationWindow::update);
     connect(connectButton_, &QPushButton::clicked, this, &EditCompilationWindow::connectAlbum);
     connect(getTracksButton_, &QPushButton::clicked, this, &EditCompilationWindow::getTracks);
@@ -168,7 +176,6 @@ QWidget* EditCompilationWindow::buildFieldsFrame() {
     // Leaving the list or pressing Enter with a name it lacks asks to add the name.
     connect(manufacturer_->lineEdit(), &QLineEdit::editingFinished, this,
             &EditCompilationWindow::offerManufacturer);
-    return frame;
 }
 
 QWidget* EditCompilationWindow::buildCoverFrame() {

@@ -65,6 +65,7 @@ class EditCompilationWindow : public QWidget {
   private:
     void buildControls();
     QWidget* buildFieldsFrame();
+    void connectFieldEvents();
     QWidget* buildCoverFrame();
     void setTabOrderOfFields();
     void fillValueLists();
