@@ -84,10 +84,17 @@ QStringList qtNameFilters(const QString& filter) {
     return filters;
 }
 
-platform::MessageAnswer QtDialogs::message(const platform::MessageRequest& request) {
-    QMessageBox box(iconOf(request.icon), request.title, request.text, buttonsOf(request.buttons),
-                    parent_);
+void setUpMessageBox(QMessageBox& box, const platform::MessageRequest& request) {
+    box.setIcon(iconOf(request.icon));
+    box.setWindowTitle(request.title);
+    box.setText(request.text);
+    box.setStandardButtons(buttonsOf(request.buttons));
     box.setDefaultButton(buttonOf(request.defaultAnswer));
+}
+
+platform::MessageAnswer QtDialogs::message(const platform::MessageRequest& request) {
+    QMessageBox box(parent_);
+    setUpMessageBox(box, request);
     return answerOf(box.exec());
 }
 

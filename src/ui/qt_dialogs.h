@@ -3,6 +3,8 @@
 #include <QPointer>
 #include <QWidget>
 
+class QMessageBox;
+
 #include "platform/dialogs.h"
 
 namespace ui {
@@ -22,6 +24,9 @@ class QtDialogs : public platform::Dialogs {
   private:
     QPointer<QWidget> parent_;
 };
+
+// A message box showing a request: icon, title, text, buttons and the default button.
+void setUpMessageBox(QMessageBox& box, const platform::MessageRequest& request);
 
 // "MS Access Files (*.mdb)|*.mdb" as Qt writes file filters: "MS Access Files (*.mdb)".
 QStringList qtNameFilters(const QString& filter);

@@ -2,6 +2,7 @@
 
 #include "picker_fixture.h"
 #include "ui/windows/compilation_browser_window.h"
+#include "ui/windows/edit_compilation_window.h"
 
 namespace {
 
@@ -76,15 +77,25 @@ TEST_F(BrowserWindow, TheLookupFromTheBrowserOnlyShows) {
     EXPECT_EQ(dialogs.messages().back().icon, platform::MessageIcon::Exclamation);
 }
 
-TEST_F(BrowserWindow, EditAndADoubleClickOnTheNameAskForTheEditor) {
+TEST_F(BrowserWindow, EditAndADoubleClickOnTheNameOpenTheEditorOnItsCompilation) {
     ui::CompilationBrowserWindow* browser = openBrowser(2);
     ASSERT_NE(browser, nullptr);
     QSignalSpy edits(browser, &ui::CompilationBrowserWindow::editRequested);
     browserButton(browser, "btnEdit")->click();
-    QTest::mouseDClick(browser->findChild<QLineEdit*>("txtCompilationName"), Qt::LeftButton);
-    EXPECT_EQ(edits.count(), 2);
     EXPECT_EQ(browser->property("tag").toString(), "EDIT");
     EXPECT_EQ(browser->compilationId(), 4);
+    QPointer<ui::EditCompilationWindow> editor = browser->findChild<ui::EditCompilationWindow*>();
+    ASSERT_FALSE(editor.isNull());
+    EXPECT_EQ(editor->findChild<QLineEdit*>("txtCompilationName")->text(), "Full");
+    EXPECT_FALSE(browser->isVisible()) << "the editor hides its opener";
+    editor->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(editor.isNull());
+    EXPECT_TRUE(browser->isVisible());
+
+    QTest::mouseDClick(browser->findChild<QLineEdit*>("txtCompilationName"), Qt::LeftButton);
+    EXPECT_EQ(edits.count(), 2);
+    EXPECT_NE(browser->findChild<ui::EditCompilationWindow*>(), nullptr);
 }
 
 TEST_F(BrowserWindow, ATrackAddedInThePickerShowsInTheBrowser) {

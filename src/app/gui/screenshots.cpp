@@ -9,13 +9,17 @@
 
 #include <QHeaderView>
 
+#include <QLineEdit>
+#include <QPushButton>
 #include "assembly/track_picker.h"
 #include "demo/demo_collection.h"
 #include "engine/recordset.h"
 #include "platform/scripted_dialogs.h"
 #include "store/album_source.h"
 #include "ui/controls/data_grid.h"
+#include "ui/qt_dialogs.h"
 #include "ui/windows/compilation_browser_window.h"
+#include "ui/windows/edit_compilation_window.h"
 #include "ui/windows/get_songs_window.h"
 #include "ui/windows/help_window.h"
 #include "ui/windows/overview_window.h"
@@ -31,6 +35,68 @@ bool save(QWidget* widget, const QString& folder, const QString& name) {
     const bool saved = widget->grab().save(QDir(folder).filePath(name + QStringLiteral(".png")));
     QTextStream(stdout) << (saved ? "wrote " : "could not write ") << name << ".png" << Qt::endl;
     return saved;
+}
+
+bool shownMessage(const platform::MessageRequest& request, const QString& folder,
+                  const QString& name) {
+    QMessageBox box;
+    ui::setUpMessageBox(box, request);
+    return save(&box, folder, name);
+}
+
+// The editor adding a compilation, one refused Update, and the editor on a filled compilation
+// with its composed cover.
+// Chooses a value list's entry as the user would.
+void choose(QWidget* editor, const QString& name, int index) {
+    auto* list = editor->findChild<QComboBox*>(name);
+    list->setCurrentIndex(index);
+    emit list->activated(index);
+}
+
+// Moves the main list to the first compilation with tracks.
+void moveToFilledCompilation(ui::OverviewWindow& window) {
+    engine::Recordset& rows = window.compilations()->recordset();
+    for (rows.moveFirst(); !rows.eof(); rows.moveNext()) {
+        if (rows.value(QStringLiteral("C_SumTrack")).toInt() > 0) {
+            return;
+        }
+    }
+    rows.moveFirst();
+}
+
+// The editor adding a compilation, an Update refused for a name in use, and the editor on a
+// compilation with tracks and its composed cover.
+bool editorPictures(ui::OverviewWindow& window, platform::ScriptedDialogs& dialogs,
+                    const QString& folder) {
+    window.runTool(QStringLiteral("ID_NewCompilation"));
+    auto* editor = window.findChild<ui::EditCompilationWindow*>();
+    if (editor == nullptr) {
+        return false;
+    }
+    bool ok = save(editor, folder, QStringLiteral("editor-add"));
+    editor->findChild<QLineEdit*>(QStringLiteral("txtCompilationName"))
+        ->setText(window.compilations()->recordset().value("C_Name").toString());
+    choose(editor, QStringLiteral("tdbCmbFmt"), 0);
+    choose(editor, QStringLiteral("tdbCmbLen"), 0);
+    editor->update();
+    ok &= !dialogs.messages().empty() &&
+          shownMessage(dialogs.messages().back(), folder, QStringLiteral("editor-message"));
+    editor->close();
+    delete editor;
+
+    moveToFilledCompilation(window);
+    window.runTool(QStringLiteral("ID_EditCompilation"));
+    editor = window.findChild<ui::EditCompilationWindow*>();
+    if (editor == nullptr) {
+        return false;
+    }
+    const bool cdRom = editor->editor().values.format.toLower() == QLatin1String("cd-rom");
+    editor->findChild<QPushButton*>(cdRom ? QStringLiteral("btnGet2") : QStringLiteral("btnGet1"))
+        ->click();
+    ok &= save(editor, folder, QStringLiteral("editor-edit"));
+    editor->close();
+    delete editor;
+    return ok;
 }
 
 bool messageBox(const QString& folder) {
@@ -112,6 +178,7 @@ int writeScreenshots(const QString& folder) {
         window.grid()->horizontalHeader()->sectionClicked(1);
         ok &= save(&window, folder, QStringLiteral("overview-find-storage"));
         ok &= pickerWindows(window, dialogs, work.filePath(QStringLiteral("albums.mdb")), folder);
+        ok &= editorPictures(window, dialogs, folder);
         ui::HelpWindow help;
         help.showContents();
         ok &= save(&help, folder, QStringLiteral("help"));

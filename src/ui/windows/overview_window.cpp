@@ -23,6 +23,7 @@
 #include "ui/controls/main_toolbar.h"
 #include "ui/controls/panel_status_bar.h"
 #include "ui/windows/compilation_browser_window.h"
+#include "ui/windows/edit_compilation_window.h"
 #include "ui/windows/goto_controls.h"
 #include "ui/windows/help_window.h"
 #include "ui/windows/screen_colours.h"
@@ -308,7 +309,12 @@ void OverviewWindow::onGridDoubleClicked() {
     }
     setBusy(true);
     try {
-        (new CompilationBrowserWindow(*this, dialogs_))->show();
+        auto* browser = new CompilationBrowserWindow(*this, dialogs_);
+        connect(browser, &CompilationBrowserWindow::editRequested, browser, [this, browser] {
+            openCompilationEditor(session_, dialogs_, browser, QStringLiteral("EDIT"),
+                                  browser->compilationId());
+        });
+        browser->show();
     } catch (const engine::JetError& error) {
         dialogs_.exclamation(error.description());
     }
@@ -428,8 +434,35 @@ void OverviewWindow::deleteCompilation() {
 }
 
 void OverviewWindow::openEditor(const QString& mode) {
-    setProperty("tag", mode);
-    dialogs_.information(QStringLiteral("The compilation editor is not available yet."));
+    std::optional<qint64> current;
+    if (compilations_.hasRecordset() && !compilations_.recordset().eof() &&
+        !compilations_.recordset().bof()) {
+        current = compilations_.recordset().value(QStringLiteral("CompilationID_P")).toLongLong();
+    }
+    setBusy(true);
+    openCompilationEditor(session_, dialogs_, this, mode, current);
+    setBusy(false);
+}
+
+void OverviewWindow::showEditorResult(std::optional<qint64> addedId) {
+    if (!session_.isOpen() || !compilations_.hasRecordset()) {
+        return;
+    }
+    try {
+        if (addedId) {
+            compilations_.recordset().findFirst(QStringLiteral("CompilationID_P=") +
+                                                QString::number(*addedId));
+            compilations_.notifyCurrentChanged();
+        }
+        state().gotoField = query::gotoFieldForColumn(grid_->columnDataField(0));
+        refillGotoList();
+        showListCount();
+        gotoLabel_->setText(QStringLiteral("Find Compilation Title:"));
+    } catch (const engine::JetError&) {
+        // The list keeps its rows; its goto list stays as it was.
+    }
+    setToolbarState();
+    showPosition();
 }
 
 void OverviewWindow::print() {

@@ -3,6 +3,7 @@
 #include <QMainWindow>
 #include <QPointer>
 #include <array>
+#include <optional>
 
 #include "shell/database_commands.h"
 #include "shell/session.h"
@@ -48,6 +49,9 @@ class OverviewWindow : public QMainWindow, private shell::CommandFeedback {
     void runTool(const QString& id);  // the toolbar's dispatch
     // The window's closing without its question (after Yes, or when the program ends).
     void unloadAll();
+    // The compilation editor closed: the list's goto field is its first column's again, and a
+    // compilation the editor added becomes the current row.
+    void showEditorResult(std::optional<qint64> addedId);
 
   protected:
     void closeEvent(QCloseEvent* event) override;
