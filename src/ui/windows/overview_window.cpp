@@ -122,30 +122,14 @@ QWidget* OverviewWindow::buildSidePanel() {
     auto* panel = new QWidget(this);
     panel->setFixedWidth(210);
     auto* layout = new QGridLayout(panel);
-    gotoLabel_ = new QLabel(QStringLiteral("Nothing assigned to cmbGotoCompilation"), panel);
-    gotoLabel_->setObjectName(QStringLiteral("lblGotoCompilation"));
-    gotoLabel_->setWordWrap(true);
-    gotoList_ = makeGotoList(QStringLiteral("cmbGotoCompilation"), panel);
-    gotoList_->installEventFilter(this);
-    gotoLabel_->setBuddy(gotoList_);
-    comparisonList_ = new QComboBox(panel);
-    comparisonList_->setObjectName(QStringLiteral("cmbComparisonCompilation"));
-    layout->addWidget(gotoLabel_, 0, 0, 1, 2);
-    layout->addWidget(gotoList_, 1, 0, 1, 2);
-    layout->addWidget(comparisonList_, 2, 0, 1, 2);
-    for (int i = 0; i < 4; ++i) {
-        findButtons_[i] =
-            makeButton(kFindCaptions[i], QStringLiteral("btnFindC%1").arg(i + 1), panel);
-        connect(findButtons_[i], &QPushButton::clicked, this, [this, i] { findClicked(i + 1); });
-        layout->addWidget(findButtons_[i], 3 + i / 2, i % 2);
-    }
-    layout->setRowMinimumHeight(5, 24);
-    for (int i = 0; i < 4; ++i) {
-        moveButtons_[i] =
-            makeButton(kMoveCaptions[i], QStringLiteral("btnMoveC%1").arg(i + 1), panel);
-        connect(moveButtons_[i], &QPushButton::clicked, this, [this, i] { moveClicked(i + 1); });
-        layout->addWidget(moveButtons_[i], 6 + i / 2, i % 2);
-    }
+    const CompilationFindControls controls = addCompilationFindControls(
+        panel, layout, this, [this](int index) { findClicked(index); },
+        [this](int index) { moveClicked(index); });
+    gotoLabel_ = controls.gotoLabel;
+    gotoList_ = controls.gotoList;
+    comparisonList_ = controls.comparisonList;
+    findButtons_ = controls.findButtons;
+    moveButtons_ = controls.moveButtons;
     position_ = new QLabel(panel);
     position_->setObjectName(QStringLiteral("digActualGridPos"));
     position_->setAlignment(Qt::AlignCenter);
