@@ -125,25 +125,28 @@ void timePhases(engine::Database& database, const QString& albumFile, bool withR
         });
         out << "phase link " << table << ' ' << s << Qt::endl;
     }
-    out << "phase select-into "
-        << secondsOf([&] { database.execute(store::tempSourceStatement(withRating)); }) << Qt::endl;
+    out << "phase shape "
+        << secondsOf([&] { database.execute(store::tempSourceShapeStatement(withRating)); })
+        << Qt::endl;
     out << "phase add-fields " << secondsOf([&] {
         database.appendField(QStringLiteral("TempSource"),
                              {QStringLiteral("MyRecorded"), engine::FieldType::Integer, 0});
+        if (!withRating)
+            database.appendField(QStringLiteral("TempSource"),
+                                 {QStringLiteral("RatingTrack"), engine::FieldType::Text, 50});
     }) << Qt::endl;
-    out << "phase update "
-        << secondsOf([&] { database.execute(store::tempSourceFixUpStatement()); }) << Qt::endl;
+    out << "phase fill "
+        << secondsOf([&] { database.execute(store::tempSourceFillStatement(withRating)); })
+        << Qt::endl;
     out << "phase count " << secondsOf([&] {
         database.openRecordset(QStringLiteral("SELECT Count(*) AS N FROM TempSource"),
                                engine::RecordsetType::Snapshot);
     }) << Qt::endl;
-    // The same rows without their order: what the text sort adds to the SELECT INTO.
-    QString unsorted = store::tempSourceStatement(withRating);
+    // The same rows without their order: what the text sort adds to the fill.
+    QString unsorted = store::tempSourceFillStatement(withRating);
     unsorted.truncate(unsorted.indexOf(QStringLiteral("ORDER BY")));
-    unsorted.replace(QStringLiteral("INTO   TempSource"), QStringLiteral("INTO   Unsorted"));
-    out << "phase (select-into-unsorted) " << secondsOf([&] { database.execute(unsorted); })
-        << Qt::endl;
-    database.deleteTable(QStringLiteral("Unsorted"));
+    database.execute(QStringLiteral("DELETE FROM TempSource"));
+    out << "phase (fill-unsorted) " << secondsOf([&] { database.execute(unsorted); }) << Qt::endl;
 }
 
 }  // namespace

@@ -27,10 +27,11 @@ struct FieldInfo {
 using Bookmark = qint64;
 
 // The rows of one statement with a current position, as a data control or code moves through
-// them. Rows are read once into a temporary table of the connection, so a large record set costs
-// disk, not memory; values are fetched by position when they are read. Record sets of single
-// tables and of joins whose tables' row ids can be traced are updatable: changes go to the tables
-// the columns come from, in one transaction per update.
+// them. Rows are read once into a temporary table of the connection (an updatable record set on
+// a whole table reads the table itself), so a large record set costs disk, not memory; values
+// are fetched by position when they are read. Record sets of single tables and of joins whose
+// tables' row ids can be traced are updatable: changes go to the tables the columns come from,
+// in one transaction per update.
 class Recordset {
   public:
     Recordset();  // closed: no rows, BOF and EOF

@@ -28,12 +28,33 @@ bool foldsRows(const QString& select) {
     return folding.match(select).hasMatch();
 }
 
+// The table a "SELECT * FROM name" reads, as the engine writes it for a record set on a table.
+QString wholeTableName(const QString& select) {
+    static const QRegularExpression whole(
+        QStringLiteral("^SELECT \\* FROM \"((?:[^\"]|\"\")+)\"$"));
+    const auto match = whole.match(select);
+    return match.hasMatch()
+               ? match.captured(1).replace(QStringLiteral("\"\""), QStringLiteral("\""))
+               : QString();
+}
+
 }  // namespace
 
 Snapshot::Snapshot(std::shared_ptr<Connection> connection, const QString& select, bool updatable)
     : connection_(std::move(connection)), select_(select) {
     table_ = QStringLiteral("mx_rs_%1").arg(connection_->nextSnapshotNumber());
     readFields(select);
+    const QString whole = wholeTableName(select);
+    if (updatable && !whole.isEmpty() && connection_->hasLocalTable(whole)) {
+        // The rows stay in their table and are read by row id when asked for.
+        direct_ = true;
+        ridTables_ = baseTables();
+        updatable_ = !ridTables_.isEmpty();
+        for (FieldInfo& field : fields_) {
+            field.ridColumn = static_cast<int>(ridTables_.indexOf(field.originTable));
+        }
+        return;
+    }
     QString filled = select;
     if (updatable && !foldsRows(select)) {
         const QStringList tables = baseTables();
@@ -56,7 +77,7 @@ Snapshot::Snapshot(std::shared_ptr<Connection> connection, const QString& select
 }
 
 Snapshot::~Snapshot() {
-    if (connection_->isOpen()) {
+    if (!direct_ && connection_->isOpen()) {
         try {
             execSqlite(connection_->db(),
                        QStringLiteral("DROP TABLE IF EXISTS temp.%1").arg(table_));
@@ -145,10 +166,19 @@ int Snapshot::fieldIndex(const QString& name) const {
     return byName_.value(name.toLower(), -1);
 }
 
+QString Snapshot::rowsTable() const {
+    return direct_ ? QStringLiteral("main.") + quoteName(ridTables_.first())
+                   : QStringLiteral("temp.") + table_;
+}
+
+QString Snapshot::idColumn() const {
+    return direct_ ? QStringLiteral("rowid") : QStringLiteral("__id");
+}
+
 QString Snapshot::fromClause() const {
     // A snapshot of one table answers to that table's name too ("TempSource.Length").
     const QStringList tables = baseTables();
-    QString from = QStringLiteral("temp.") + table_;
+    QString from = rowsTable();
     if (tables.size() == 1) {
         from += QStringLiteral(" AS ") + quoteName(tables.first());
     }
@@ -156,14 +186,14 @@ QString Snapshot::fromClause() const {
 }
 
 QVector<qint64> Snapshot::ids(const QString& jetOrderBy) const {
-    QString sql = QStringLiteral("SELECT __id FROM %1 ORDER BY ").arg(fromClause());
+    QString sql = QStringLiteral("SELECT %1 FROM %2 ORDER BY ").arg(idColumn(), fromClause());
     if (jetOrderBy.trimmed().isEmpty()) {
-        sql += QStringLiteral("__id");
+        sql += idColumn();
     } else {
         const QString order =
             translateJetSql(QStringLiteral("SELECT 1 FROM x ORDER BY ") + jetOrderBy).sql;
         const int at = order.indexOf(QStringLiteral("ORDER BY"), 0, Qt::CaseInsensitive);
-        sql += order.mid(at + 8) + QStringLiteral(", __id");
+        sql += order.mid(at + 8) + QStringLiteral(", ") + idColumn();
     }
     Statement statement(connection_->db(), sql);
     QVector<qint64> result;
@@ -175,8 +205,9 @@ QVector<qint64> Snapshot::ids(const QString& jetOrderBy) const {
 
 QSet<qint64> Snapshot::matching(const QString& jetCriterion) const {
     const QString where = translateJetExpression(jetCriterion);
-    Statement statement(connection_->db(),
-                        QStringLiteral("SELECT __id FROM %1 WHERE (%2)").arg(fromClause(), where));
+    Statement statement(
+        connection_->db(),
+        QStringLiteral("SELECT %1 FROM %2 WHERE (%3)").arg(idColumn(), fromClause(), where));
     QSet<qint64> result;
     while (statement.step()) {
         result.insert(statement.int64(0));
@@ -193,9 +224,8 @@ QVector<QVariant> Snapshot::row(qint64 id) const {
     for (const QString& column : columns_) {
         names << quoteName(column);
     }
-    Statement statement(
-        connection_->db(),
-        QStringLiteral("SELECT %1 FROM temp.%2 WHERE __id = ?").arg(names.join(", "), table_));
+    Statement statement(connection_->db(), QStringLiteral("SELECT %1 FROM %2 WHERE %3 = ?")
+                                               .arg(names.join(", "), rowsTable(), idColumn()));
     statement.bind(1, id);
     QVector<QVariant> values;
     if (statement.step()) {
@@ -212,6 +242,9 @@ QVector<QVariant> Snapshot::row(qint64 id) const {
 }
 
 qint64 Snapshot::baseRowId(qint64 id, int ridColumn) const {
+    if (direct_) {
+        return id;
+    }
     Statement statement(connection_->db(), QStringLiteral("SELECT %1 FROM temp.%2 WHERE __id = ?")
                                                .arg(ridColumnName(ridColumn), table_));
     statement.bind(1, id);
@@ -225,6 +258,10 @@ qint64 Snapshot::baseRowId(qint64 id, int ridColumn) const {
 // Copies the base row's current values into the snapshot, so defaults, counters and
 // conversions show as the table holds them.
 void Snapshot::refreshFromBase(qint64 id, const QString& table, qint64 rid) {
+    cache_.remove(id);
+    if (direct_) {
+        return;
+    }
     QStringList sources, targets;
     for (int i = 0; i < fields_.size(); ++i) {
         if (fields_[i].originTable == table) {
@@ -241,7 +278,6 @@ void Snapshot::refreshFromBase(qint64 id, const QString& table, qint64 rid) {
     statement.bind(1, rid);
     statement.bind(2, id);
     statement.exec();
-    cache_.remove(id);
 }
 
 void Snapshot::updateRow(qint64 id, const QVector<QVariant>& values, const QVector<bool>& changed) {
@@ -281,8 +317,10 @@ void Snapshot::updateRow(qint64 id, const QVector<QVariant>& values, const QVect
 qint64 Snapshot::insertRow(const QVector<QVariant>& values, const QVector<bool>& changed) {
     ScopedTransaction transaction(connection_->db());
     sqlite3* db = connection_->db();
-    execSqlite(db, QStringLiteral("INSERT INTO temp.%1 (__id) VALUES (NULL)").arg(table_));
-    const qint64 id = sqlite3_last_insert_rowid(db);
+    if (!direct_) {
+        execSqlite(db, QStringLiteral("INSERT INTO temp.%1 (__id) VALUES (NULL)").arg(table_));
+    }
+    qint64 id = sqlite3_last_insert_rowid(db);
     bool any = false;
     for (int t = 0; t < ridTables_.size(); ++t) {
         QStringList columns;
@@ -304,6 +342,9 @@ qint64 Snapshot::insertRow(const QVector<QVariant>& values, const QVector<bool>&
             statement.bind(b + 1, bound[b]);
         }
         statement.exec();
+        if (direct_) {
+            id = sqlite3_last_insert_rowid(db);
+        }
         refreshFromBase(id, ridTables_[t], sqlite3_last_insert_rowid(db));
         any = true;
     }
@@ -311,6 +352,9 @@ qint64 Snapshot::insertRow(const QVector<QVariant>& values, const QVector<bool>&
         // A new row with no field set still becomes a row of the first table (its defaults).
         execSqlite(
             db, QStringLiteral("INSERT INTO main.%1 DEFAULT VALUES").arg(quoteName(ridTables_[0])));
+        if (direct_) {
+            id = sqlite3_last_insert_rowid(db);
+        }
         refreshFromBase(id, ridTables_[0], sqlite3_last_insert_rowid(db));
     }
     transaction.commit();
@@ -336,11 +380,15 @@ void Snapshot::deleteRow(qint64 id) {
         QStringLiteral("DELETE FROM main.%1 WHERE rowid = ?").arg(quoteName(ridTables_[table])));
     remove.bind(1, rid);
     remove.exec();
+    cache_.remove(id);
+    if (direct_) {
+        transaction.commit();
+        return;
+    }
     Statement forget(connection_->db(),
                      QStringLiteral("DELETE FROM temp.%1 WHERE __id = ?").arg(table_));
     forget.bind(1, id);
     forget.exec();
-    cache_.remove(id);
     transaction.commit();
 }
 

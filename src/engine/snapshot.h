@@ -22,7 +22,8 @@ struct RowOrder {
 
 // The rows of one statement, kept in a temporary table of the connection (one table per
 // snapshot, dropped with it). Besides the statement's columns, the table keeps the row ids of
-// the base tables the columns come from, so changes can be written back.
+// the base tables the columns come from, so changes can be written back. An updatable record set
+// on a whole table of the file copies nothing: its rows are the table's, read by row id.
 class Snapshot {
   public:
     Snapshot(std::shared_ptr<Connection> connection, const QString& select, bool updatable);
@@ -50,6 +51,8 @@ class Snapshot {
     void readFields(const QString& select);
     QString injectRowIds(const QString& select, const QStringList& tables) const;
     void createTable(const QString& select);
+    QString rowsTable() const;
+    QString idColumn() const;
     QString fromClause() const;
     qint64 baseRowId(qint64 id, int ridColumn) const;
     void refreshFromBase(qint64 id, const QString& table, qint64 rid);
@@ -63,6 +66,7 @@ class Snapshot {
     QStringList ridTables_;
     QHash<QString, int> byName_;
     bool updatable_ = false;
+    bool direct_ = false;  // rows read from the base table itself
     mutable QHash<qint64, QVector<QVariant>> cache_;
 };
 

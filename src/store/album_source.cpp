@@ -120,11 +120,24 @@ void dropAlbumLinks(engine::Database& database) {
     database.refreshTableDefs();
 }
 
-QString tempSourceStatement(bool withRating) {
+namespace {
+
+// The year of a recording: the first four characters of the trimmed date text, where they are a
+// whole number.
+const QString kRecordingYear = QStringLiteral(
+    "IIf(Left(Trim(Track.RecordedStart), 4) LIKE '#*' And "
+    "    Not Left(Trim(Track.RecordedStart), 4) LIKE '*[!0-9]*', "
+    "    Val(Left(Trim(Track.RecordedStart), 4)), Null)");
+
+// The picked columns; with `fixed`, an empty version reads Null.
+QString tempSourceColumns(bool withRating, bool fixed) {
     QString sql = QStringLiteral(
         "SELECT Track.ArtistSort, Artist.Name As PerformerTrack, "
-        "       Track.Title As TitleTrack, Track.Item, Track.Index, "
-        "       Track.Length, Track.Version, Track.Live, Track.RecordedStart, "
+        "       Track.Title As TitleTrack, Track.Item, Track.Index, Track.Length, ");
+    sql += fixed ? QStringLiteral("IIf(Track.Version = '', Null, Track.Version), ")
+                 : QStringLiteral("Track.Version, ");
+    sql += QStringLiteral(
+        "       Track.Live, Track.RecordedStart, "
         "       Album.Title As TitleAlbum, Artist_1.Name As PerformerAlbum, "
         "       Album.ArtistSort As AlbumArtistSort, "
         "       Track.TrackID As TrackTrackID, Track.AlbumID As TrackAlbumID, ");
@@ -132,10 +145,12 @@ QString tempSourceStatement(bool withRating) {
         withRating
             ? QStringLiteral("       TrackRating.TrackRating As RatingTrack, Location.Location, ")
             : QStringLiteral("       Location.Location, ");
-    sql += QStringLiteral(
-        "       ArtistTrackLink.ArtistID, ArtistTrackLink.TrackID "
-        "INTO   TempSource ");
-    sql +=
+    sql += QStringLiteral("       ArtistTrackLink.ArtistID, ArtistTrackLink.TrackID ");
+    return sql;
+}
+
+QString tempSourceJoins(bool withRating) {
+    QString sql =
         withRating
             ? QStringLiteral("FROM   (((((Artist INNER JOIN (Track INNER JOIN ArtistTrackLink ON ")
             : QStringLiteral("FROM   ((((Artist INNER JOIN (Track INNER JOIN ArtistTrackLink ON ");
@@ -150,20 +165,27 @@ QString tempSourceStatement(bool withRating) {
             "       LEFT JOIN TrackRating ON "
             "       Track.TrackRatingID = TrackRating.TrackRatingID) ");
     }
-    sql += QStringLiteral(
-        "       LEFT JOIN Location ON Album.LocationID = Location.LocationID "
-        "       ORDER BY Track.ArtistSort, Album.ArtistSort, Album.Title, Track.Item, "
-        "       Track.Index");
+    sql += QStringLiteral("       LEFT JOIN Location ON Album.LocationID = Location.LocationID ");
     return sql;
 }
 
-QString tempSourceFixUpStatement() {
-    return QStringLiteral(
-        "UPDATE TempSource SET "
-        "MyRecorded = IIf(Left(Trim(RecordedStart), 4) LIKE '#*' And "
-        "                 Not Left(Trim(RecordedStart), 4) LIKE '*[!0-9]*', "
-        "                 Val(Left(Trim(RecordedStart), 4)), Null), "
-        "Version = IIf(Version = '', Null, Version)");
+const QString kTempSourceOrder = QStringLiteral(
+    "       ORDER BY Track.ArtistSort, Album.ArtistSort, Album.Title, Track.Item, Track.Index");
+
+}  // namespace
+
+QString tempSourceShapeStatement(bool withRating) {
+    return tempSourceColumns(withRating, false) + QStringLiteral("INTO   TempSource ") +
+           tempSourceJoins(withRating) + QStringLiteral("       WHERE False");
+}
+
+QString tempSourceFillStatement(bool withRating) {
+    QString sql = QStringLiteral("INSERT INTO TempSource ") + tempSourceColumns(withRating, true);
+    sql += QStringLiteral(", ") + kRecordingYear;
+    if (!withRating) {
+        sql += QStringLiteral(", Null");
+    }
+    return sql + QLatin1Char(' ') + tempSourceJoins(withRating) + kTempSourceOrder;
 }
 
 void buildTempSource(engine::Database& database, AlbumSourceState& state) {
@@ -171,7 +193,9 @@ void buildTempSource(engine::Database& database, AlbumSourceState& state) {
     // file never holds half a TempSource.
     engine::ScopedTransaction build(database);
     ignoringErrors([&] { database.deleteTable(QStringLiteral("TempSource")); });
-    ignoringErrors([&] { database.execute(tempSourceStatement(state.albumHasRating)); });
+    // The empty table takes its column types from the album tables; the rows then arrive
+    // already fixed up, in one pass.
+    ignoringErrors([&] { database.execute(tempSourceShapeStatement(state.albumHasRating)); });
     database.refreshTableDefs();
     ignoringErrors([&] {
         database.appendField(QStringLiteral("TempSource"),
@@ -183,7 +207,7 @@ void buildTempSource(engine::Database& database, AlbumSourceState& state) {
                                  {QStringLiteral("RatingTrack"), engine::FieldType::Text, 50});
         });
     }
-    ignoringErrors([&] { database.execute(tempSourceFixUpStatement()); });
+    ignoringErrors([&] { database.execute(tempSourceFillStatement(state.albumHasRating)); });
     state.passedCount = 0;
     ignoringErrors([&] {
         engine::Recordset rows =

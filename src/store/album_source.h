@@ -46,12 +46,13 @@ void connectAlbumDatabase(engine::Database& database, platform::Dialogs& dialogs
 // failure. The album file itself is never touched.
 void dropAlbumLinks(engine::Database& database);
 
-// The statement that flattens the album tables into TempSource.
-QString tempSourceStatement(bool withRating);
+// TempSource without rows: the flattened album tables' columns with their types.
+QString tempSourceShapeStatement(bool withRating);
 
-// The one pass over TempSource after it is made: the recording year (the first four characters
-// of the trimmed date text, where they are a whole number) and Null for empty versions.
-QString tempSourceFixUpStatement();
+// Fills the shaped TempSource (with MyRecorded, and RatingTrack when the album has no ratings,
+// appended) in one pass, ordered by performer: the recording year (the first four characters of
+// the trimmed date text, where they are a whole number) and Null for empty versions.
+QString tempSourceFillStatement(bool withRating);
 
 // Builds TempSource from the linked album tables and sets passedCount to its rows. Every step
 // goes on after a failure; without links no TempSource is made and passedCount is 0.

@@ -2,6 +2,7 @@
 
 #include "album/album_builder.h"
 #include "album/album_fixture.h"
+#include "support/databases.h"
 
 namespace albumtest {
 namespace {
@@ -136,6 +137,29 @@ TEST_F(HandPickedAlbums, YearsVersionsRatingsAndLocationsAreFilledIn) {
     // The album names a location the file does not hold.
     EXPECT_EQ(cellsOf("The Emperor's New Clothes", columns),
               QStringList({"1990|<null>|*|<null>|no"}));
+}
+
+TEST_F(HandPickedAlbums, FixedUpColumnsKeepTheirTypes) {
+    connectAndBuild(writeAlbums(false));
+    // Every column is declared, the fixed-up Version as the album's text column, so it still
+    // compares case-blind, and the year is stored as a number.
+    EXPECT_EQ(testsupport::queryRaw(compilationPath,
+                                    "SELECT count(*) FROM pragma_table_info('TempSource') "
+                                    "WHERE type = ''"),
+              "0");
+    EXPECT_EQ(testsupport::queryRaw(
+                  compilationPath,
+                  "SELECT group_concat(name || ':' || type, ' ') FROM pragma_table_info("
+                  "'TempSource') WHERE name IN ('MyRecorded', 'RatingTrack')"),
+              "MyRecorded:SMALLINT RatingTrack:TEXT(50)");
+    EXPECT_EQ(testsupport::queryRaw(compilationPath,
+                                    "SELECT group_concat(DISTINCT TitleTrack) FROM TempSource "
+                                    "WHERE Version = 'REMIX'"),
+              "Old Friends");
+    EXPECT_EQ(testsupport::queryRaw(compilationPath,
+                                    "SELECT group_concat(DISTINCT typeof(MyRecorded)) FROM "
+                                    "TempSource WHERE MyRecorded IS NOT NULL"),
+              "integer");
 }
 
 TEST_F(HandPickedAlbums, AccentsAndApostrophesComeThroughIntact) {
