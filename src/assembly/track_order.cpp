@@ -1,0 +1,96 @@
+#include "assembly/track_order.h"
+
+#include <algorithm>
+
+#include "assembly/track_picker.h"
+#include "engine/database.h"
+#include "engine/jet_error.h"
+#include "engine/recordset.h"
+#include "engine/transaction.h"
+
+namespace assembly {
+
+namespace {
+
+QString tracksSelect(qint64 compilationId) {
+    return QStringLiteral("SELECT * FROM CompilationTrack WHERE CompilationID_F1=") +
+           QString::number(compilationId);
+}
+
+void writeTrackNo(engine::Recordset& tracks, int trackNo) {
+    const QVariant present = tracks.value(QStringLiteral("TrackNo"));
+    if (!present.isNull() && present.toInt() == trackNo) {
+        return;
+    }
+    tracks.edit();
+    tracks.setValue(QStringLiteral("TrackNo"), trackNo);
+    tracks.update();
+}
+
+// The number a track numbered trackNo has after track `from` moved to `to`.
+int movedTrackNo(int trackNo, int from, int to) {
+    if (trackNo == from) {
+        return to;
+    }
+    if (from < to && trackNo > from && trackNo <= to) {
+        return trackNo - 1;
+    }
+    if (to < from && trackNo >= to && trackNo < from) {
+        return trackNo + 1;
+    }
+    return trackNo;
+}
+
+void requireTrackNo(int trackNo, int trackCount) {
+    if (trackNo < 1 || trackNo > trackCount) {
+        throw engine::JetError(
+            engine::jet::kNoCurrentRecord,
+            QStringLiteral("There is no track %1 on this compilation.").arg(trackNo));
+    }
+}
+
+}  // namespace
+
+int renumberBySort(engine::Database& database, qint64 compilationId, const QString& orderText) {
+    engine::ScopedTransaction transaction(database);
+    engine::Recordset tracks =
+        database.openRecordset(tracksSelect(compilationId) + QStringLiteral(" ORDER BY TrackNo"));
+    // TrackNo last: tracks equal in the order keep their running order.
+    tracks.setSort(orderText + QStringLiteral(", TrackNo"));
+    engine::Recordset sorted = tracks.openRecordset();
+    int trackNo = 0;
+    for (; !sorted.eof(); sorted.moveNext()) {
+        writeTrackNo(sorted, ++trackNo);
+    }
+    transaction.commit();
+    return trackNo;
+}
+
+void moveTrack(engine::Database& database, qint64 compilationId, int from, int to) {
+    engine::ScopedTransaction transaction(database);
+    const int trackCount = countTracks(database, compilationId).trackCount;
+    requireTrackNo(from, trackCount);
+    requireTrackNo(to, trackCount);
+    if (from == to) {
+        return;
+    }
+    engine::Recordset tracks =
+        database.openRecordset(tracksSelect(compilationId) +
+                               QStringLiteral(" AND TrackNo BETWEEN %1 AND %2 ORDER BY TrackNo")
+                                   .arg(std::min(from, to))
+                                   .arg(std::max(from, to)));
+    for (; !tracks.eof(); tracks.moveNext()) {
+        writeTrackNo(tracks,
+                     movedTrackNo(tracks.value(QStringLiteral("TrackNo")).toInt(), from, to));
+    }
+    transaction.commit();
+}
+
+int dropTargetNo(const DropGrid& grid) {
+    const int row = grid.currentVisibleRow + 1;
+    const bool scrolls = grid.trackCount > grid.visibleRows;
+    const int target = scrolls ? grid.topTrackNo - 1 + row : row;
+    return std::max(1, std::min(target, grid.trackCount));
+}
+
+}  // namespace assembly
