@@ -55,8 +55,8 @@ int renumberBySort(engine::Database& database, qint64 compilationId, const QStri
     engine::ScopedTransaction transaction(database);
     engine::Recordset tracks =
         database.openRecordset(tracksSelect(compilationId) + QStringLiteral(" ORDER BY TrackNo"));
-    // TrackNo last: tracks equal in the order keep their running order.
-    tracks.setSort(orderText + QStringLiteral(", TrackNo"));
+    // The sorted record set breaks ties by the order it was opened in: the running order.
+    tracks.setSort(orderText);
     engine::Recordset sorted = tracks.openRecordset();
     int trackNo = 0;
     for (; !sorted.eof(); sorted.moveNext()) {
