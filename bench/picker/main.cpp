@@ -1,7 +1,7 @@
 // bench_picker [--runs R] [--dir DIR]: the track picker's steps on a compilation database of
 // 10,000 compilations and 200,000 tracks: addTrack with its lookup (a track on no compilation
-// yet, and one on several), removeTrack of the first track of a 100-track compilation, and the
-// lookup alone with and without its index.
+// yet, and one on several), removeTrack of the first track of a 100-track compilation, a drop
+// and a renumbering by sort on that compilation, and the lookup alone with and without its index.
 #include <sqlite3.h>
 
 #include <QCoreApplication>
@@ -10,9 +10,11 @@
 #include <QTextStream>
 #include <stdexcept>
 
+#include "assembly/track_order.h"
 #include "assembly/track_picker.h"
 #include "engine/jet_dialect.h"
 #include "engine/workspace.h"
+#include "query/sort_clause.h"
 #include "timing.h"
 
 namespace {
@@ -143,6 +145,16 @@ int main(int argc, char* argv[]) {
         assembly::addTrack(database, 1, sourceTrack("Back", "Again"), confirm);  // 100 again
     }
     const double remove = bench::median(removeTimes);
+    // The first track to the end and back: every track of the compilation changes its number.
+    const double drop = medianMs(options.runs, [&](int run) {
+        run % 2 ? assembly::moveTrack(database, 1, 100, 1)
+                : assembly::moveTrack(database, 1, 1, 100);
+    });
+    const double renumber = medianMs(options.runs, [&](int run) {
+        assembly::renumberBySort(database, 1,
+                                 run % 2 ? QStringLiteral("Length DESC")
+                                         : query::defaultSortOrder(query::SortCaller::Compilation));
+    });
     const double lookup = medianMs(options.runs, [&](int run) {
         assembly::findTrackOnCompilations(
             database, QStringLiteral("Performer %1").arg(run, 4, 10, QLatin1Char('0')), title);
@@ -164,6 +176,8 @@ int main(int argc, char* argv[]) {
     out << "  addTrack, track on " << fewestRecorded << " to " << mostRecorded
         << " compilations:  " << addRecorded << Qt::endl;
     out << "  removeTrack 1 of a 100-track compilation: " << remove << Qt::endl;
+    out << "  moveTrack 1 <-> 100:                      " << drop << Qt::endl;
+    out << "  renumberBySort of 100 tracks:             " << renumber << Qt::endl;
     out << "  lookup alone, with its index:             " << lookup << Qt::endl;
     out << "  lookup alone, without an index:           " << lookupUnindexed << Qt::endl;
     out << "  first lookup of a file without the index: " << firstLookup << " (makes it)"
