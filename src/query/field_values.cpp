@@ -141,13 +141,18 @@ QString FieldValue::toText() const {
 
 FieldValue checkValue(const QVariant& value, const QString& typeLetter, bool quiet,
                       platform::Dialogs& dialogs) {
+    const FieldValue checked = checkValue(value, typeLetter);
+    if (!quiet && !checked.isEmpty() && checked.toText().isEmpty())
+        dialogs.exclamation(QString::fromLatin1(ruleFor(typeLetter)->message));
+    return checked;
+}
+
+FieldValue checkValue(const QVariant& value, const QString& typeLetter) {
     const LetterRule* rule = ruleFor(typeLetter);
     if (!rule)
         return FieldValue();
     if (std::optional<FieldValue> checked = rule->check(value))
         return *checked;
-    if (!quiet)
-        dialogs.exclamation(QString::fromLatin1(rule->message));
     return FieldValue::fromText(QString());
 }
 
@@ -162,6 +167,16 @@ QString escapeSql(const QString& mode, const QString& text) {
     escaped = replaceEach(escaped, u'?', QStringLiteral("[?]"));
     escaped = replaceEach(escaped, u'*', QStringLiteral("[*]"));
     return replaceEach(escaped, u'#', QStringLiteral("[#]"));
+}
+
+QString textCondition(const QString& comparison, const QString& text) {
+    const QString escaped = escapeSql(comparison, text);
+    const QString lower = comparison.toLower();
+    if (lower == QLatin1String("starts"))
+        return QStringLiteral("LIKE '") + escaped + QStringLiteral("**'");
+    if (lower == QLatin1String("contains"))
+        return QStringLiteral("LIKE '*") + escaped + QStringLiteral("*'");
+    return comparison + QStringLiteral(" '") + escaped + QStringLiteral("'");
 }
 
 void upcaseKey(qint16& keyCode) {

@@ -59,11 +59,19 @@ class FieldValue {
 // quiet, shows the letter's message. Never throws.
 FieldValue checkValue(const QVariant& value, const QString& typeLetter, bool quiet,
                       platform::Dialogs& dialogs);
+// The quiet check: the same result, never a message.
+FieldValue checkValue(const QVariant& value, const QString& typeLetter);
 
 // Escapes a text for a quoted SQL literal ("AVOID": quotes only), a LIKE pattern the user's
 // text is embedded in ("CONTAINS", "STARTS": quotes and every wildcard), or a LIKE pattern
 // the user typed (any other mode: quotes and "[" only, wildcards keep working).
 QString escapeSql(const QString& mode, const QString& text);
+
+// The condition on a text column for a comparison caption and the typed text: "Starts" and
+// "Contains" embed the text in a pattern with its wildcards escaped ("LIKE 'Beat**'",
+// "LIKE '*O''Neil*'"); any other caption ("Like", "Not Like") takes the typed pattern with its
+// wildcards working ("Like 'Bea?les'").
+QString textCondition(const QString& comparison, const QString& text);
 
 // Turns the key codes of a to z into those of A to Z, so that the first letter typed into an
 // empty list box matches the capitalised entries.

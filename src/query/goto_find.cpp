@@ -56,13 +56,7 @@ std::optional<QString> textCondition(const QString& comparison, const QString& g
         dialogs.exclamation(QStringLiteral("Value must be a string."));
         return std::nullopt;
     }
-    const QString escaped = escapeSql(comparison, gotoText);
-    const QString lower = comparison.toLower();
-    if (lower == QLatin1String("starts"))
-        return QStringLiteral("LIKE '") + escaped + QStringLiteral("**'");
-    if (lower == QLatin1String("contains"))
-        return QStringLiteral("LIKE '*") + escaped + QStringLiteral("*'");
-    return comparison + QStringLiteral(" '") + escaped + QStringLiteral("'");
+    return query::textCondition(comparison, gotoText);
 }
 
 std::optional<QString> condition(const QString& comparison, QString& gotoText,
