@@ -22,5 +22,7 @@ int coverText(const QStringList& args, Streams streams);
 int addTracks(const QStringList& args, Streams streams);
 int removeTrack(const QStringList& args, Streams streams);
 int tracks(const QStringList& args, Streams streams);
+int moveTrack(const QStringList& args, Streams streams);
+int renumber(const QStringList& args, Streams streams);
 
 }  // namespace cli

@@ -25,6 +25,8 @@ const std::map<QString, Command>& commands() {
         {QStringLiteral("add-tracks"), cli::addTracks},
         {QStringLiteral("remove-track"), cli::removeTrack},
         {QStringLiteral("tracks"), cli::tracks},
+        {QStringLiteral("move-track"), cli::moveTrack},
+        {QStringLiteral("renumber"), cli::renumber},
     };
     return table;
 }
@@ -48,12 +50,26 @@ void printHelp(QTextStream& out) {
            "                         compose and store a compilation's cover text; prints\n"
            "                         the text, then the bold ranges (start length)\n"
            "  add-tracks DB NAME ALBUM.mdb [--where \"WHERE ...\"] [--order \"ORDER BY ...\"]\n"
+           "             [--filter VARIABLE COMPARISON TEXT [And|Or VARIABLE COMPARISON TEXT]]\n"
+           "             [--sort VARIABLE Ascending|Descending]... [--show-clause]\n"
            "             [--first N] [--skip-recorded]\n"
            "                         add the rows of TempSource to a compilation; tracks\n"
-           "                         already recorded are listed (and skipped on request)\n"
+           "                         already recorded are listed (and skipped on request).\n"
+           "                         --filter and --sort (up to three) take the captions of\n"
+           "                         the filter and sort dialogs; they replace --where and\n"
+           "                         --order and cannot be combined with them. Without\n"
+           "                         --order or --sort the rows come in the default order.\n"
+           "                         --show-clause prints the WHERE and ORDER BY clauses\n"
+           "                         and adds nothing\n"
            "  remove-track DB NAME TRACKNO\n"
            "                         remove a track and number the rest without a gap\n"
-           "  tracks DB NAME         list a compilation's tracks and whether they fit\n";
+           "  tracks DB NAME         list a compilation's tracks and whether they fit\n"
+           "  move-track DB NAME FROM TO\n"
+           "                         give track FROM the number TO; the tracks between\n"
+           "                         move up or down by one\n"
+           "  renumber DB NAME [--sort VARIABLE Ascending|Descending]...\n"
+           "                         number the tracks 1 to n by up to three sort keys\n"
+           "                         (none: the default order)\n";
     out.flush();
 }
 

@@ -2,9 +2,11 @@
 // remove one, list them with the time against the medium.
 #include <optional>
 
+#include "assembly/track_order.h"
 #include "assembly/track_picker.h"
 #include "cli/album_link.h"
 #include "cli/commands.h"
+#include "cli/order_options.h"
 #include "engine/jet_error.h"
 #include "engine/workspace.h"
 #include "query/field_values.h"
@@ -18,8 +20,9 @@ namespace cli {
 namespace {
 
 const QString kAddTracksUsage = QStringLiteral(
-    "add-tracks DB NAME ALBUM.mdb [--where \"WHERE ...\"] [--order \"ORDER BY ...\"] "
-    "[--first N] [--skip-recorded]");
+    "add-tracks DB NAME ALBUM.mdb [--where \"WHERE ...\" | --filter VARIABLE COMPARISON TEXT "
+    "[And|Or VARIABLE COMPARISON TEXT]] [--order \"ORDER BY ...\" | --sort VARIABLE "
+    "Ascending|Descending ...] [--show-clause] [--first N] [--skip-recorded]");
 
 int usage(Streams streams, const QString& text) {
     streams.err << "usage: mixorama-cli " << text << Qt::endl;
@@ -35,42 +38,96 @@ struct AddTracksArgs {
     QStringList files;  // DB, NAME, ALBUM.mdb
     QString where;
     QString order;
+    std::optional<FilterOption> filter;
+    SortOption sort;
+    bool showClause = false;
     std::optional<int> first;
     bool skipRecorded = false;
 };
 
-// Nothing when an option lacks its value or --first is not a whole number of at least 0.
-std::optional<AddTracksArgs> parseAddTracks(const QStringList& args) {
-    AddTracksArgs parsed;
-    for (int i = 0; i < args.size(); ++i) {
-        const QString& arg = args[i];
-        const bool takesValue = arg == QLatin1String("--where") ||
-                                arg == QLatin1String("--order") || arg == QLatin1String("--first");
-        if (takesValue && i + 1 >= args.size()) {
-            return std::nullopt;
+// Reads one option at args[i] and the values it takes; a message when it is not well formed.
+QString takeOption(const QStringList& args, int& i, AddTracksArgs& parsed) {
+    const QString& arg = args[i];
+    const bool takesValue = arg == QLatin1String("--where") || arg == QLatin1String("--order") ||
+                            arg == QLatin1String("--first");
+    if (takesValue && i + 1 >= args.size()) {
+        return arg + QStringLiteral(" needs a value.");
+    }
+    if (arg == QLatin1String("--where")) {
+        parsed.where = args[++i];
+    } else if (arg == QLatin1String("--order")) {
+        parsed.order = args[++i];
+    } else if (arg == QLatin1String("--first")) {
+        bool ok = false;
+        parsed.first = args[++i].toInt(&ok);
+        if (!ok || *parsed.first < 0) {
+            return QStringLiteral("--first needs a whole number of at least 0.");
         }
-        if (arg == QLatin1String("--where")) {
-            parsed.where = args[++i];
-        } else if (arg == QLatin1String("--order")) {
-            parsed.order = args[++i];
-        } else if (arg == QLatin1String("--first")) {
-            bool ok = false;
-            parsed.first = args[++i].toInt(&ok);
-            if (!ok || *parsed.first < 0) {
-                return std::nullopt;
-            }
-        } else if (arg == QLatin1String("--skip-recorded")) {
-            parsed.skipRecorded = true;
-        } else if (arg.startsWith(QLatin1String("--"))) {
-            return std::nullopt;
-        } else {
-            parsed.files << arg;
+    } else if (arg == QLatin1String("--filter")) {
+        parsed.filter.emplace();
+        return takeFilter(args, i, *parsed.filter);
+    } else if (arg == QLatin1String("--sort")) {
+        return takeSortLevel(args, i, parsed.sort);
+    } else if (arg == QLatin1String("--show-clause")) {
+        parsed.showClause = true;
+    } else if (arg == QLatin1String("--skip-recorded")) {
+        parsed.skipRecorded = true;
+    } else {
+        return QStringLiteral("Unknown option ") + arg + QLatin1Char('.');
+    }
+    return {};
+}
+
+// The dialog's options and the raw clauses name the same thing twice, so only one of each pair
+// may be given.
+QString checkCombination(const AddTracksArgs& parsed) {
+    if (parsed.filter && !parsed.where.isEmpty()) {
+        return QStringLiteral("--filter and --where cannot be combined: give one of them.");
+    }
+    if (!parsed.sort.levels.isEmpty() && !parsed.order.isEmpty()) {
+        return QStringLiteral("--sort and --order cannot be combined: give one of them.");
+    }
+    return {};
+}
+
+// A message when an option is not well formed or the three files are not given.
+QString parseAddTracks(const QStringList& args, AddTracksArgs& parsed) {
+    for (int i = 0; i < args.size(); ++i) {
+        if (!args[i].startsWith(QLatin1String("--"))) {
+            parsed.files << args[i];
+            continue;
+        }
+        const QString message = takeOption(args, i, parsed);
+        if (!message.isEmpty()) {
+            return message;
         }
     }
     if (parsed.files.size() != 3) {
-        return std::nullopt;
+        return QStringLiteral("add-tracks needs DB, NAME and ALBUM.mdb.");
     }
-    return parsed;
+    return checkCombination(parsed);
+}
+
+// The WHERE and ORDER BY clauses of the source rows: --where and --order as given, or the
+// clauses the filter and sort dialogs compose from --filter and --sort (the default order when
+// neither --sort nor --order is given). A message when the filter does not validate or a sort
+// caption is unknown.
+QString composeClauses(AddTracksArgs& parsed) {
+    if (parsed.filter) {
+        const query::FilterOutcome outcome =
+            query::buildFilterClause(parsed.filter->rows, parsed.filter->concatenation);
+        if (outcome.failed()) {
+            return outcome.message;
+        }
+        parsed.where = outcome.clause;
+    }
+    if (!parsed.order.isEmpty()) {
+        return {};
+    }
+    QString orderText;
+    const QString message = composeOrderText(parsed.sort, query::SortCaller::Source, orderText);
+    parsed.order = query::sourceSortClause(orderText).trimmed();
+    return message;
 }
 
 struct Compilation {
@@ -121,8 +178,7 @@ void printLookup(engine::Recordset& lookup, const assembly::SourceTrack& track, 
 int addSourceRows(engine::Database& database, const Compilation& compilation,
                   const AddTracksArgs& args, assembly::TrackSums& sums, Streams streams) {
     engine::Recordset source = database.openRecordset(
-        QStringLiteral("SELECT * FROM tempsource ") + args.where + QStringLiteral(" ") + args.order,
-        engine::RecordsetType::Snapshot);
+        query::sourceRecordSource(args.where, args.order), engine::RecordsetType::Snapshot);
     int added = 0;
     for (int row = 0; !source.eof() && (!args.first || row < *args.first);
          ++row, source.moveNext()) {
@@ -167,11 +223,11 @@ void printTrackRows(engine::Recordset& rows, Streams streams) {
     }
 }
 
-// remove-track DB NAME TRACKNO with a TRACKNO the compilation does not have.
-int noSuchTrack(engine::Database& database, const Compilation& compilation, const QStringList& args,
-                Streams streams) {
+// A track number the compilation does not have, as given on the command line.
+int noSuchTrack(engine::Database& database, const Compilation& compilation, const QString& name,
+                const QString& trackNo, Streams streams) {
     const int count = assembly::countTracks(database, compilation.id).trackCount;
-    streams.err << "\"" << args[2] << "\" is no track number of \"" << args[1] << "\": "
+    streams.err << "\"" << trackNo << "\" is no track number of \"" << name << "\": "
                 << (count == 0 ? QStringLiteral("it has no tracks.")
                                : QStringLiteral("its tracks are 1 to %1.").arg(count))
                 << Qt::endl;
@@ -181,27 +237,38 @@ int noSuchTrack(engine::Database& database, const Compilation& compilation, cons
 }  // namespace
 
 int addTracks(const QStringList& args, Streams streams) {
-    const std::optional<AddTracksArgs> parsed = parseAddTracks(args);
-    if (!parsed) {
+    AddTracksArgs parsed;
+    const QString badArguments = parseAddTracks(args, parsed);
+    if (!badArguments.isEmpty()) {
+        streams.err << badArguments << Qt::endl;
         return usage(streams, kAddTracksUsage);
+    }
+    const QString badClause = composeClauses(parsed);
+    if (!badClause.isEmpty()) {
+        streams.err << badClause << Qt::endl;
+        return 1;
+    }
+    if (parsed.showClause) {
+        streams.out << parsed.where << Qt::endl << parsed.order << Qt::endl;
+        return 0;
     }
     try {
         engine::Database database =
-            engine::Workspace::defaultWorkspace().openDatabase(parsed->files[0]);
+            engine::Workspace::defaultWorkspace().openDatabase(parsed.files[0]);
         const std::optional<Compilation> compilation =
-            findCompilation(database, parsed->files[1], streams);
+            findCompilation(database, parsed.files[1], streams);
         if (!compilation) {
             return 1;
         }
         store::AlbumSourceState state;
-        if (!connectAlbumFile(database, parsed->files[2], state, streams)) {
+        if (!connectAlbumFile(database, parsed.files[2], state, streams)) {
             return 1;
         }
         store::buildTempSource(database, state);
         assembly::TrackSums sums = compilation->stored;
         int added = 0;
         try {
-            added = addSourceRows(database, *compilation, *parsed, sums, streams);
+            added = addSourceRows(database, *compilation, parsed, sums, streams);
         } catch (const engine::JetError&) {
             store::dropAlbumLinks(database);  // the tracks added so far stay
             throw;
@@ -231,7 +298,7 @@ int removeTrack(const QStringList& args, Streams streams) {
         bool ok = false;
         const int trackNo = args[2].toInt(&ok);
         if (!ok) {
-            return noSuchTrack(database, *compilation, args, streams);
+            return noSuchTrack(database, *compilation, args[1], args[2], streams);
         }
         assembly::TrackSums sums;
         try {
@@ -240,7 +307,7 @@ int removeTrack(const QStringList& args, Streams streams) {
             if (error.number() != engine::jet::kNoCurrentRecord) {
                 throw;
             }
-            return noSuchTrack(database, *compilation, args, streams);
+            return noSuchTrack(database, *compilation, args[1], args[2], streams);
         }
         database.close();
         streams.out << "Track " << trackNo << " removed; total time "
@@ -276,6 +343,92 @@ int tracks(const QStringList& args, Streams streams) {
                     << Qt::endl;
         streams.out << fitText(sums, compilation->lengthMinutes) << Qt::endl;
         database.close();
+    } catch (const engine::JetError& error) {
+        return reportError(streams, error);
+    }
+    return 0;
+}
+
+namespace {
+
+// The number of a track as given; nothing for text that is no whole number.
+std::optional<int> trackNumber(const QString& text) {
+    bool ok = false;
+    const int number = text.toInt(&ok);
+    return ok ? std::optional<int>(number) : std::nullopt;
+}
+
+// The --sort levels of renumber; a message when one is not well formed or anything else is given.
+QString parseRenumberSort(const QStringList& args, SortOption& sort) {
+    for (int i = 2; i < args.size(); ++i) {
+        if (args[i] != QLatin1String("--sort")) {
+            return QStringLiteral("Unknown argument ") + args[i] + QLatin1Char('.');
+        }
+        const QString message = takeSortLevel(args, i, sort);
+        if (!message.isEmpty()) {
+            return message;
+        }
+    }
+    return {};
+}
+
+}  // namespace
+
+int moveTrack(const QStringList& args, Streams streams) {
+    if (args.size() != 4) {
+        return usage(streams, QStringLiteral("move-track DB NAME FROM TO"));
+    }
+    try {
+        engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(args[0]);
+        const std::optional<Compilation> compilation = findCompilation(database, args[1], streams);
+        if (!compilation) {
+            return 1;
+        }
+        const std::optional<int> from = trackNumber(args[2]);
+        const std::optional<int> to = trackNumber(args[3]);
+        const int count = assembly::countTracks(database, compilation->id).trackCount;
+        for (int index : {2, 3}) {
+            const std::optional<int> number = index == 2 ? from : to;
+            if (!number || *number < 1 || *number > count) {
+                return noSuchTrack(database, *compilation, args[1], args[index], streams);
+            }
+        }
+        assembly::moveTrack(database, compilation->id, *from, *to);
+        database.close();
+        streams.out << "Track " << *from << " is now track " << *to << Qt::endl;
+    } catch (const engine::JetError& error) {
+        return reportError(streams, error);
+    }
+    return 0;
+}
+
+int renumber(const QStringList& args, Streams streams) {
+    const QString kUsage =
+        QStringLiteral("renumber DB NAME [--sort VARIABLE Ascending|Descending]...");
+    if (args.size() < 2) {
+        return usage(streams, kUsage);
+    }
+    SortOption sort;
+    const QString badSort = parseRenumberSort(args, sort);
+    if (!badSort.isEmpty()) {
+        streams.err << badSort << Qt::endl;
+        return usage(streams, kUsage);
+    }
+    QString orderText;
+    const QString badCaption = composeOrderText(sort, query::SortCaller::Compilation, orderText);
+    if (!badCaption.isEmpty()) {
+        streams.err << badCaption << Qt::endl;
+        return 1;
+    }
+    try {
+        engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(args[0]);
+        const std::optional<Compilation> compilation = findCompilation(database, args[1], streams);
+        if (!compilation) {
+            return 1;
+        }
+        const int count = assembly::renumberBySort(database, compilation->id, orderText);
+        database.close();
+        streams.out << count << " track(s) renumbered" << Qt::endl;
     } catch (const engine::JetError& error) {
         return reportError(streams, error);
     }
