@@ -12,8 +12,6 @@
 
 namespace cli {
 
-namespace {
-
 int usage(Streams streams, const QString& text) {
     streams.err << "usage: mixorama-cli " << text << Qt::endl;
     return 2;
@@ -23,8 +21,6 @@ int reportError(Streams streams, const engine::JetError& error) {
     streams.err << "Error " << error.number() << ": " << error.description() << Qt::endl;
     return 1;
 }
-
-}  // namespace
 
 int newDatabase(const QStringList& args, Streams streams) {
     if (args.size() != 1) {

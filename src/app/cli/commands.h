@@ -3,12 +3,21 @@
 #include <QStringList>
 #include <QTextStream>
 
+namespace engine {
+class JetError;
+}  // namespace engine
+
 namespace cli {
 
 struct Streams {
     QTextStream& out;
     QTextStream& err;
 };
+
+// Prints the usage line of a command; returns the exit code 2.
+int usage(Streams streams, const QString& text);
+// Prints an engine error with its number; returns the exit code 1.
+int reportError(Streams streams, const engine::JetError& error);
 
 // Each command takes the arguments after its name and returns the exit code.
 int newDatabase(const QStringList& args, Streams streams);

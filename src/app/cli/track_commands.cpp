@@ -2,14 +2,13 @@
 // remove one, list them with the time against the medium.
 #include <optional>
 
-#include "assembly/track_order.h"
 #include "assembly/track_picker.h"
 #include "cli/album_link.h"
 #include "cli/commands.h"
+#include "cli/compilation_lookup.h"
 #include "cli/order_options.h"
 #include "engine/jet_error.h"
 #include "engine/workspace.h"
-#include "query/field_values.h"
 #include "query/time_text.h"
 #include "store/album_source.h"
 #include "store/compilation_queries.h"
@@ -23,16 +22,6 @@ const QString kAddTracksUsage = QStringLiteral(
     "add-tracks DB NAME ALBUM.mdb [--where \"WHERE ...\" | --filter VARIABLE COMPARISON TEXT "
     "[And|Or VARIABLE COMPARISON TEXT]] [--order \"ORDER BY ...\" | --sort VARIABLE "
     "Ascending|Descending ...] [--show-clause] [--first N] [--skip-recorded]");
-
-int usage(Streams streams, const QString& text) {
-    streams.err << "usage: mixorama-cli " << text << Qt::endl;
-    return 2;
-}
-
-int reportError(Streams streams, const engine::JetError& error) {
-    streams.err << "Error " << error.number() << ": " << error.description() << Qt::endl;
-    return 1;
-}
 
 struct AddTracksArgs {
     QStringList files;  // DB, NAME, ALBUM.mdb
@@ -130,30 +119,6 @@ QString composeClauses(AddTracksArgs& parsed) {
     return message;
 }
 
-struct Compilation {
-    qint64 id = 0;
-    int lengthMinutes = 0;
-    assembly::TrackSums stored;  // SumTrack and SumTime as the file holds them
-};
-
-// The compilation of that name (compared as the engine compares names); prints a message and
-// gives nothing when there is none.
-std::optional<Compilation> findCompilation(engine::Database& database, const QString& name,
-                                           Streams streams) {
-    engine::Recordset row = database.openRecordset(
-        QStringLiteral("SELECT CompilationID_P, C_Length, SumTrack, SumTime FROM Compilation "
-                       "WHERE Name='") +
-            query::escapeSql(QStringLiteral("AVOID"), name) + QStringLiteral("'"),
-        engine::RecordsetType::Snapshot);
-    if (row.eof()) {
-        streams.err << "There is no compilation named \"" << name << "\"." << Qt::endl;
-        return std::nullopt;
-    }
-    return Compilation{row.value(0).toLongLong(),
-                       row.value(1).toInt(),
-                       {row.value(2).toInt(), row.value(3).toLongLong()}};
-}
-
 // "fits", or by how much the tracks exceed the medium as m:ss.
 QString fitText(const assembly::TrackSums& sums, int lengthMinutes) {
     const qint64 over = sums.totalTime - assembly::timeCapacity(lengthMinutes, sums.trackCount);
@@ -222,18 +187,6 @@ void printTrackRows(engine::Recordset& rows, Streams streams) {
         streams.out << cells.join(QLatin1Char('\t')) << Qt::endl;
     }
 }
-
-// A track number the compilation does not have, as given on the command line.
-int noSuchTrack(engine::Database& database, const Compilation& compilation, const QString& name,
-                const QString& trackNo, Streams streams) {
-    const int count = assembly::countTracks(database, compilation.id).trackCount;
-    streams.err << "\"" << trackNo << "\" is no track number of \"" << name << "\": "
-                << (count == 0 ? QStringLiteral("it has no tracks.")
-                               : QStringLiteral("its tracks are 1 to %1.").arg(count))
-                << Qt::endl;
-    return 1;
-}
-
 }  // namespace
 
 int addTracks(const QStringList& args, Streams streams) {
@@ -343,92 +296,6 @@ int tracks(const QStringList& args, Streams streams) {
                     << Qt::endl;
         streams.out << fitText(sums, compilation->lengthMinutes) << Qt::endl;
         database.close();
-    } catch (const engine::JetError& error) {
-        return reportError(streams, error);
-    }
-    return 0;
-}
-
-namespace {
-
-// The number of a track as given; nothing for text that is no whole number.
-std::optional<int> trackNumber(const QString& text) {
-    bool ok = false;
-    const int number = text.toInt(&ok);
-    return ok ? std::optional<int>(number) : std::nullopt;
-}
-
-// The --sort levels of renumber; a message when one is not well formed or anything else is given.
-QString parseRenumberSort(const QStringList& args, SortOption& sort) {
-    for (int i = 2; i < args.size(); ++i) {
-        if (args[i] != QLatin1String("--sort")) {
-            return QStringLiteral("Unknown argument ") + args[i] + QLatin1Char('.');
-        }
-        const QString message = takeSortLevel(args, i, sort);
-        if (!message.isEmpty()) {
-            return message;
-        }
-    }
-    return {};
-}
-
-}  // namespace
-
-int moveTrack(const QStringList& args, Streams streams) {
-    if (args.size() != 4) {
-        return usage(streams, QStringLiteral("move-track DB NAME FROM TO"));
-    }
-    try {
-        engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(args[0]);
-        const std::optional<Compilation> compilation = findCompilation(database, args[1], streams);
-        if (!compilation) {
-            return 1;
-        }
-        const std::optional<int> from = trackNumber(args[2]);
-        const std::optional<int> to = trackNumber(args[3]);
-        const int count = assembly::countTracks(database, compilation->id).trackCount;
-        for (int index : {2, 3}) {
-            const std::optional<int> number = index == 2 ? from : to;
-            if (!number || *number < 1 || *number > count) {
-                return noSuchTrack(database, *compilation, args[1], args[index], streams);
-            }
-        }
-        assembly::moveTrack(database, compilation->id, *from, *to);
-        database.close();
-        streams.out << "Track " << *from << " is now track " << *to << Qt::endl;
-    } catch (const engine::JetError& error) {
-        return reportError(streams, error);
-    }
-    return 0;
-}
-
-int renumber(const QStringList& args, Streams streams) {
-    const QString kUsage =
-        QStringLiteral("renumber DB NAME [--sort VARIABLE Ascending|Descending]...");
-    if (args.size() < 2) {
-        return usage(streams, kUsage);
-    }
-    SortOption sort;
-    const QString badSort = parseRenumberSort(args, sort);
-    if (!badSort.isEmpty()) {
-        streams.err << badSort << Qt::endl;
-        return usage(streams, kUsage);
-    }
-    QString orderText;
-    const QString badCaption = composeOrderText(sort, query::SortCaller::Compilation, orderText);
-    if (!badCaption.isEmpty()) {
-        streams.err << badCaption << Qt::endl;
-        return 1;
-    }
-    try {
-        engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(args[0]);
-        const std::optional<Compilation> compilation = findCompilation(database, args[1], streams);
-        if (!compilation) {
-            return 1;
-        }
-        const int count = assembly::renumberBySort(database, compilation->id, orderText);
-        database.close();
-        streams.out << count << " track(s) renumbered" << Qt::endl;
     } catch (const engine::JetError& error) {
         return reportError(streams, error);
     }

@@ -1,0 +1,99 @@
+// The running order from the command line: move one track, or renumber all by a sort order.
+#include <optional>
+
+#include "assembly/track_order.h"
+#include "cli/commands.h"
+#include "cli/compilation_lookup.h"
+#include "cli/order_options.h"
+#include "engine/jet_error.h"
+#include "engine/workspace.h"
+
+namespace cli {
+
+namespace {
+
+// The number of a track as given; nothing for text that is no whole number.
+std::optional<int> trackNumber(const QString& text) {
+    bool ok = false;
+    const int number = text.toInt(&ok);
+    return ok ? std::optional<int>(number) : std::nullopt;
+}
+
+// The --sort levels of renumber; a message when one is not well formed or anything else is given.
+QString parseRenumberSort(const QStringList& args, SortOption& sort) {
+    for (int i = 2; i < args.size(); ++i) {
+        if (args[i] != QLatin1String("--sort")) {
+            return QStringLiteral("Unknown argument ") + args[i] + QLatin1Char('.');
+        }
+        const QString message = takeSortLevel(args, i, sort);
+        if (!message.isEmpty()) {
+            return message;
+        }
+    }
+    return {};
+}
+
+}  // namespace
+
+int moveTrack(const QStringList& args, Streams streams) {
+    if (args.size() != 4) {
+        return usage(streams, QStringLiteral("move-track DB NAME FROM TO"));
+    }
+    try {
+        engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(args[0]);
+        const std::optional<Compilation> compilation = findCompilation(database, args[1], streams);
+        if (!compilation) {
+            return 1;
+        }
+        const std::optional<int> from = trackNumber(args[2]);
+        const std::optional<int> to = trackNumber(args[3]);
+        const int count = assembly::countTracks(database, compilation->id).trackCount;
+        for (int index : {2, 3}) {
+            const std::optional<int> number = index == 2 ? from : to;
+            if (!number || *number < 1 || *number > count) {
+                return noSuchTrack(database, *compilation, args[1], args[index], streams);
+            }
+        }
+        assembly::moveTrack(database, compilation->id, *from, *to);
+        database.close();
+        streams.out << "Track " << *from << " is now track " << *to << Qt::endl;
+    } catch (const engine::JetError& error) {
+        return reportError(streams, error);
+    }
+    return 0;
+}
+
+int renumber(const QStringList& args, Streams streams) {
+    const QString kUsage =
+        QStringLiteral("renumber DB NAME [--sort VARIABLE Ascending|Descending]...");
+    if (args.size() < 2) {
+        return usage(streams, kUsage);
+    }
+    SortOption sort;
+    const QString badSort = parseRenumberSort(args, sort);
+    if (!badSort.isEmpty()) {
+        streams.err << badSort << Qt::endl;
+        return usage(streams, kUsage);
+    }
+    QString orderText;
+    const QString badCaption = composeOrderText(sort, query::SortCaller::Compilation, orderText);
+    if (!badCaption.isEmpty()) {
+        streams.err << badCaption << Qt::endl;
+        return 1;
+    }
+    try {
+        engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(args[0]);
+        const std::optional<Compilation> compilation = findCompilation(database, args[1], streams);
+        if (!compilation) {
+            return 1;
+        }
+        const int count = assembly::renumberBySort(database, compilation->id, orderText);
+        database.close();
+        streams.out << count << " track(s) renumbered" << Qt::endl;
+    } catch (const engine::JetError& error) {
+        return reportError(streams, error);
+    }
+    return 0;
+}
+
+}  // namespace cli
