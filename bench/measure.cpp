@@ -17,6 +17,7 @@
 #include "query/goto_lists.h"
 #include "store/album_source.h"
 #include "store/compilation_queries.h"
+#include "target_compilation.h"
 #include "timing.h"
 
 namespace bench {
@@ -66,24 +67,6 @@ double connectAndBuild(engine::Database& database, const QString& albumFile,
     if (!editor.albumConnected)
         throw std::runtime_error("connect failed: " + dialogs.lastMessageText().toStdString());
     return seconds;
-}
-
-// A compilation of 20 tracks, the picker's target.
-qint64 addTargetCompilation(engine::Database& database) {
-    database.execute(QStringLiteral(
-        "INSERT INTO Compilation (Name, Format, C_Length) VALUES ('Bench', 'MiniDisc', 74)"));
-    const qint64 id =
-        database.openRecordset(QStringLiteral("SELECT Max(CompilationID_P) FROM Compilation"))
-            .value(0)
-            .toLongLong();
-    for (int track = 1; track <= 20; ++track) {
-        database.execute(QStringLiteral("INSERT INTO CompilationTrack (CompilationID_F1, TrackNo, "
-                                        "Track_Artist_Name, Track_Title, Length) "
-                                        "VALUES (%1, %2, 'Performer', 'Title %2', 200)")
-                             .arg(id)
-                             .arg(track));
-    }
-    return id;
 }
 
 // What the track picker does after the build and before it shows: its source data control

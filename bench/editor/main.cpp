@@ -7,6 +7,7 @@
 #include <QTextStream>
 
 #include "assembly/compilation_editor.h"
+#include "compilation_cache.h"
 #include "demo/demo_collection.h"
 #include "engine/workspace.h"
 #include "platform/scripted_dialogs.h"
@@ -33,17 +34,6 @@ Options readOptions(const QStringList& args) {
     return options;
 }
 
-QString databaseFor(const Options& options) {
-    QDir().mkpath(options.cache);
-    const QString path =
-        QDir(options.cache)
-            .filePath(QStringLiteral("compilations-%1.mdb").arg(options.compilations));
-    if (!QFileInfo::exists(path)) {
-        demo::writeCompilations(path, options.compilations, 7);
-    }
-    return path;
-}
-
 void openEditor(assembly::CompilationEditor& editor, qint64 id) {
     editor.loadEditor(assembly::EditorMode::Edit, id);
     for (const assembly::ValueList list : {assembly::ValueList::Format, assembly::ValueList::Length,
@@ -58,7 +48,7 @@ void openEditor(assembly::CompilationEditor& editor, qint64 id) {
 int main(int argc, char* argv[]) {
     QCoreApplication app(argc, argv);
     const Options options = readOptions(app.arguments());
-    const QString path = databaseFor(options);
+    const QString path = bench::cachedCompilations(options.cache, options.compilations);
     engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(path);
     QTextStream out(stdout);
 

@@ -8,6 +8,7 @@
 #include <QTextStream>
 #include <cstdio>
 
+#include "compilation_cache.h"
 #include "demo/demo_collection.h"
 #include "engine/workspace.h"
 #include "platform/scripted_dialogs.h"
@@ -38,24 +39,13 @@ Options readOptions(const QStringList& args) {
     return options;
 }
 
-QString databaseFor(const Options& options) {
-    QDir().mkpath(options.cache);
-    const QString path =
-        QDir(options.cache)
-            .filePath(QStringLiteral("compilations-%1.mdb").arg(options.compilations));
-    if (!QFileInfo::exists(path)) {
-        demo::writeCompilations(path, options.compilations, 7);
-    }
-    return path;
-}
-
 }  // namespace
 
 int main(int argc, char* argv[]) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     const Options options = readOptions(app.arguments());
-    const QString path = databaseFor(options);
+    const QString path = bench::cachedCompilations(options.cache, options.compilations);
     QTextStream out(stdout);
 
     std::vector<double> opening, scrolling;

@@ -15,6 +15,7 @@
 #include "platform/program_folder.h"
 #include "platform/scripted_dialogs.h"
 #include "store/album_source.h"
+#include "target_compilation.h"
 #include "timing.h"
 #include "ui/controls/data_grid.h"
 #include "ui/windows/get_songs_window.h"
@@ -65,23 +66,6 @@ QString compilationFile(const QTemporaryDir& work, int run) {
     return path;
 }
 
-qint64 addTarget(engine::Database& database) {
-    database.execute(QStringLiteral(
-        "INSERT INTO Compilation (Name, Format, C_Length) VALUES ('Bench', 'MiniDisc', 74)"));
-    const qint64 id =
-        database.openRecordset(QStringLiteral("SELECT Max(CompilationID_P) FROM Compilation"))
-            .value(0)
-            .toLongLong();
-    for (int track = 1; track <= 20; ++track) {
-        database.execute(QStringLiteral("INSERT INTO CompilationTrack (CompilationID_F1, TrackNo, "
-                                        "Track_Artist_Name, Track_Title, Length) "
-                                        "VALUES (%1, %2, 'Performer', 'Title %2', 200)")
-                             .arg(id)
-                             .arg(track));
-    }
-    return id;
-}
-
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -103,7 +87,7 @@ int main(int argc, char* argv[]) {
         window.show();
         if (!window.loadDatabase(compilationFile(work, run)))
             return 1;
-        const qint64 id = addTarget(window.state().database);
+        const qint64 id = bench::addTargetCompilation(window.state().database);
         QWidget editor;
         editor.show();
         QApplication::processEvents();
