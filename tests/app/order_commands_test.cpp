@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "app/program_run.h"
+#include "app/album_cli_fixture.h"
 #include "support/compilation_invariants.h"
 #include "support/temp_dir.h"
 
@@ -20,27 +20,11 @@ struct SourceRow {
     int length = 0;
 };
 
-class OrderCommands : public ::testing::Test {
+class OrderCommands : public AlbumCliTest {
   protected:
-    static void SetUpTestSuite() {
-        albums = new testsupport::TempDir;
-        const ProgramRun made = cli({"make-albums", albumPath(), "--albums", "20", "--seed", "3"});
-        ASSERT_EQ(made.exitCode, 0) << made.err.toStdString();
-    }
-    static void TearDownTestSuite() {
-        delete albums;
-        albums = nullptr;
-    }
-    static QString albumPath() { return albums->file("albums.mdb"); }
-
     void SetUp() override {
-        ASSERT_EQ(cli({"new", path}).exitCode, 0);
-        sql("INSERT INTO Compilation (Name, Format, C_Length) VALUES ('Road Trip', 'MD', 74)");
-    }
-    QStringList sql(const QString& statement) {
-        const ProgramRun result = cli({"sql", path, statement});
-        EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
-        return result.out.split('\n', Qt::SkipEmptyParts).mid(1);
+        makeDatabase(
+            "INSERT INTO Compilation (Name, Format, C_Length) VALUES ('Road Trip', 'MD', 74)");
     }
     ProgramRun addTracks(const QStringList& options) {
         return cli(QStringList{"add-tracks", path, "Road Trip", albumPath()} + options);
@@ -69,9 +53,6 @@ class OrderCommands : public ::testing::Test {
         }
         return rows;
     }
-    static inline testsupport::TempDir* albums = nullptr;
-    testsupport::TempDir dir;
-    const QString path = dir.file("c.mdb");
 };
 
 QStringList sortedDescending(std::vector<int> lengths) {

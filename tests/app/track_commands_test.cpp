@@ -4,7 +4,7 @@
 #include <QDir>
 #include <QRegularExpression>
 
-#include "app/program_run.h"
+#include "app/album_cli_fixture.h"
 #include "support/compilation_invariants.h"
 #include "support/databases.h"
 #include "support/temp_dir.h"
@@ -17,28 +17,12 @@ using testsupport::ProgramRun;
 const QString kTempSourceCount =
     QStringLiteral("SELECT count(*) FROM sqlite_master WHERE name = 'TempSource'");
 
-class TrackCommands : public ::testing::Test {
+class TrackCommands : public AlbumCliTest {
   protected:
-    static void SetUpTestSuite() {
-        albums = new testsupport::TempDir;
-        const ProgramRun made = cli({"make-albums", albumPath(), "--albums", "20", "--seed", "3"});
-        ASSERT_EQ(made.exitCode, 0) << made.err.toStdString();
-    }
-    static void TearDownTestSuite() {
-        delete albums;
-        albums = nullptr;
-    }
-    static QString albumPath() { return albums->file("albums.mdb"); }
-
     void SetUp() override {
-        ASSERT_EQ(cli({"new", path}).exitCode, 0);
-        sql("INSERT INTO Compilation (Name, Format, C_Length) VALUES ('Road Trip', 'MD', 74), "
+        makeDatabase(
+            "INSERT INTO Compilation (Name, Format, C_Length) VALUES ('Road Trip', 'MD', 74), "
             "('Short One', 'MD', 1)");
-    }
-    QStringList sql(const QString& statement) {
-        const ProgramRun result = cli({"sql", path, statement});
-        EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
-        return result.out.split('\n', Qt::SkipEmptyParts).mid(1);
     }
     ProgramRun addTracks(const QString& name, const QStringList& options) {
         return cli(QStringList{"add-tracks", path, name, albumPath()} + options);
@@ -49,9 +33,6 @@ class TrackCommands : public ::testing::Test {
             "CompilationID_P = CompilationID_F1 WHERE Name = '" +
             name + "' ORDER BY TrackNo");
     }
-    static inline testsupport::TempDir* albums = nullptr;
-    testsupport::TempDir dir;
-    const QString path = dir.file("c.mdb");
 };
 
 TEST_F(TrackCommands, AddsTheFirstRowsOfTheChosenOrderAndTellsTheTime) {
