@@ -1,21 +1,13 @@
 #include "album_tables.h"
 
+#include "support/album_schema.h"
 #include "support/databases.h"
 
 namespace testsupport {
 
 void createSqliteAlbumDatabase(const QString& path, bool withRating) {
+    createAlbumTables(path, withRating);
     execRaw(path, R"sql(
-        CREATE TABLE Artist (ArtistID INTEGER, Name TEXT(255) COLLATE NOCASE);
-        CREATE TABLE Album (AlbumID INTEGER, Title TEXT(255) COLLATE NOCASE,
-                            ArtistSort TEXT(255) COLLATE NOCASE, LocationID INTEGER);
-        CREATE TABLE Track (TrackID INTEGER, AlbumID INTEGER, ArtistSort TEXT(255) COLLATE NOCASE,
-                            Title TEXT(255) COLLATE NOCASE, Item SMALLINT, "Index" SMALLINT,
-                            Length INTEGER, Version TEXT(50) COLLATE NOCASE, Live YESNO,
-                            RecordedStart TEXT(50) COLLATE NOCASE, TrackRatingID INTEGER);
-        CREATE TABLE ArtistTrackLink (ArtistID INTEGER, TrackID INTEGER);
-        CREATE TABLE ArtistAlbumLink (ArtistID INTEGER, AlbumID INTEGER);
-        CREATE TABLE Location (LocationID INTEGER, Location TEXT(255) COLLATE NOCASE);
         INSERT INTO Artist VALUES (1, 'Simon'), (2, 'Garfunkel'), (3, 'The Beatles'), (4, 'Die Ärzte');
         INSERT INTO Location VALUES (1, 'Shelf A');
         INSERT INTO Album VALUES (10, 'Duets', 'Simon & Garfunkel', 1),
@@ -32,7 +24,6 @@ void createSqliteAlbumDatabase(const QString& path, bool withRating) {
     )sql");
     if (withRating) {
         execRaw(path, R"sql(
-            CREATE TABLE TrackRating (TrackRatingID INTEGER, TrackRating TEXT(50) COLLATE NOCASE);
             INSERT INTO TrackRating VALUES (1, '*****'), (2, '***');
         )sql");
     }

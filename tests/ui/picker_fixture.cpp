@@ -2,21 +2,12 @@
 
 #include <QAbstractItemModel>
 
+#include "support/album_schema.h"
 #include "support/databases.h"
 
 void writeAlbumFile(const QString& path, const std::vector<AlbumTrack>& tracks) {
+    testsupport::createAlbumTables(path, true);
     testsupport::execRaw(path, R"sql(
-        CREATE TABLE Artist (ArtistID INTEGER, Name TEXT(255) COLLATE NOCASE);
-        CREATE TABLE Album (AlbumID INTEGER, Title TEXT(255) COLLATE NOCASE,
-                            ArtistSort TEXT(255) COLLATE NOCASE, LocationID INTEGER);
-        CREATE TABLE Track (TrackID INTEGER, AlbumID INTEGER, ArtistSort TEXT(255) COLLATE NOCASE,
-                            Title TEXT(255) COLLATE NOCASE, Item SMALLINT, "Index" SMALLINT,
-                            Length INTEGER, Version TEXT(50) COLLATE NOCASE, Live YESNO,
-                            RecordedStart TEXT(50) COLLATE NOCASE, TrackRatingID INTEGER);
-        CREATE TABLE ArtistTrackLink (ArtistID INTEGER, TrackID INTEGER);
-        CREATE TABLE ArtistAlbumLink (ArtistID INTEGER, AlbumID INTEGER);
-        CREATE TABLE Location (LocationID INTEGER, Location TEXT(255) COLLATE NOCASE);
-        CREATE TABLE TrackRating (TrackRatingID INTEGER, TrackRating TEXT(50) COLLATE NOCASE);
         INSERT INTO Artist VALUES (1000, 'Various');
         INSERT INTO Album VALUES (1, 'Collection', 'Various', NULL);
         INSERT INTO ArtistAlbumLink VALUES (1000, 1);
