@@ -15,25 +15,6 @@
 
 namespace {
 
-struct Options {
-    int compilations = 10000;
-    int runs = 21;
-    QString cache = QDir::temp().filePath(QStringLiteral("mixorama-bench"));
-};
-
-Options readOptions(const QStringList& args) {
-    Options options;
-    for (int i = 0; i + 1 < args.size(); ++i) {
-        if (args[i] == QLatin1String("--compilations"))
-            options.compilations = args[i + 1].toInt();
-        if (args[i] == QLatin1String("--runs"))
-            options.runs = args[i + 1].toInt();
-        if (args[i] == QLatin1String("--cache"))
-            options.cache = args[i + 1];
-    }
-    return options;
-}
-
 void openEditor(assembly::CompilationEditor& editor, qint64 id) {
     editor.loadEditor(assembly::EditorMode::Edit, id);
     for (const assembly::ValueList list : {assembly::ValueList::Format, assembly::ValueList::Length,
@@ -47,7 +28,8 @@ void openEditor(assembly::CompilationEditor& editor, qint64 id) {
 
 int main(int argc, char* argv[]) {
     QCoreApplication app(argc, argv);
-    const Options options = readOptions(app.arguments());
+    const bench::CompilationBenchOptions options =
+        bench::readCompilationBenchOptions(app.arguments(), 21);
     const QString path = bench::cachedCompilations(options.cache, options.compilations);
     engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(path);
     QTextStream out(stdout);

@@ -18,33 +18,13 @@
 #include "ui/controls/data_grid.h"
 #include "ui/windows/overview_window.h"
 
-namespace {
-
-struct Options {
-    int compilations = 10000;
-    int runs = 5;
-    QString cache = QDir::temp().filePath(QStringLiteral("mixorama-bench"));
-};
-
-Options readOptions(const QStringList& args) {
-    Options options;
-    for (int i = 0; i + 1 < args.size(); ++i) {
-        if (args[i] == QLatin1String("--compilations"))
-            options.compilations = args[i + 1].toInt();
-        if (args[i] == QLatin1String("--runs"))
-            options.runs = args[i + 1].toInt();
-        if (args[i] == QLatin1String("--cache"))
-            options.cache = args[i + 1];
-    }
-    return options;
-}
-
-}  // namespace
+namespace {}  // namespace
 
 int main(int argc, char* argv[]) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    const Options options = readOptions(app.arguments());
+    const bench::CompilationBenchOptions options =
+        bench::readCompilationBenchOptions(app.arguments(), 5);
     const QString path = bench::cachedCompilations(options.cache, options.compilations);
     QTextStream out(stdout);
 
