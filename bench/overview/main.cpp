@@ -18,7 +18,6 @@
 #include "ui/controls/data_grid.h"
 #include "ui/windows/overview_window.h"
 
-
 int main(int argc, char* argv[]) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
