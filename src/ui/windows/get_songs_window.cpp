@@ -15,6 +15,7 @@
 #include "assembly/track_picker.h"
 #include "engine/jet_error.h"
 #include "platform/dialogs.h"
+#include "query/filter_clause.h"
 #include "query/goto_find.h"
 #include "query/goto_lists.h"
 #include "query/time_text.h"
@@ -172,17 +173,16 @@ QWidget* GetSongsWindow::buildSidePanel() {
     const struct {
         const char* caption;
         const char* name;
-        const char* what;
-    } tools[] = {{"F&ilter", "btnFilter", "Filtering"},
-                 {"&Sort", "btnSort", "Sorting"},
-                 {"Navigate", "btnNavigation", "The performer navigator"},
-                 {"&Rearrange", "btnReArrange", "Rearranging"}};
+        void (GetSongsWindow::*open)();
+    } tools[] = {{"F&ilter", "btnFilter", &GetSongsWindow::openFilter},
+                 {"&Sort", "btnSort", &GetSongsWindow::openSort},
+                 {"Navigate", "btnNavigation", &GetSongsWindow::openNavigator},
+                 {"&Rearrange", "btnReArrange", &GetSongsWindow::openRearrange}};
     int row = 7;
     for (const auto& tool : tools) {
         QPushButton* button =
             makeButton(QString::fromLatin1(tool.caption), QString::fromLatin1(tool.name), panel);
-        const QString what = QString::fromLatin1(tool.what);
-        connect(button, &QPushButton::clicked, this, [this, what] { notYetAvailable(what); });
+        connect(button, &QPushButton::clicked, this, tool.open);
         layout->addWidget(button, row++, 0, 1, 2);
         if (button->objectName() == QLatin1String("btnReArrange")) {
             rearrange_ = button;
@@ -215,8 +215,12 @@ void GetSongsWindow::load() {
     showSourcePosition();
 }
 
+// A new TempSource starts unfiltered and in the order it was built in, so the filter and sort
+// of an earlier opening are dropped: the goto list and the count then match the grid.
 void GetSongsWindow::bindSource() {
     shell::AppState& state = session_.state();
+    state.filterClause.clear();
+    state.sortClause.clear();
     store::buildTempSource(state.database, state.album);
     sourceRows_.setDatabase(state.database);
     sourceRows_.setDatabaseName(state.databasePath);
@@ -355,6 +359,52 @@ void GetSongsWindow::findClicked(int index) {
 
 void GetSongsWindow::notYetAvailable(const QString& what) {
     dialogs_.information(what + QStringLiteral(" is not yet available."));
+}
+
+void GetSongsWindow::requerySource() {
+    const shell::AppState& state = session_.state();
+    sourceRows_.setRecordSource(query::sourceRecordSource(state.filterClause, state.sortClause));
+    sourceRows_.refresh();
+    showSourcePosition();
+}
+
+void GetSongsWindow::resetSourceGotoList() {
+    loadStep([this] { useGotoColumn(0); });
+}
+
+bool GetSongsWindow::moveSourceTo(const QString& criterion) {
+    if (!sourceRows_.hasRecordset()) {
+        return false;
+    }
+    engine::Recordset& rows = sourceRows_.recordset();
+    rows.findFirst(criterion);
+    if (rows.noMatch()) {
+        return false;
+    }
+    sourceRows_.notifyCurrentChanged();
+    return true;
+}
+
+void GetSongsWindow::closeNavigator() {
+    if (navigator_ != nullptr) {
+        navigator_->close();
+    }
+}
+
+void GetSongsWindow::openFilter() {
+    notYetAvailable(QStringLiteral("Filtering"));
+}
+
+void GetSongsWindow::openSort() {
+    notYetAvailable(QStringLiteral("Sorting"));
+}
+
+void GetSongsWindow::openNavigator() {
+    notYetAvailable(QStringLiteral("The performer navigator"));
+}
+
+void GetSongsWindow::openRearrange() {
+    notYetAvailable(QStringLiteral("Rearranging"));
 }
 
 bool GetSongsWindow::eventFilter(QObject* watched, QEvent* event) {

@@ -39,6 +39,20 @@ class GetSongsWindow : public QWidget {
     DataGrid* sourceGrid() const { return source_; }
     DataGrid* targetGrid() const { return target_; }
 
+    // The source as the filter, sort and navigator windows see it. requerySource rebuilds the
+    // source's record source from the session's filter and sort clauses and shows its first row.
+    store::DataControl& sourceRows() { return sourceRows_; }
+    void requerySource();
+    // Column 0 becomes the goto column again and the goto list is refilled, so that it follows
+    // a new filter.
+    void resetSourceGotoList();
+    // Moves the source to the first row meeting an engine criterion; false when none does (the
+    // current row stays).
+    bool moveSourceTo(const QString& criterion);
+    // The navigator window, if open; the filter and rearrange windows close it first so that it
+    // never shows a tree of an outdated source.
+    void closeNavigator();
+
   protected:
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -68,6 +82,10 @@ class GetSongsWindow : public QWidget {
     bool confirmRecorded(const QString& performer, const QString& title);
     void findClicked(int index);
     void notYetAvailable(const QString& what);
+    void openFilter();
+    void openSort();
+    void openNavigator();
+    void openRearrange();
     void followCompilation(qint64 id);
 
     shell::Session& session_;
@@ -88,6 +106,7 @@ class GetSongsWindow : public QWidget {
     QComboBox* comparisonList_ = nullptr;
     std::array<QPushButton*, 4> findButtons_{};
     QPushButton* rearrange_ = nullptr;
+    QPointer<QWidget> navigator_;
 };
 
 }  // namespace ui
