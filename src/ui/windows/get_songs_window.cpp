@@ -25,7 +25,9 @@
 #include "store/compilation_queries.h"
 #include "ui/controls/data_grid.h"
 #include "ui/windows/goto_controls.h"
+#include "ui/windows/rearrange_window.h"
 #include "ui/windows/screen_colours.h"
+#include "ui/windows/sort_dialog.h"
 #include "ui/windows/track_lookup_window.h"
 #include "ui/windows/window_registry.h"
 
@@ -62,6 +64,7 @@ GetSongsWindow::GetSongsWindow(shell::Session& session, WindowRegistry& registry
                                platform::Dialogs& dialogs, qint64 compilationId, QWidget* owner)
     : QWidget(owner, Qt::Window),
       session_(session),
+      registry_(registry),
       dialogs_(dialogs),
       compilationId_(compilationId),
       owner_(owner),
@@ -396,7 +399,16 @@ void GetSongsWindow::openFilter() {
 }
 
 void GetSongsWindow::openSort() {
-    notYetAvailable(QStringLiteral("Sorting"));
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    SortDialog dialog(
+        query::SortCaller::Source,
+        [this](const QString& orderText) {
+            session_.state().sortClause = query::sourceSortClause(orderText);
+            requerySource();
+        },
+        dialogs_, this);
+    QApplication::restoreOverrideCursor();
+    dialog.exec();
 }
 
 void GetSongsWindow::openNavigator() {
@@ -404,7 +416,11 @@ void GetSongsWindow::openNavigator() {
 }
 
 void GetSongsWindow::openRearrange() {
-    notYetAvailable(QStringLiteral("Rearranging"));
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    closeNavigator();
+    auto* rearrange = new RearrangeWindow(session_, registry_, dialogs_, compilationId_, this);
+    rearrange->show();
+    QApplication::restoreOverrideCursor();
 }
 
 bool GetSongsWindow::eventFilter(QObject* watched, QEvent* event) {
