@@ -84,6 +84,7 @@ TEST_F(Rearrange, ShowsTheTracksInPlaceOfThePicker) {
 
 TEST_F(Rearrange, WhileDraggingTheRowUnderTheMouseIsTheDropRow) {
     open(3);
+    const QColor resting = grid()->palette().color(QPalette::Highlight);
     QWidget* rows = grid()->viewport();
     QTest::mousePress(rows, Qt::LeftButton, {}, rowCentre(1));
     QTest::mouseMove(rows, rowCentre(1) + QPoint(3, 0));  // within the drag distance
@@ -93,9 +94,11 @@ TEST_F(Rearrange, WhileDraggingTheRowUnderTheMouseIsTheDropRow) {
     EXPECT_TRUE(rearrange->dragging());
     EXPECT_EQ(grid()->currentIndex().row(), 3);
     EXPECT_TRUE(grid()->selectionModel()->isRowSelected(3, {}));
+    EXPECT_NE(grid()->palette().color(QPalette::Highlight), resting);
     EXPECT_EQ(tracksOf(3), "1:One 2:Two 3:Three 4:Four 5:Five");  // nothing written yet
     QTest::mouseRelease(rows, Qt::LeftButton, {}, rowCentre(3));
     EXPECT_FALSE(rearrange->dragging());
+    EXPECT_EQ(grid()->palette().color(QPalette::Highlight), resting);
 }
 
 TEST_F(Rearrange, ADroppedTrackTakesTheNumberOfItsDropRow) {

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QTemporaryDir>
 #include <QTextStream>
 
@@ -23,6 +24,8 @@
 #include "ui/windows/get_songs_window.h"
 #include "ui/windows/help_window.h"
 #include "ui/windows/overview_window.h"
+#include "ui/windows/rearrange_window.h"
+#include "ui/windows/sort_dialog.h"
 #include "ui/windows/track_lookup_window.h"
 
 namespace app {
@@ -124,6 +127,51 @@ qint64 overfill(shell::AppState& state, qint64 compilationId) {
     return compilationId;
 }
 
+// The sort dialog for each caller with two levels chosen; nothing is applied.
+bool sortDialogs(platform::Dialogs& dialogs, QWidget* picker, const QString& folder) {
+    bool ok = true;
+    for (const auto caller : {query::SortCaller::Source, query::SortCaller::Compilation}) {
+        ui::SortDialog dialog(
+            caller, [](const QString&) {}, dialogs, picker);
+        dialog.findChild<QComboBox*>(QStringLiteral("tdbcSortVar0"))->setCurrentIndex(0);
+        dialog.findChild<QComboBox*>(QStringLiteral("tdbcSortOrd0"))->setCurrentIndex(0);
+        dialog.findChild<QComboBox*>(QStringLiteral("tdbcSortVar1"))->setCurrentIndex(2);
+        dialog.findChild<QComboBox*>(QStringLiteral("tdbcSortOrd1"))->setCurrentIndex(1);
+        ok &= save(&dialog, folder,
+                   caller == query::SortCaller::Source ? QStringLiteral("sort-source")
+                                                       : QStringLiteral("sort-compilation"));
+    }
+    return ok;
+}
+
+void sendMouse(QWidget* target, QEvent::Type type, QPoint at, Qt::MouseButtons held) {
+    QMouseEvent event(type, at, target->mapToGlobal(at), Qt::LeftButton, held, {});
+    QApplication::sendEvent(target, &event);
+}
+
+// The rearrange window while track 2 is dragged over the fourth row; the drag then ends on its
+// own row, which changes nothing.
+bool rearrangeWindow(ui::OverviewWindow& window, platform::Dialogs& dialogs, qint64 id,
+                     QWidget* picker, const QString& folder) {
+    auto* rearrange =
+        new ui::RearrangeWindow(window.session(), window.windowRegistry(), dialogs, id, picker);
+    rearrange->show();
+    QApplication::processEvents();
+    ui::DataGrid* grid = rearrange->grid();
+    QWidget* rows = grid->viewport();
+    const auto centre = [grid](int row) {
+        return grid->visualRect(grid->model()->index(row, 2)).center();
+    };
+    sendMouse(rows, QEvent::MouseButtonPress, centre(1), Qt::LeftButton);
+    sendMouse(rows, QEvent::MouseMove, centre(2), Qt::LeftButton);
+    sendMouse(rows, QEvent::MouseMove, centre(3), Qt::LeftButton);
+    const bool ok = save(rearrange, folder, QStringLiteral("rearrange-dragging"));
+    sendMouse(rows, QEvent::MouseMove, centre(1), Qt::LeftButton);
+    sendMouse(rows, QEvent::MouseButtonRelease, centre(1), Qt::NoButton);
+    rearrange->close();
+    return ok;
+}
+
 // The picker with a red time, the lookup of one of its tracks, and the browser.
 bool pickerWindows(ui::OverviewWindow& window, platform::ScriptedDialogs& dialogs,
                    const QString& albums, const QString& folder) {
@@ -151,6 +199,8 @@ bool pickerWindows(ui::OverviewWindow& window, platform::ScriptedDialogs& dialog
                                      track.value("Track_Title").toString(), true, picker);
         ok &= save(&lookup, folder, QStringLiteral("track-lookup"));
     }
+    ok &= sortDialogs(dialogs, picker, folder);
+    ok &= rearrangeWindow(window, dialogs, id, picker, folder);
     picker->close();
     auto* browser = new ui::CompilationBrowserWindow(window, dialogs);
     ok &= save(browser, folder, QStringLiteral("compilation-browser"));

@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QTableView>
+#include <algorithm>
 
 namespace ui {
 
@@ -49,6 +50,7 @@ bool RowDrag::move(const QMouseEvent& event) {
         }
         dragging_ = true;
         QApplication::setOverrideCursor(Qt::DragMoveCursor);
+        markDropRow();
         emit started(pressedRow_);
     }
     showDropRow(at.y());
@@ -89,9 +91,23 @@ bool RowDrag::release() {
     return wasDragging;  // a plain click stays the view's
 }
 
+// The drop row stands out in the desktop's selection colours, whatever the view's own are.
+void RowDrag::markDropRow() {
+    restingPalette_ = view_->palette();
+    QPalette dragging = restingPalette_;
+    const QPalette desktop = QApplication::palette();
+    for (auto group : {QPalette::Active, QPalette::Inactive}) {
+        dragging.setColor(group, QPalette::Highlight, desktop.color(group, QPalette::Highlight));
+        dragging.setColor(group, QPalette::HighlightedText,
+                          desktop.color(group, QPalette::HighlightedText));
+    }
+    view_->setPalette(dragging);
+}
+
 void RowDrag::end() {
     if (dragging_) {
         QApplication::restoreOverrideCursor();
+        view_->setPalette(restingPalette_);
     }
     dragging_ = false;
     pressedRow_ = -1;

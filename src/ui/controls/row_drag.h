@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPalette>
 #include <QPoint>
 
 class QEvent;
@@ -35,6 +36,7 @@ class RowDrag : public QObject {
     bool press(const QMouseEvent& event);
     bool move(const QMouseEvent& event);
     bool release();
+    void markDropRow();
     void showDropRow(int y);
     void end();
 
@@ -42,6 +44,7 @@ class RowDrag : public QObject {
     int pressedRow_ = -1;  // the row under a held left button, -1 when none
     QPoint pressedAt_;
     bool dragging_ = false;
+    QPalette restingPalette_;  // the view's own, while a drag shows the drop row
 };
 
 }  // namespace ui

@@ -41,7 +41,7 @@ RearrangeWindow::RearrangeWindow(shell::Session& session, WindowRegistry& regist
     connect(drag_, &RowDrag::dropped, this, &RearrangeWindow::drop);
     connect(grid_, &DataGrid::clicked, this, [this] { toggleSplitState(*grid_); });
     connect(grid_, &DataGrid::doubleClicked, this, &RearrangeWindow::openSort);
-    resize(900, 420);
+    resize(1000, 420);
     registry.add(this);
     if (picker_ != nullptr) {
         setGeometry(shell::alignedWith(geometry(), picker_->geometry()));
