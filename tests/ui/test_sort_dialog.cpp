@@ -177,6 +177,7 @@ TEST_F(SortSource, AFailureOfTheCallerIsShown) {
     dialog.show();
     clickButton(&dialog, "btnApply");
     EXPECT_EQ(applied, QStringList({"ArtistSort, AlbumArtistSort, Album_Title, Item, Index "}));
+    ASSERT_EQ(dialogs.messages().size(), 1u);
     EXPECT_EQ(dialogs.lastMessageText(), "Cannot update. Database or object is read-only.");
     EXPECT_EQ(dialogs.messages().back().icon, platform::MessageIcon::Exclamation);
     EXPECT_TRUE(dialog.isVisible());
