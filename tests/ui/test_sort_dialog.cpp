@@ -1,7 +1,6 @@
 #include <QComboBox>
 #include <QLabel>
 
-#include "engine/jet_error.h"
 #include "picker_fixture.h"
 #include "sort_dialog_driver.h"
 #include "ui/windows/sort_dialog.h"
@@ -160,27 +159,6 @@ TEST_F(SortSource, ALaterFilterKeepsTheSort) {
     picker()->requerySource();
     EXPECT_EQ(sourceTitles(), QStringList({"Mrs. Robinson", "Kodachrome", "Help!"}));
     EXPECT_EQ(sortClause(), "ORDER BY Length DESC");
-}
-
-// The caller's failure is told, and the dialog stays for another try.
-TEST_F(SortSource, AFailureOfTheCallerIsShown) {
-    QStringList applied;
-    ui::SortDialog dialog(
-        query::SortCaller::Compilation,
-        [&](const QString& text) {
-            applied << text;
-            throw engine::JetError(3027, "Cannot update. Database or object is read-only.");
-        },
-        dialogs, picker());
-    EXPECT_EQ(dialog.windowTitle(), "Sort Tracks on Compilation");
-    EXPECT_EQ(list(dialog, "tdbcSortVar0")->count(), 10);
-    dialog.show();
-    clickButton(&dialog, "btnApply");
-    EXPECT_EQ(applied, QStringList({"ArtistSort, AlbumArtistSort, Album_Title, Item, Index "}));
-    ASSERT_EQ(dialogs.messages().size(), 1u);
-    EXPECT_EQ(dialogs.lastMessageText(), "Cannot update. Database or object is read-only.");
-    EXPECT_EQ(dialogs.messages().back().icon, platform::MessageIcon::Exclamation);
-    EXPECT_TRUE(dialog.isVisible());
 }
 
 }  // namespace

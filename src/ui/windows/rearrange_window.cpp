@@ -30,6 +30,13 @@ RearrangeWindow::RearrangeWindow(shell::Session& session, WindowRegistry& regist
     setAttribute(Qt::WA_DeleteOnClose);
     tracks_.setObjectName(QStringLiteral("datTrack01"));
     shell::followTracks(tracks_, session_, [this] { return compilationId_; });
+    buildControls();
+    resize(1000, 420);
+    registry.add(this);
+    load();
+}
+
+void RearrangeWindow::buildControls() {
     auto* layout = new QVBoxLayout(this);
     grid_ = new DataGrid(this);
     grid_->setObjectName(QStringLiteral("grd6TrackReArrange"));
@@ -41,8 +48,10 @@ RearrangeWindow::RearrangeWindow(shell::Session& session, WindowRegistry& regist
     connect(drag_, &RowDrag::dropped, this, &RearrangeWindow::drop);
     connect(grid_, &DataGrid::clicked, this, [this] { toggleSplitState(*grid_); });
     connect(grid_, &DataGrid::doubleClicked, this, &RearrangeWindow::openSort);
-    resize(1000, 420);
-    registry.add(this);
+}
+
+// In the picker's place, which stays hidden while this window is open.
+void RearrangeWindow::load() {
     if (picker_ != nullptr) {
         setGeometry(shell::alignedWith(geometry(), picker_->geometry()));
     }

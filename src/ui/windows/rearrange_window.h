@@ -37,6 +37,8 @@ class RearrangeWindow : public QWidget {
     void closeEvent(QCloseEvent* event) override;
 
   private:
+    void buildControls();
+    void load();
     void bindTracks();
     void startDrag(int row);
     assembly::DropGrid dropGrid() const;
