@@ -44,51 +44,43 @@ report::RowTable trackRows(int count) {
     return rows;
 }
 
-report::Section band(const QString& name, int height, QVector<report::Control> controls) {
-    report::Section section;
-    section.name = name;
-    section.height = height;
-    section.controls = std::move(controls);
-    return section;
-}
-
 report::ReportDefinition trackList() {
     using namespace report;
     ReportDefinition definition;
     definition.name = "Tracks";
-    definition.pageHeader =
-        band("PageHeader", 700,
-             {rectangle("shpPage", QRect(0, 0, 9000, 600)),
-              label("lblPageHeader", QRect(100, 100, 6000, 400),
-                    "Compilations: The Songs Sorted By Performer", FontSpec{"Arial", 12, true})});
+    definition.pageHeader = section(
+        "PageHeader", 700,
+        {rectangle("shpPage", QRect(0, 0, 9000, 600)),
+         label("lblPageHeader", QRect(100, 100, 6000, 400),
+               "Compilations: The Songs Sorted By Performer", FontSpec{"Arial", 12, true})});
     Group performer;
     performer.field = "ArtistSort";
-    performer.header = band("grpPerformer", 320,
-                            {textBox("fldTrackPerformer", QRect(0, 40, 6000, 280), "ArtistSort",
-                                     FontSpec{"Arial", 10, true})});
+    performer.header = section("grpPerformer", 320,
+                               {textBox("fldTrackPerformer", QRect(0, 40, 6000, 280), "ArtistSort",
+                                        FontSpec{"Arial", 10, true})});
     Group album;
     album.field = "Album_Title";
-    album.header = band("grpAlbum", 280,
-                        {textBox("fldAlbum", QRect(300, 0, 6000, 280), "Album_Title",
-                                 FontSpec{"Arial", 9, false, true})});
+    album.header = section("grpAlbum", 280,
+                           {textBox("fldAlbum", QRect(300, 0, 6000, 280), "Album_Title",
+                                    FontSpec{"Arial", 9, false, true})});
     definition.groups = {performer, album};
     Control title =
         textBox("fldTrackExtended", QRect(600, 0, 4800, 240), "Track_Title", FontSpec{"Arial", 9});
     title.canGrow = true;
-    definition.detail = band(
+    definition.detail = section(
         "Detail", 240,
         {title,
          textBox("fldTargetIndex", QRect(5500, 0, 500, 240), "TrackNo", FontSpec{"Arial", 9}),
          textBox("fldCompilationName", QRect(6100, 0, 2900, 240), "Name", FontSpec{"Arial", 9})});
     definition.pageFooter =
-        band("PageFooter", 400,
-             {line("Line1", QLine(0, 50, 9000, 50)),
-              textBox("txtPageNumber", QRect(7000, 100, 1300, 250),
-                      [](const SectionFormat& f) {
-                          return QStringLiteral("Page %1 of").arg(f.pageNumber());
-                      }),
-              textBox("txtPageCount", QRect(8300, 100, 700, 250),
-                      [](const SectionFormat& f) { return QString::number(f.pageCount()); })});
+        section("PageFooter", 400,
+                {line("Line1", QLine(0, 50, 9000, 50)),
+                 textBox("txtPageNumber", QRect(7000, 100, 1300, 250),
+                         [](const SectionFormat& f) {
+                             return QStringLiteral("Page %1 of").arg(f.pageNumber());
+                         }),
+                 textBox("txtPageCount", QRect(8300, 100, 700, 250),
+                         [](const SectionFormat& f) { return QString::number(f.pageCount()); })});
     return definition;
 }
 

@@ -63,6 +63,14 @@ Control subReport(const QString& name, const QRect& rect,
     return control;
 }
 
+Section section(const QString& name, int height, QVector<Control> controls) {
+    Section result;
+    result.name = name;
+    result.height = height;
+    result.controls = std::move(controls);
+    return result;
+}
+
 SectionFormat::SectionFormat(const Section& section, QVector<Control> controls, RowView row,
                              int pageNumber, int pageCount)
     : section_(section),

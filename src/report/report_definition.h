@@ -81,6 +81,8 @@ struct Section {
     bool prints() const { return visible && (height > 0 || !controls.isEmpty()); }
 };
 
+Section section(const QString& name, int height, QVector<Control> controls = {});
+
 // Group headers print before the first row of each run of rows with an equal field value (text
 // compared without regard to case), group footers after its last row. Groups nest in the order
 // given, the first one outermost.

@@ -23,16 +23,8 @@ report::RowTable table(const QStringList& fields, const QVector<QVector<QVariant
     return result;
 }
 
-report::Section section(const QString& name, int height, QVector<report::Control> controls) {
-    report::Section result;
-    result.name = name;
-    result.height = height;
-    result.controls = std::move(controls);
-    return result;
-}
-
 report::Section pageNumberFooter(int height) {
-    return section(
+    return report::section(
         "PageFooter", height,
         {report::textBox("txtPageNumber", QRect(0, 0, 1500, 300),
                          [](const report::SectionFormat& format) {

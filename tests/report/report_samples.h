@@ -16,9 +16,6 @@ report::PageSetup smallPaper();
 
 report::RowTable table(const QStringList& fields, const QVector<QVector<QVariant>>& rows);
 
-// A section of the height with the controls.
-report::Section section(const QString& name, int height, QVector<report::Control> controls = {});
-
 // The footer the lists use: "Page N of" beside the page count.
 report::Section pageNumberFooter(int height);
 

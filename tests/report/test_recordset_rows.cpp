@@ -28,9 +28,9 @@ TEST(RecordsetRows, AReportReadsTheRecordSetsRowsAndFieldsByNameInAnyCase) {
     report::ReportDefinition definition;
     definition.page = reporttest::smallPaper();
     definition.detail =
-        reporttest::section("Detail", 300,
-                            {report::textBox("fldName", QRect(0, 0, 3000, 300), "name"),
-                             report::textBox("fldBox", QRect(3000, 0, 3000, 300), "box")});
+        report::section("Detail", 300,
+                        {report::textBox("fldName", QRect(0, 0, 3000, 300), "name"),
+                         report::textBox("fldBox", QRect(3000, 0, 3000, 300), "box")});
     const report::PageModel model = report::layoutReport(definition, rows);
     EXPECT_EQ(reporttest::textsOf(model.pages[0]),
               (QStringList{"Autumn", "B2", "Blues", "Road Trip", "B1"}));
