@@ -19,8 +19,11 @@ bool sameKey(const QVariant& a, const QVariant& b) {
     return a == b;
 }
 
+QVector<Block> subReportBlocks(const Control& control, const RowView& parent,
+                               const std::function<int()>& pageNumber);
+
 // Formats a report's body sections (all but the page header and footer) in print order and
-// hands their blocks on. Sub-reports are bodies of their own, collected into their control.
+// hands their blocks on.
 class BodyWriter {
   public:
     using Sink = std::function<void(Block)>;
@@ -106,7 +109,7 @@ class BodyWriter {
         const SectionContext context{RowView(&rows_, row), pageNumber_(), 0};
         QVector<Block> blocks =
             layoutSection(section, context, [this](const Control& control, const RowView& parent) {
-                return subReportBlocks(control, parent);
+                return subReportBlocks(control, parent, pageNumber_);
             });
         if (!blocks.isEmpty()) {
             blocks.last().keepWithNext = blocks.last().keepWithNext || keepWithNext;
@@ -115,18 +118,6 @@ class BodyWriter {
             block.repeatHeaders = repeatSnapshot_;
             sink_(std::move(block));
         }
-        return blocks;
-    }
-
-    QVector<Block> subReportBlocks(const Control& control, const RowView& parent) const {
-        const std::shared_ptr<const RowSource> rows =
-            control.subReportRows ? control.subReportRows(parent) : nullptr;
-        const RowTable none;
-        QVector<Block> blocks;
-        BodyWriter(
-            *control.subReport, rows ? *rows : none,
-            [&blocks](Block block) { blocks.append(std::move(block)); }, pageNumber_)
-            .write();
         return blocks;
     }
 
@@ -139,6 +130,21 @@ class BodyWriter {
     std::shared_ptr<const QVector<Block>> repeatSnapshot_;
 };
 
+// A sub-report is a body of its own, collected into its control; its page header and footer
+// do not print.
+QVector<Block> subReportBlocks(const Control& control, const RowView& parent,
+                               const std::function<int()>& pageNumber) {
+    const std::shared_ptr<const RowSource> rows =
+        control.subReportRows ? control.subReportRows(parent) : nullptr;
+    const RowTable none;
+    QVector<Block> blocks;
+    BodyWriter(
+        *control.subReport, rows ? *rows : none,
+        [&blocks](Block block) { blocks.append(std::move(block)); }, pageNumber)
+        .write();
+    return blocks;
+}
+
 int fixedHeight(const Section& section) {
     return section.prints() ? section.height : 0;
 }
@@ -147,9 +153,11 @@ int fixedHeight(const Section& section) {
 void addPageBands(const ReportDefinition& definition, Page& page, const RowView& headerRow,
                   const RowView& footerRow, int number, int count) {
     const QRect printable = definition.page.printable();
-    const auto noSubReports = [](const Control&, const RowView&) { return QVector<Block>(); };
+    const auto runSubReport = [number](const Control& control, const RowView& parent) {
+        return subReportBlocks(control, parent, [number] { return number; });
+    };
     const auto place = [&](const Section& section, const RowView& row, int top) {
-        const Block band = stacked(layoutSection(section, {row, number, count}, noSubReports));
+        const Block band = stacked(layoutSection(section, {row, number, count}, runSubReport));
         for (PageItem item : band.items) {
             translate(item, printable.left(), top);
             page.items.append(std::move(item));

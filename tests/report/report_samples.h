@@ -7,6 +7,7 @@
 #include "report/page_model.h"
 #include "report/report_definition.h"
 #include "report/rows.h"
+#include "support/document_summary.h"  // failure messages show texts as text
 
 // Small reports and ways to read their pages.
 namespace reporttest {

@@ -73,30 +73,57 @@ TEST_P(Drawing, TwipsLandOnTheDevicesPixelsTrueToSize) {
 
 INSTANTIATE_TEST_SUITE_P(Resolutions, Drawing, ::testing::Values(300, 600, 1200));
 
-TEST(DrawingItems, ATurnedLabelRunsAlongItsBoxAndLinesKeepTheirWidth) {
+int darkPixels(const QImage& image) {
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            count += isDark(image, x, y);
+        }
+    }
+    return count;
+}
+
+// A spine label whose heavy letters come first, in a box a quarter inch wide and two inches tall.
+PageItem spine(int left, int angle) {
+    PageItem item;
+    item.kind = ItemKind::Text;
+    item.rect = QRect(left, 720, 360, 2880);
+    item.text = "WWWW" + QString(".").repeated(12);
+    item.font.pointSize = 14;
+    item.angle = angle;
+    return item;
+}
+
+TEST(DrawingItems, TurnedLabelsRunAlongTheirBoxAndLinesKeepTheirWidth) {
     QImage image = imageAt(300, QSize(4320, 4320));
-    PageItem spine;
-    spine.kind = ItemKind::Text;
-    spine.rect = QRect(1440, 720, 360, 2880);  // a quarter inch wide, two inches tall
-    spine.text = "MMMMMMMMMM";
-    spine.font.pointSize = 14;
-    spine.angle = 900;
     PageItem rule;
     rule.kind = ItemKind::Line;
     rule.line = QLine(2880, 720, 2880, 1440);
     rule.penWidth = 144;  // a tenth of an inch
     Page page;
-    page.items = {spine, rule};
+    page.items = {spine(1440, 900), spine(2160, -900), rule};
     QPainter painter(&image);
     drawPage(painter, page);
     painter.end();
 
-    const QRect text = inkOf(image.copy(0, 0, 500, image.height()));
-    ASSERT_TRUE(text.isValid());
-    EXPECT_GT(text.height(), 4 * text.width()) << "text runs up the box";
-    EXPECT_TRUE(QRect(300, 150, 75, 600).contains(text));
-    const QRect line = inkOf(image.copy(500, 0, image.width() - 500, image.height()));
-    EXPECT_EQ(line, QRect(600 - 15 - 500, 150, 30, 150));
+    // The boxes are 75 pixels wide and 600 tall, from y 150 to 750.
+    const QImage up = image.copy(0, 0, 400, image.height());
+    const QImage down = image.copy(400, 0, 160, image.height());
+    for (const QImage& label : {up, down}) {
+        const QRect text = inkOf(label);
+        ASSERT_TRUE(text.isValid());
+        EXPECT_GT(text.height(), 4 * text.width()) << "text runs along the box";
+        EXPECT_GE(text.top(), 150);
+        EXPECT_LE(text.bottom(), 750);
+    }
+    EXPECT_TRUE(QRect(300, 150, 75, 600).contains(inkOf(up)));
+    EXPECT_TRUE(QRect(50, 150, 75, 600).contains(inkOf(down)));
+    // 900 reads upwards: the text starts at the bottom; -900 reads downwards from the top.
+    EXPECT_GT(darkPixels(up.copy(0, 450, 400, 300)), 3 * darkPixels(up.copy(0, 150, 400, 300)));
+    EXPECT_GT(darkPixels(down.copy(0, 150, 160, 300)), 3 * darkPixels(down.copy(0, 450, 160, 300)));
+
+    const QRect line = inkOf(image.copy(560, 0, image.width() - 560, image.height()));
+    EXPECT_EQ(line, QRect(600 - 15 - 560, 150, 30, 150));
 }
 
 QString run(const QString& program, const QStringList& arguments) {

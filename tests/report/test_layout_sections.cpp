@@ -226,3 +226,25 @@ TEST(Sections, RichTextAndTurnedLabelsKeepTheirContent) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(Sections, ASubReportInThePageHeaderPrintsOnEveryPage) {
+    auto legend = std::make_shared<ReportDefinition>();
+    legend->detail =
+        section("LegendDetail", 300, {textBox("fldKey", QRect(0, 0, 2000, 300), "Key")});
+    ReportDefinition definition = detailOnly(section("Detail", 3000));
+    definition.pageHeader = section(
+        "PageHeader", 1000,
+        {subReport("subLegend", QRect(500, 100, 2000, 300), legend, [](const RowView&) {
+            return std::make_shared<RowTable>(table({"Key"}, {{"A = album"}, {"L = live"}}));
+        })});
+    const PageModel model = layoutReport(definition, table({"x"}, {{1}, {2}, {3}}));
+    ASSERT_EQ(model.pages.size(), 2);
+    for (const Page& page : model.pages) {
+        EXPECT_EQ(textsNamed(page, "fldKey"), (QStringList{"A = album", "L = live"}));
+        EXPECT_EQ(itemsNamed(page, "fldKey")[1].rect.topLeft(), QPoint(1500, 1400));
+    }
+}
+
+}  // namespace
