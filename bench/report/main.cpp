@@ -52,26 +52,26 @@ report::ReportDefinition trackList() {
         "PageHeader", 700,
         {rectangle("shpPage", QRect(0, 0, 9000, 600)),
          label("lblPageHeader", QRect(100, 100, 6000, 400),
-               "Compilations: The Songs Sorted By Performer", FontSpec{"Arial", 12, true})});
+               "Compilations: The Songs Sorted By Performer", ReportFont{"Arial", 12, true})});
     Group performer;
     performer.field = "ArtistSort";
     performer.header = section("grpPerformer", 320,
                                {textBox("fldTrackPerformer", QRect(0, 40, 6000, 280), "ArtistSort",
-                                        FontSpec{"Arial", 10, true})});
+                                        ReportFont{"Arial", 10, true})});
     Group album;
     album.field = "Album_Title";
     album.header = section("grpAlbum", 280,
                            {textBox("fldAlbum", QRect(300, 0, 6000, 280), "Album_Title",
-                                    FontSpec{"Arial", 9, false, true})});
+                                    ReportFont{"Arial", 9, false, true})});
     definition.groups = {performer, album};
-    Control title =
-        textBox("fldTrackExtended", QRect(600, 0, 4800, 240), "Track_Title", FontSpec{"Arial", 9});
+    Control title = textBox("fldTrackExtended", QRect(600, 0, 4800, 240), "Track_Title",
+                            ReportFont{"Arial", 9});
     title.canGrow = true;
     definition.detail = section(
         "Detail", 240,
         {title,
-         textBox("fldTargetIndex", QRect(5500, 0, 500, 240), "TrackNo", FontSpec{"Arial", 9}),
-         textBox("fldCompilationName", QRect(6100, 0, 2900, 240), "Name", FontSpec{"Arial", 9})});
+         textBox("fldTargetIndex", QRect(5500, 0, 500, 240), "TrackNo", ReportFont{"Arial", 9}),
+         textBox("fldCompilationName", QRect(6100, 0, 2900, 240), "Name", ReportFont{"Arial", 9})});
     definition.pageFooter =
         section("PageFooter", 400,
                 {line("Line1", QLine(0, 50, 9000, 50)),

@@ -20,13 +20,13 @@ inline constexpr int kTwipsPerInch = 1440;
 inline constexpr int kTwipsPerPoint = 20;
 
 // A font as a layout names it; it resolves to a QFont only when text is measured or drawn.
-struct FontSpec {
+struct ReportFont {
     QString family = QStringLiteral("Arial");
     double pointSize = 10;
     bool bold = false;
     bool italic = false;
     bool underline = false;
-    bool operator==(const FontSpec&) const = default;
+    bool operator==(const ReportFont&) const = default;
 };
 
 enum class ItemKind { Text, RichText, Line, Rectangle };
@@ -42,7 +42,7 @@ struct PageItem {
     QRect rect;    // twips
     QLine line;    // twips
     QString text;
-    FontSpec font;
+    ReportFont font;
     Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignTop;
     bool wordWrap = true;
     bool clip = true;

@@ -6,7 +6,7 @@ namespace report {
 
 namespace {
 
-Control make(ControlKind kind, const QString& name, const QRect& rect, FontSpec font = {}) {
+Control make(ControlKind kind, const QString& name, const QRect& rect, ReportFont font = {}) {
     Control control;
     control.kind = kind;
     control.name = name;
@@ -17,19 +17,20 @@ Control make(ControlKind kind, const QString& name, const QRect& rect, FontSpec 
 
 }  // namespace
 
-Control textBox(const QString& name, const QRect& rect, const QString& field, FontSpec font) {
+Control textBox(const QString& name, const QRect& rect, const QString& field, ReportFont font) {
     Control control = make(ControlKind::TextBox, name, rect, std::move(font));
     control.field = field;
     return control;
 }
 
-Control textBox(const QString& name, const QRect& rect, TextExpression expression, FontSpec font) {
+Control textBox(const QString& name, const QRect& rect, TextExpression expression,
+                ReportFont font) {
     Control control = make(ControlKind::TextBox, name, rect, std::move(font));
     control.expression = std::move(expression);
     return control;
 }
 
-Control label(const QString& name, const QRect& rect, const QString& caption, FontSpec font) {
+Control label(const QString& name, const QRect& rect, const QString& caption, ReportFont font) {
     Control control = make(ControlKind::Label, name, rect, std::move(font));
     control.text = caption;
     return control;
@@ -90,18 +91,22 @@ int SectionFormat::pageCount() const {
     return pageCount_;
 }
 
-Control& SectionFormat::control(const QString& name) {
-    for (Control& control : controls_) {
-        if (control.name.compare(name, Qt::CaseInsensitive) == 0) {
-            return control;
+int SectionFormat::indexOf(const QString& name) const {
+    for (int i = 0; i < controls_.size(); ++i) {
+        if (controls_[i].name.compare(name, Qt::CaseInsensitive) == 0) {
+            return i;
         }
     }
     throw ReportError(
         QStringLiteral("The section \"%1\" has no control \"%2\".").arg(section_.name, name));
 }
 
+Control& SectionFormat::control(const QString& name) {
+    return controls_[indexOf(name)];
+}
+
 const Control& SectionFormat::control(const QString& name) const {
-    return const_cast<SectionFormat*>(this)->control(name);
+    return controls_[indexOf(name)];
 }
 
 }  // namespace report

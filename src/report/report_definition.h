@@ -36,12 +36,12 @@ struct Control {
     QString text;
     QString field;
     TextExpression expression;
-    FontSpec font;
+    ReportFont font;
     Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignTop;
     bool wordWrap = true;
     bool clip = true;
     bool canGrow = false;    // the box grows to its text's height and pushes what is below down
-    bool canShrink = false;  // the box shrinks to its text's height (to nothing when empty)
+    bool canShrink = false;  // shrinks to its text's height (to nothing when empty or hidden)
     bool visible = true;
     int angle = 0;  // labels: tenths of a degree, counter-clockwise
     QColor color = Qt::black;
@@ -51,10 +51,10 @@ struct Control {
     SubReportRows subReportRows;
 };
 
-Control textBox(const QString& name, const QRect& rect, const QString& field, FontSpec font = {});
+Control textBox(const QString& name, const QRect& rect, const QString& field, ReportFont font = {});
 Control textBox(const QString& name, const QRect& rect, TextExpression expression,
-                FontSpec font = {});
-Control label(const QString& name, const QRect& rect, const QString& caption, FontSpec font = {});
+                ReportFont font = {});
+Control label(const QString& name, const QRect& rect, const QString& caption, ReportFont font = {});
 Control line(const QString& name, const QLine& line, int penWidth = 15);
 Control rectangle(const QString& name, const QRect& rect, int penWidth = 15, QColor fill = {});
 Control richText(const QString& name, const QRect& rect, const QString& field);
@@ -137,6 +137,8 @@ class SectionFormat {
     void setStep(Step step) { step_ = step; }
 
   private:
+    int indexOf(const QString& name) const;
+
     const Section& section_;
     QVector<Control> controls_;
     RowView row_;

@@ -14,17 +14,17 @@ namespace report {
 namespace {
 
 // Large reports measure the same few fonts thousands of times.
-const QFontMetricsF& metricsOf(const FontSpec& spec) {
+const QFontMetricsF& metricsOf(const ReportFont& wanted) {
     static QHash<QString, QFontMetricsF> cache;
     const QString key = QStringLiteral("%1|%2|%3%4%5")
-                            .arg(spec.family)
-                            .arg(spec.pointSize)
-                            .arg(spec.bold)
-                            .arg(spec.italic)
-                            .arg(spec.underline);
+                            .arg(wanted.family)
+                            .arg(wanted.pointSize)
+                            .arg(wanted.bold)
+                            .arg(wanted.italic)
+                            .arg(wanted.underline);
     auto it = cache.find(key);
     if (it == cache.end()) {
-        it = cache.insert(key, QFontMetricsF(twipsFont(spec)));
+        it = cache.insert(key, QFontMetricsF(twipsFont(wanted)));
     }
     return *it;
 }
@@ -43,12 +43,12 @@ QPaintDevice* documentDevice() {
 
 }  // namespace
 
-QFont twipsFont(const FontSpec& spec) {
-    QFont font(spec.family);
-    font.setPixelSize(qMax(1, qRound(spec.pointSize * kTwipsPerPoint)));
-    font.setBold(spec.bold);
-    font.setItalic(spec.italic);
-    font.setUnderline(spec.underline);
+QFont twipsFont(const ReportFont& wanted) {
+    QFont font(wanted.family);
+    font.setPixelSize(qMax(1, qRound(wanted.pointSize * kTwipsPerPoint)));
+    font.setBold(wanted.bold);
+    font.setItalic(wanted.italic);
+    font.setUnderline(wanted.underline);
     font.setHintingPreference(QFont::PreferNoHinting);
     return font;
 }
@@ -57,7 +57,7 @@ int textFlags(Qt::Alignment alignment, bool wordWrap) {
     return int(alignment) | (wordWrap ? Qt::TextWordWrap : 0);
 }
 
-int textHeight(const FontSpec& font, const QString& text, int width, bool wordWrap) {
+int textHeight(const ReportFont& font, const QString& text, int width, bool wordWrap) {
     if (text.isEmpty()) {
         return 0;
     }
@@ -66,7 +66,7 @@ int textHeight(const FontSpec& font, const QString& text, int width, bool wordWr
     return int(std::ceil(used.height()));
 }
 
-int textWidth(const FontSpec& font, const QString& text) {
+int textWidth(const ReportFont& font, const QString& text) {
     return int(std::ceil(metricsOf(font).horizontalAdvance(text)));
 }
 

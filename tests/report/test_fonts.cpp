@@ -6,7 +6,7 @@
 
 #include "report/text_measure.h"
 
-using report::FontSpec;
+using report::ReportFont;
 
 namespace {
 
@@ -38,8 +38,8 @@ TEST(Fonts, ArialResolvesToAFontWithArialsMetrics) {
 }
 
 TEST(Fonts, MeasuresInTwipsFollowThePointSize) {
-    const FontSpec ten{"Arial", 10};
-    const FontSpec twenty{"Arial", 20};
+    const ReportFont ten{"Arial", 10};
+    const ReportFont twenty{"Arial", 20};
     const QString text = "Compilations: The Songs Sorted By Performer";
     // 10 points are 200 twips: the width is the 2048-unit advance scaled to 200.
     EXPECT_NEAR(report::textWidth(ten, text), advance("Arial", text) * 200 / 2048, 1);

@@ -35,7 +35,7 @@ TEST(Sections, AGrowingTextPushesWhatIsBelowItDown) {
     const RowTable rows = table({"Title", "Below"}, {{kLongTitle, "b1"}, {"Short", "b2"}});
     const PageModel model = layoutReport(detailOnly(growingDetail()), rows);
     const Page& page = model.pages[0];
-    const int needed = textHeight(FontSpec{}, kLongTitle, 1500);
+    const int needed = textHeight(ReportFont{}, kLongTitle, 1500);
     ASSERT_GT(needed, 3 * 250);
     const QVector<PageItem> titles = itemsNamed(page, "fldTitle");
     EXPECT_EQ(titles[0].rect.height(), needed);
@@ -107,7 +107,7 @@ TEST(Sections, BeforePrintSeesTheMeasuredBoxesAndDecidesWhatPrints) {
     };
     const RowTable rows = table({"Title", "Below"}, {{kLongTitle, "b1"}, {"Short", "b2"}});
     const PageModel model = layoutReport(detailOnly(detail), rows);
-    const int needed = textHeight(FontSpec{}, kLongTitle, 1500);
+    const int needed = textHeight(ReportFont{}, kLongTitle, 1500);
     EXPECT_EQ(seenHeight, 250);  // the last row's, which did not grow
     const QVector<PageItem> below = itemsNamed(model.pages[0], "fldBelow");
     EXPECT_EQ(below[0].rect.top(), 1000 + needed + 100);
@@ -206,7 +206,7 @@ TEST(Sections, RichTextAndTurnedLabelsKeepTheirContent) {
     Control body = richText("rtfBody", QRect(0, 0, 3000, 100), "Cover");
     body.canGrow = true;
     Control spine =
-        label("lblSpine", QRect(4000, 0, 300, 3000), "Spine", FontSpec{"Arial", 10, true});
+        label("lblSpine", QRect(4000, 0, 300, 3000), "Spine", ReportFont{"Arial", 10, true});
     spine.angle = 900;
     const RowTable rows =
         table({"Cover"}, {{"{\\rtf1\\ansi {\\fonttbl{\\f0 Times New Roman;}}\\f0\\fs20 "
