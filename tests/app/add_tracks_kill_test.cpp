@@ -3,6 +3,8 @@
 // compilation's sums and numbers agree with its tracks.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
@@ -98,16 +100,33 @@ TEST_F(AddTracksKill, EveryCompilationStaysWholeWhenKilledAtAnyMoment) {
     std::uniform_int_distribution<qint64> moment(0, whole);
     int before = kAdds;
     int killedWhileAdding = 0;
-    for (int kill = 0; kill < 20; ++kill) {
-        const qint64 ms = moment(random);
+    // The moments that ended before the first add and after the last, for the search below.
+    qint64 tooEarly = 0;
+    qint64 tooLate = whole;
+    auto killAt = [&](qint64 ms) {
         killAfter(ms);
         const int after = tracksAfterOpen();
         EXPECT_GE(after, before) << "killed after " << ms << " ms";
         EXPECT_LE(after, before + kAdds);
-        killedWhileAdding += after > before && after < before + kAdds ? 1 : 0;
+        if (after == before) {
+            tooEarly = std::max(tooEarly, ms);
+        } else if (after == before + kAdds) {
+            tooLate = std::min(tooLate, ms);
+        } else {
+            ++killedWhileAdding;
+        }
         before = after;
+    };
+    for (int kill = 0; kill < 20; ++kill) {
+        killAt(moment(random));
     }
-    std::cout << "20 kills, " << killedWhileAdding << " in the middle of the adds" << std::endl;
+    // On a loaded machine the adds may take a much shorter or longer part of the run than the
+    // first one did; halving the span between a kill too early and one too late still finds
+    // the moments between two adds.
+    for (int kill = 0; kill < 20 && killedWhileAdding == 0 && tooEarly < tooLate; ++kill) {
+        killAt((tooEarly + tooLate) / 2);
+    }
+    std::cout << killedWhileAdding << " kills in the middle of the adds" << std::endl;
     EXPECT_GT(killedWhileAdding, 0) << "no kill landed between two adds";
 }
 
