@@ -25,6 +25,7 @@
 #include "store/compilation_queries.h"
 #include "ui/controls/data_grid.h"
 #include "ui/windows/goto_controls.h"
+#include "ui/windows/navigator_window.h"
 #include "ui/windows/screen_colours.h"
 #include "ui/windows/track_lookup_window.h"
 #include "ui/windows/window_registry.h"
@@ -62,6 +63,7 @@ GetSongsWindow::GetSongsWindow(shell::Session& session, WindowRegistry& registry
                                platform::Dialogs& dialogs, qint64 compilationId, QWidget* owner)
     : QWidget(owner, Qt::Window),
       session_(session),
+      registry_(registry),
       dialogs_(dialogs),
       compilationId_(compilationId),
       owner_(owner),
@@ -399,8 +401,16 @@ void GetSongsWindow::openSort() {
     notYetAvailable(QStringLiteral("Sorting"));
 }
 
+// One navigator at a time: a second click brings the open one to the front.
 void GetSongsWindow::openNavigator() {
-    notYetAvailable(QStringLiteral("The performer navigator"));
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    if (navigator_ == nullptr) {
+        navigator_ = new NavigatorWindow(session_, registry_, dialogs_, *this);
+    }
+    navigator_->show();
+    navigator_->raise();
+    navigator_->activateWindow();
+    QApplication::restoreOverrideCursor();
 }
 
 void GetSongsWindow::openRearrange() {

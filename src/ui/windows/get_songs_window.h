@@ -89,6 +89,7 @@ class GetSongsWindow : public QWidget {
     void followCompilation(qint64 id);
 
     shell::Session& session_;
+    WindowRegistry& registry_;
     platform::Dialogs& dialogs_;
     const qint64 compilationId_;
     QPointer<QWidget> owner_;
