@@ -4,13 +4,12 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
 #include <QHash>
 #include <QProcess>
 #include <QTextStream>
 #include <vector>
 
-#include "albumgen/albumgen.h"
+#include "album_cache.h"
 #include "measure.h"
 #include "pipeline.h"
 #include "timing.h"
@@ -18,8 +17,6 @@
 namespace {
 
 QTextStream out(stdout);
-
-constexpr int kTracksPerAlbum = 12;  // what the generator averages
 
 struct Settings {
     QString cache = QDir::temp().filePath(QStringLiteral("mixorama-bench"));
@@ -34,18 +31,6 @@ struct Measured {
     QHash<QString, QString> last;
     QStringList phases;
 };
-
-QString albumFile(const QString& cache, int tracks) {
-    const QString path = QDir(cache).filePath(QStringLiteral("albums-%1.mdb").arg(tracks));
-    if (!QFileInfo::exists(path)) {
-        QDir().mkpath(cache);
-        albumgen::Options options;
-        options.albums = tracks / kTracksPerAlbum;
-        options.seed = 1;
-        albumgen::writeAlbumDatabase(path, options);
-    }
-    return path;
-}
 
 Measured measureInChild(const QString& file, int runs) {
     QProcess child;
@@ -153,7 +138,7 @@ int main(int argc, char** argv) {
     try {
         for (int size : settings.sizes) {
             const int runs = size >= 100000 ? qMin(settings.runs, 3) : settings.runs;
-            printRow(size, albumFile(settings.cache, size), runs);
+            printRow(size, bench::cachedAlbumFile(settings.cache, size), runs);
         }
     } catch (const std::exception& error) {
         out << "failed: " << error.what() << Qt::endl;

@@ -1,11 +1,22 @@
 #pragma once
 
+#include <QFile>
 #include <QString>
+#include <QTemporaryDir>
 
 #include "engine/database.h"
 #include "engine/recordset.h"
+#include "platform/program_folder.h"
 
 namespace bench {
+
+// A fresh copy of the template in the work folder, one per run.
+inline QString templateCopy(const QTemporaryDir& work, int run) {
+    const QString path = work.filePath(QStringLiteral("compilations-%1.mdb").arg(run));
+    QFile::copy(platform::programFolder() + QStringLiteral("/template.mdb"), path);
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+    return path;
+}
 
 // Adds a compilation of 20 tracks, the track picker's target, and gives its id.
 inline qint64 addTargetCompilation(engine::Database& database) {

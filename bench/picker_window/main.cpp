@@ -3,16 +3,12 @@
 // the window itself (TempSource build, both grids shown, the source goto list).
 #include <QApplication>
 #include <QComboBox>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTextStream>
 
 #include "access/access_reader.h"
-#include "albumgen/albumgen.h"
+#include "album_cache.h"
 #include "engine/database.h"
-#include "platform/program_folder.h"
 #include "platform/scripted_dialogs.h"
 #include "store/album_source.h"
 #include "target_compilation.h"
@@ -21,61 +17,14 @@
 #include "ui/windows/get_songs_window.h"
 #include "ui/windows/overview_window.h"
 
-namespace {
-
-constexpr int kTracksPerAlbum = 12;  // what the generator averages
-
-struct Options {
-    int tracks = 100000;
-    int runs = 3;
-    QString cache = QDir::temp().filePath(QStringLiteral("mixorama-bench"));
-};
-
-Options readOptions(const QStringList& args) {
-    Options options;
-    for (int i = 0; i + 1 < args.size(); ++i) {
-        if (args[i] == QLatin1String("--tracks"))
-            options.tracks = args[i + 1].toInt();
-        if (args[i] == QLatin1String("--runs"))
-            options.runs = args[i + 1].toInt();
-        if (args[i] == QLatin1String("--cache"))
-            options.cache = args[i + 1];
-    }
-    return options;
-}
-
-// The same collections bench_tempsource generates (and shares through the cache folder).
-QString albumFile(const Options& options) {
-    const QString path =
-        QDir(options.cache).filePath(QStringLiteral("albums-%1.mdb").arg(options.tracks));
-    if (!QFileInfo::exists(path)) {
-        QDir().mkpath(options.cache);
-        albumgen::Options generate;
-        generate.albums = options.tracks / kTracksPerAlbum;
-        generate.seed = 1;
-        albumgen::writeAlbumDatabase(path, generate);
-    }
-    return path;
-}
-
-// A copy of the template with one compilation of 20 tracks, the picker's target.
-QString compilationFile(const QTemporaryDir& work, int run) {
-    const QString path = work.filePath(QStringLiteral("compilations-%1.mdb").arg(run));
-    QFile::copy(platform::programFolder() + QStringLiteral("/template.mdb"), path);
-    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
-    return path;
-}
-
-}  // namespace
-
 int main(int argc, char* argv[]) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    const Options options = readOptions(app.arguments());
+    const bench::AlbumBenchOptions options = bench::readAlbumBenchOptions(app.arguments());
     QTemporaryDir work;
     qputenv("XDG_CONFIG_HOME", work.filePath(QStringLiteral("config")).toUtf8());
     accessfile::installAccessReader();
-    const QString albums = albumFile(options);
+    const QString albums = bench::cachedAlbumFile(options.cache, options.tracks);
     QTextStream out(stdout);
 
     std::vector<double> connecting, opening;
@@ -85,7 +34,7 @@ int main(int argc, char* argv[]) {
         platform::ScriptedDialogs dialogs;
         ui::OverviewWindow window(dialogs);
         window.show();
-        if (!window.loadDatabase(compilationFile(work, run)))
+        if (!window.loadDatabase(bench::templateCopy(work, run)))
             return 1;
         const qint64 id = bench::addTargetCompilation(window.state().database);
         QWidget editor;

@@ -47,11 +47,7 @@ void PickerWindowTest::SetUp() {
         SELECT 4, i, 'Filler', 'Filler ' || i, 200 FROM n;
     )sql");
     const QString albums = dir.file("albums.mdb");
-    writeAlbumFile(albums, {{"The Beatles", "Help!", 140},
-                            {"Simon & Garfunkel", "Mrs. Robinson", 244},
-                            {"Simon", "Kodachrome", 212},
-                            {"O'Neil", "Fits Exactly", 583},
-                            {"O'Neil", "One Second Too Long", 584}});
+    writeAlbums(albums);
     openThroughToolbar(path);
     window->show();
     store::EditorConnection connection;
@@ -63,6 +59,14 @@ void PickerWindowTest::SetUp() {
     dialogs.clear();
     editor.setWindowTitle("Editor");
     editor.show();
+}
+
+void PickerWindowTest::writeAlbums(const QString& albumsPath) {
+    writeAlbumFile(albumsPath, {{"The Beatles", "Help!", 140},
+                                {"Simon & Garfunkel", "Mrs. Robinson", 244},
+                                {"Simon", "Kodachrome", 212},
+                                {"O'Neil", "Fits Exactly", 583},
+                                {"O'Neil", "One Second Too Long", 584}});
 }
 
 void PickerWindowTest::TearDown() {

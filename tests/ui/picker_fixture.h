@@ -31,6 +31,8 @@ class PickerWindowTest : public OverviewFixture {
     // "One" to "Five" of 100 to 500 seconds; 4 "Full" (MD, 74) with 19 tracks of 200 seconds.
     void SetUp() override;
     void TearDown() override;
+    // The album database the picker reads; fixtures that need other tracks write their own.
+    virtual void writeAlbums(const QString& albumsPath);
 
     ui::GetSongsWindow* openPicker(qint64 compilationId);
     ui::GetSongsWindow* picker() const { return picker_; }

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QMessageBox>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QTemporaryDir>
 #include <QTextStream>
 
@@ -12,17 +13,20 @@
 
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTreeView>
 #include "assembly/track_picker.h"
 #include "demo/demo_collection.h"
 #include "engine/recordset.h"
 #include "platform/scripted_dialogs.h"
 #include "store/album_source.h"
 #include "ui/controls/data_grid.h"
+#include "ui/controls/performer_tree_model.h"
 #include "ui/qt_dialogs.h"
 #include "ui/windows/compilation_browser_window.h"
 #include "ui/windows/edit_compilation_window.h"
 #include "ui/windows/get_songs_window.h"
 #include "ui/windows/help_window.h"
+#include "ui/windows/navigator_window.h"
 #include "ui/windows/overview_window.h"
 #include "ui/windows/rearrange_window.h"
 #include "ui/windows/sort_dialog.h"
@@ -172,6 +176,36 @@ bool rearrangeWindow(ui::OverviewWindow& window, platform::Dialogs& dialogs, qin
     return ok;
 }
 
+// The navigator with a performer expanded and one of its tracks chosen, over the right part of
+// the picker whose source grid followed it: one picture of both windows.
+bool navigatorPicture(ui::GetSongsWindow& picker, const QString& folder) {
+    picker.findChild<QPushButton*>(QStringLiteral("btnNavigation"))->click();
+    QApplication::processEvents();
+    auto* navigator = picker.findChild<ui::NavigatorWindow*>(QStringLiteral("frmNavigate"));
+    if (navigator == nullptr || navigator->model()->rowCount() == 0) {
+        return false;
+    }
+    const QModelIndex performer = navigator->model()->index(0, 0);
+    navigator->tree()->expand(performer);
+    const QModelIndex track = navigator->model()->index(0, 0, performer);
+    navigator->tree()->setCurrentIndex(track.isValid() ? track : performer);
+    navigator->resize(navigator->width(), picker.height() * 3 / 4);
+    QApplication::processEvents();
+    const QPixmap back = picker.grab();
+    const QPixmap front = navigator->grab();
+    QPixmap both(back.size());
+    QPainter painter(&both);
+    painter.drawPixmap(0, 0, back);
+    const QPoint over(back.width() - front.width() - 24, back.height() - front.height() - 24);
+    painter.fillRect(QRect(over, front.size()).adjusted(-1, -1, 1, 1), Qt::black);
+    painter.drawPixmap(over, front);
+    painter.end();
+    const bool saved = both.save(QDir(folder).filePath(QStringLiteral("navigator.png")));
+    QTextStream(stdout) << (saved ? "wrote " : "could not write ") << "navigator.png" << Qt::endl;
+    navigator->close();
+    return saved;
+}
+
 // The picker with a red time, the lookup of one of its tracks, and the browser.
 bool pickerWindows(ui::OverviewWindow& window, platform::ScriptedDialogs& dialogs,
                    const QString& albums, const QString& folder) {
@@ -201,6 +235,7 @@ bool pickerWindows(ui::OverviewWindow& window, platform::ScriptedDialogs& dialog
     }
     ok &= sortDialogs(dialogs, picker, folder);
     ok &= rearrangeWindow(window, dialogs, id, picker, folder);
+    ok &= navigatorPicture(*picker, folder);
     picker->close();
     auto* browser = new ui::CompilationBrowserWindow(window, dialogs);
     ok &= save(browser, folder, QStringLiteral("compilation-browser"));

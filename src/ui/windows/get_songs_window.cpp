@@ -25,6 +25,7 @@
 #include "store/compilation_queries.h"
 #include "ui/controls/data_grid.h"
 #include "ui/windows/goto_controls.h"
+#include "ui/windows/navigator_window.h"
 #include "ui/windows/rearrange_window.h"
 #include "ui/windows/screen_colours.h"
 #include "ui/windows/sort_dialog.h"
@@ -411,8 +412,16 @@ void GetSongsWindow::openSort() {
     dialog.exec();
 }
 
+// One navigator at a time: a second click brings the open one to the front.
 void GetSongsWindow::openNavigator() {
-    notYetAvailable(QStringLiteral("The performer navigator"));
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    if (navigator_ == nullptr) {
+        navigator_ = new NavigatorWindow(session_, registry_, dialogs_, *this);
+    }
+    navigator_->show();
+    navigator_->raise();
+    navigator_->activateWindow();
+    QApplication::restoreOverrideCursor();
 }
 
 void GetSongsWindow::openRearrange() {

@@ -1,0 +1,228 @@
+#include <QTreeView>
+
+#include "assembly/performer_tree.h"
+#include "picker_fixture.h"
+#include "support/album_schema.h"
+#include "ui/controls/performer_tree_model.h"
+#include "ui/windows/navigator_window.h"
+#include "ui/windows/window_registry.h"
+
+namespace {
+
+// The picker over a collection of a few performers on several albums. TempSource orders them by
+// sort form, album and position: "" Silence, Abba (Waterloo, SOS), Beatles (Anthology 1:
+// Yesterday, Eleanor Rigby; Help: Help!, Yesterday), O'Neil, and Zappa's track without a title.
+class NavigatorWindowTest : public PickerWindowTest {
+  protected:
+    void writeAlbums(const QString& albumsPath) override {
+        testsupport::createAlbumTables(albumsPath, true);
+        testsupport::execRaw(albumsPath, R"sql(
+            INSERT INTO Artist VALUES (1, 'The Beatles'), (2, 'Abba'), (3, 'O''Neil'),
+                                      (4, 'Nobody'), (5, 'Frank Zappa');
+            INSERT INTO Album VALUES (1, 'Help', 'Beatles, The', NULL),
+                                     (2, 'Anthology 1', 'Beatles, The', NULL),
+                                     (3, 'Waterloo', 'Abba', NULL), (4, 'Fits', 'O''Neil', NULL),
+                                     (5, 'Quiet', '', NULL), (6, 'Hot Rats', 'Zappa, Frank', NULL);
+            INSERT INTO ArtistAlbumLink VALUES (1, 1), (1, 2), (2, 3), (3, 4), (4, 5), (5, 6);
+            INSERT INTO Track VALUES
+                (1, 1, 'Beatles, The', 'Help!', 1, 1, 140, NULL, 0, '1965', NULL),
+                (2, 1, 'Beatles, The', 'Yesterday', 1, 2, 125, NULL, 0, '1965', NULL),
+                (3, 2, 'Beatles, The', 'Yesterday', 1, 1, 160, NULL, 0, '1965', NULL),
+                (4, 2, 'Beatles, The', 'Eleanor Rigby', 1, 2, 130, NULL, 0, '1966', NULL),
+                (5, 3, 'Abba', 'Waterloo', 1, 1, 170, NULL, 0, '1974', NULL),
+                (6, 3, 'Abba', 'SOS', 1, 2, 200, NULL, 0, '1975', NULL),
+                (7, 4, 'O''Neil', 'Don''t Stop', 1, 1, 583, NULL, 0, '1999', NULL),
+                (8, 5, '', 'Silence', 1, 1, 90, NULL, 0, '2000', NULL),
+                (9, 6, 'Zappa, Frank', NULL, 1, 1, 300, NULL, 0, '1969', NULL);
+            INSERT INTO ArtistTrackLink VALUES (1, 1), (1, 2), (1, 3), (1, 4), (2, 5), (2, 6),
+                                               (3, 7), (4, 8), (5, 9);
+        )sql");
+    }
+
+    ui::NavigatorWindow* openNavigator() {
+        if (picker_ == nullptr) {
+            openPicker(2);
+        }
+        QTest::mouseClick(pickerButton("btnNavigation"), Qt::LeftButton);
+        QApplication::processEvents();
+        return picker_->findChild<ui::NavigatorWindow*>("frmNavigate");
+    }
+    QTreeView* tree() const { return picker_->findChild<QTreeView*>("SSTreeNavigate"); }
+    ui::PerformerTreeModel* model() const {
+        return static_cast<ui::PerformerTreeModel*>(tree()->model());
+    }
+    QModelIndex node(const QString& text, const QModelIndex& parent = {}) const {
+        for (int row = 0; row < model()->rowCount(parent); ++row) {
+            if (model()->index(row, 0, parent).data().toString() == text) {
+                return model()->index(row, 0, parent);
+            }
+        }
+        ADD_FAILURE() << "no node " << text.toStdString();
+        return {};
+    }
+    QStringList texts(const QModelIndex& parent = {}) const {
+        QStringList result;
+        for (int row = 0; row < model()->rowCount(parent); ++row) {
+            result << model()->index(row, 0, parent).data().toString();
+        }
+        return result;
+    }
+    void clickNode(const QModelIndex& index) {
+        tree()->scrollTo(index);
+        QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {},
+                          tree()->visualRect(index).center());
+    }
+    // A click on the expander left of the node.
+    void clickExpander(const QModelIndex& index) {
+        const QRect item = tree()->visualRect(index);
+        QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {},
+                          QPoint(item.left() - tree()->indentation() / 2, item.center().y()));
+        QApplication::processEvents();
+    }
+    void key(Qt::Key key) {
+        QTest::keyClick(tree(), key);
+        QApplication::processEvents();
+    }
+    // "Title / Album" of the picker's current source row, and the grid's current row.
+    QString sourceRow() const {
+        engine::Recordset& rows = picker_->sourceRows().recordset();
+        return rows.value("TitleTrack").toString() + " / " + rows.value("TitleAlbum").toString();
+    }
+    int gridRow() const { return picker_->sourceGrid()->currentIndex().row(); }
+    QString performerBox() const { return picker_->findChild<QLineEdit*>("txtPerformer")->text(); }
+};
+
+TEST_F(NavigatorWindowTest, OpensModelessBesideThePickerWithPerformersInOrder) {
+    ui::NavigatorWindow* navigator = openNavigator();
+    ASSERT_NE(navigator, nullptr);
+    EXPECT_EQ(navigator->windowTitle(), "Navigate");
+    EXPECT_TRUE(navigator->isVisible());
+    EXPECT_FALSE(navigator->isModal());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    EXPECT_TRUE(window->windowRegistry().windows().contains(navigator));
+    // The empty sort form gives no node.
+    EXPECT_EQ(texts(), QStringList({"Abba", "Beatles, The", "O'Neil", "Zappa, Frank"}));
+    // Nothing below a performer is read before it is expanded, yet each shows an expander.
+    for (int row = 0; row < model()->rowCount(); ++row) {
+        EXPECT_TRUE(model()->canFetchMore(model()->index(row, 0)));
+        EXPECT_TRUE(model()->hasChildren(model()->index(row, 0)));
+        EXPECT_EQ(model()->rowCount(model()->index(row, 0)), 0);
+    }
+
+    // A second click brings the same window forward.
+    EXPECT_EQ(openNavigator(), navigator);
+    EXPECT_EQ(picker_->findChildren<ui::NavigatorWindow*>().size(), 1);
+}
+
+TEST_F(NavigatorWindowTest, ExpandingAPerformerReadsOnlyItsChildren) {
+    openNavigator();
+    clickExpander(node("Beatles, The"));
+    EXPECT_TRUE(tree()->isExpanded(node("Beatles, The")));
+    EXPECT_EQ(texts(node("Beatles, The")),
+              QStringList({"Eleanor Rigby   [Anthology 1]", "Help!   [Help]",
+                           "Yesterday   [Anthology 1]", "Yesterday   [Help]"}));
+    EXPECT_TRUE(model()->canFetchMore(node("Abba")));
+    EXPECT_TRUE(model()->canFetchMore(node("O'Neil")));
+
+    // Key Right on the current performer expands it.
+    clickNode(node("Abba"));
+    key(Qt::Key_Right);
+    EXPECT_TRUE(tree()->isExpanded(node("Abba")));
+    EXPECT_EQ(texts(node("Abba")), QStringList({"SOS   [Waterloo]", "Waterloo   [Waterloo]"}));
+    EXPECT_TRUE(model()->canFetchMore(node("O'Neil")));
+
+    QTest::mouseClick(picker_->findChild<QPushButton*>("btnCollExp"), Qt::LeftButton);
+    EXPECT_FALSE(tree()->isExpanded(node("Abba")));
+    EXPECT_FALSE(tree()->isExpanded(node("Beatles, The")));
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(NavigatorWindowTest, ClickingANodeMovesTheSourceGridToItsRow) {
+    openNavigator();
+    clickNode(node("Beatles, The"));
+    EXPECT_EQ(sourceRow(), "Yesterday / Anthology 1");
+    EXPECT_EQ(gridRow(), 3);
+    EXPECT_EQ(performerBox(), "Beatles, The");
+
+    clickExpander(node("Beatles, The"));
+    clickNode(node("Yesterday   [Help]", node("Beatles, The")));
+    EXPECT_EQ(sourceRow(), "Yesterday / Help");
+    EXPECT_EQ(gridRow(), 6);
+    EXPECT_EQ(picker_->sourceRows().recordset().absolutePosition(), 6);
+    EXPECT_EQ(performerBox(), "Beatles, The");
+
+    // The grid moved away and the same node is clicked again: the source follows once more.
+    selectSource("SOS");
+    ASSERT_EQ(sourceRow(), "SOS / Waterloo");
+    clickNode(node("Yesterday   [Help]", node("Beatles, The")));
+    EXPECT_EQ(gridRow(), 6);
+}
+
+TEST_F(NavigatorWindowTest, ArrowsAndEnterChooseNodesAndFindApostrophes) {
+    openNavigator();
+    clickNode(node("Abba"));
+    EXPECT_EQ(sourceRow(), "Waterloo / Waterloo");
+    key(Qt::Key_Down);
+    key(Qt::Key_Down);
+    EXPECT_EQ(performerBox(), "O'Neil");
+    EXPECT_EQ(sourceRow(), "Don't Stop / Fits");
+    key(Qt::Key_Right);
+    key(Qt::Key_Down);
+    ASSERT_EQ(tree()->currentIndex().data().toString(), "Don't Stop   [Fits]");
+
+    selectSource("SOS");  // away, so that Enter has somewhere to move from
+    tree()->setFocus();
+    key(Qt::Key_Return);
+    EXPECT_EQ(sourceRow(), "Don't Stop / Fits");
+    EXPECT_EQ(gridRow(), 7);
+    EXPECT_EQ(performerBox(), "O'Neil");
+}
+
+TEST_F(NavigatorWindowTest, AfterAFilterOnlyTheFilteredPerformersAreListed) {
+    openPicker(2);
+    window->state().filterClause = "WHERE Length >= 200";
+    picker_->requerySource();
+    openNavigator();
+    EXPECT_EQ(texts(), QStringList({"Abba", "O'Neil", "Zappa, Frank"}));
+    clickExpander(node("Abba"));
+    EXPECT_EQ(texts(node("Abba")), QStringList({"SOS   [Waterloo]"}));
+    clickNode(node("SOS   [Waterloo]", node("Abba")));
+    EXPECT_EQ(sourceRow(), "SOS / Waterloo");
+    EXPECT_EQ(gridRow(), 0);
+
+    // A sort applied while the navigator is open: children read later follow the new order's
+    // source, the filter still in force.
+    window->state().sortClause = "ORDER BY Length DESC";
+    picker_->requerySource();
+    clickExpander(node("O'Neil"));
+    EXPECT_EQ(texts(node("O'Neil")), QStringList({"Don't Stop   [Fits]"}));
+    clickNode(node("Abba"));
+    EXPECT_EQ(gridRow(), 2);  // O'Neil 583, Zappa 300, then Abba
+}
+
+TEST_F(NavigatorWindowTest, ClosingTheNavigatorThroughThePicker) {
+    QPointer<ui::NavigatorWindow> navigator = openNavigator();
+    ASSERT_FALSE(navigator.isNull());
+    picker_->closeNavigator();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(navigator.isNull());
+    picker_->closeNavigator();  // none open: nothing happens
+
+    // A new one opens on the next click.
+    EXPECT_NE(openNavigator(), nullptr);
+}
+
+TEST_F(NavigatorWindowTest, MissingTitleShowsTheMessageAndCloses) {
+    QPointer<ui::NavigatorWindow> navigator = openNavigator();
+    clickExpander(node("Zappa, Frank"));
+    QApplication::processEvents();
+    ASSERT_FALSE(dialogs.messages().empty());
+    const platform::MessageRequest& shown = dialogs.messages().back();
+    EXPECT_EQ(shown.text, assembly::kIncompleteData);
+    EXPECT_EQ(shown.title, "Mixorama");
+    EXPECT_EQ(shown.icon, platform::MessageIcon::Exclamation);
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(navigator.isNull());
+}
+
+}  // namespace
