@@ -24,6 +24,7 @@
 #include "store/album_source.h"
 #include "store/compilation_queries.h"
 #include "ui/controls/data_grid.h"
+#include "ui/windows/filter_dialog.h"
 #include "ui/windows/goto_controls.h"
 #include "ui/windows/screen_colours.h"
 #include "ui/windows/track_lookup_window.h"
@@ -392,7 +393,10 @@ void GetSongsWindow::closeNavigator() {
 }
 
 void GetSongsWindow::openFilter() {
-    notYetAvailable(QStringLiteral("Filtering"));
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    closeNavigator();
+    FilterDialog filter(session_, dialogs_, *this);
+    filter.exec();
 }
 
 void GetSongsWindow::openSort() {
