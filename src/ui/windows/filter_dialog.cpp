@@ -144,7 +144,7 @@ QWidget* FilterDialog::buildButtons() {
     passed_ = new QLCDNumber(kMinimumDigits, panel);
     passed_->setObjectName(QStringLiteral("digNumberPassed"));
     passed_->setSegmentStyle(QLCDNumber::Filled);
-    passed_->setMinimumSize(150, 44);
+    passed_->setMinimumSize(170, 54);
     passed_->setToolTip(QStringLiteral("Tracks passing the filter"));
     layout->addWidget(applyButton);
     layout->addWidget(clearButton);
