@@ -5,7 +5,8 @@
 #include "support/album_schema.h"
 #include "support/databases.h"
 
-void writeAlbumFile(const QString& path, const std::vector<AlbumTrack>& tracks) {
+void writeAlbumFile(const QString& path, const std::vector<AlbumTrack>& tracks,
+                    bool performerKeys) {
     testsupport::createAlbumTables(path, true);
     testsupport::execRaw(path, R"sql(
         INSERT INTO Artist VALUES (1000, 'Various');
@@ -16,13 +17,16 @@ void writeAlbumFile(const QString& path, const std::vector<AlbumTrack>& tracks) 
     for (size_t i = 0; i < tracks.size(); ++i) {
         const AlbumTrack& track = tracks[i];
         auto quoted = [](QString text) { return "'" + text.replace("'", "''") + "'"; };
-        // The tracks keep their order: all sort under the same performer key, by Index.
+        // By default the tracks keep their order: all sort under the same performer key, by
+        // Index.
         rows << QStringLiteral(
                     "INSERT INTO Artist VALUES (%1, %2); "
-                    "INSERT INTO Track VALUES (%1, 1, 'A', %3, 1, %1, %4, NULL, 0, '1999', NULL); "
+                    "INSERT INTO Track VALUES (%1, 1, %3, %4, 1, %1, %5, NULL, 0, '1999', NULL); "
                     "INSERT INTO ArtistTrackLink VALUES (%1, %1);")
                     .arg(i + 1)
-                    .arg(quoted(track.performer), quoted(track.title))
+                    .arg(quoted(track.performer),
+                         performerKeys ? quoted(track.performer) : QStringLiteral("'A'"),
+                         quoted(track.title))
                     .arg(track.length);
     }
     testsupport::execRaw(path, rows.join(' '));
@@ -62,11 +66,13 @@ void PickerWindowTest::SetUp() {
 }
 
 void PickerWindowTest::writeAlbums(const QString& albumsPath) {
-    writeAlbumFile(albumsPath, {{"The Beatles", "Help!", 140},
-                                {"Simon & Garfunkel", "Mrs. Robinson", 244},
-                                {"Simon", "Kodachrome", 212},
-                                {"O'Neil", "Fits Exactly", 583},
-                                {"O'Neil", "One Second Too Long", 584}});
+    writeAlbumFile(albumsPath,
+                   {{"The Beatles", "Help!", 140},
+                    {"Simon & Garfunkel", "Mrs. Robinson", 244},
+                    {"Simon", "Kodachrome", 212},
+                    {"O'Neil", "Fits Exactly", 583},
+                    {"O'Neil", "One Second Too Long", 584}},
+                   performerKeys);
 }
 
 void PickerWindowTest::TearDown() {

@@ -20,7 +20,9 @@ struct AlbumTrack {
 };
 
 // Writes the album tables into an SQLite file (the engine links it like an album database).
-void writeAlbumFile(const QString& path, const std::vector<AlbumTrack>& tracks);
+// The tracks all sort under one performer key unless performerKeys gives each its performer.
+void writeAlbumFile(const QString& path, const std::vector<AlbumTrack>& tracks,
+                    bool performerKeys = false);
 
 // The main window with a compilation database open and an album database connected, as the
 // editor's Connect leaves them; pickers are opened for a compilation with a stand-in editor.
@@ -57,6 +59,7 @@ class PickerWindowTest : public OverviewFixture {
     QString tracksOf(qint64 compilationId) const;
     QString sumsOf(qint64 compilationId) const;
 
+    bool performerKeys = false;  // set before SetUp: the album tracks sort by performer
     QString path;
     QWidget editor;  // the window that opens the picker
     QPointer<ui::GetSongsWindow> picker_;

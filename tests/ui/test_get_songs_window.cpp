@@ -149,17 +149,4 @@ TEST_F(PickerWindow, HeaderClickAndEnterInTheGotoListFind) {
     EXPECT_EQ(picker()->sourceGrid()->currentIndex().row(), 1);
 }
 
-TEST_F(PickerWindow, LaterButtonsSayTheyAreNotYetAvailable) {
-    openPicker(2);
-    for (const char* name : {"btnFilter"}) {
-        pickerButton(name)->setEnabled(true);
-        pickerButton(name)->click();
-        ASSERT_FALSE(dialogs.messages().empty()) << name;
-        EXPECT_TRUE(dialogs.lastMessageText().endsWith(" is not yet available.")) << name;
-        EXPECT_EQ(dialogs.messages().back().icon, platform::MessageIcon::Information);
-    }
-    EXPECT_EQ(pickerButton("btnFilter")->text(), "F&ilter");
-    EXPECT_EQ(pickerButton("btnReArrange")->text(), "&Rearrange");
-}
-
 }  // namespace

@@ -24,6 +24,7 @@
 #include "ui/qt_dialogs.h"
 #include "ui/windows/compilation_browser_window.h"
 #include "ui/windows/edit_compilation_window.h"
+#include "ui/windows/filter_dialog.h"
 #include "ui/windows/get_songs_window.h"
 #include "ui/windows/help_window.h"
 #include "ui/windows/navigator_window.h"
@@ -206,7 +207,30 @@ bool navigatorPicture(ui::GetSongsWindow& picker, const QString& folder) {
     return saved;
 }
 
-// The picker with a red time, the lookup of one of its tracks, and the browser.
+// The filter dialog over the picker with two conditions applied and the count of the tracks
+// that pass them.
+bool filterDialog(ui::GetSongsWindow& picker, shell::Session& session, platform::Dialogs& dialogs,
+                  const QString& folder) {
+    ui::FilterDialog filter(session, dialogs, picker);
+    const char* rows[2][3] = {{"Time", ">=", "000400"}, {"Live", "=", "no"}};
+    for (int i = 0; i < 2; ++i) {
+        const QString index = QString::number(i);
+        filter.findChild<QComboBox*>(QStringLiteral("tdbcFilterVar") + index)
+            ->setEditText(QString::fromLatin1(rows[i][0]));
+        filter.findChild<QComboBox*>(QStringLiteral("tdbcFilterComp") + index)
+            ->setEditText(QString::fromLatin1(rows[i][1]));
+        filter.findChild<QLineEdit*>(QStringLiteral("txtFilter") + index)
+            ->setText(QString::fromLatin1(rows[i][2]));
+    }
+    filter.findChild<QComboBox*>(QStringLiteral("cmbConcat"))->setCurrentIndex(0);
+    filter.findChild<QPushButton*>(QStringLiteral("btnApply"))->click();
+    const bool ok = save(&filter, folder, QStringLiteral("filter-dialog"));
+    filter.close();
+    return ok;
+}
+
+// The picker with a red time, the lookup of one of its tracks, the filter dialog and the
+// browser.
 bool pickerWindows(ui::OverviewWindow& window, platform::ScriptedDialogs& dialogs,
                    const QString& albums, const QString& folder) {
     store::EditorConnection connection;
@@ -236,6 +260,7 @@ bool pickerWindows(ui::OverviewWindow& window, platform::ScriptedDialogs& dialog
     ok &= sortDialogs(dialogs, picker, folder);
     ok &= rearrangeWindow(window, dialogs, id, picker, folder);
     ok &= navigatorPicture(*picker, folder);
+    ok &= filterDialog(*picker, window.session(), dialogs, folder);
     picker->close();
     auto* browser = new ui::CompilationBrowserWindow(window, dialogs);
     ok &= save(browser, folder, QStringLiteral("compilation-browser"));

@@ -24,6 +24,7 @@
 #include "store/album_source.h"
 #include "store/compilation_queries.h"
 #include "ui/controls/data_grid.h"
+#include "ui/windows/filter_dialog.h"
 #include "ui/windows/goto_controls.h"
 #include "ui/windows/navigator_window.h"
 #include "ui/windows/rearrange_window.h"
@@ -361,10 +362,6 @@ void GetSongsWindow::findClicked(int index) {
     sourceRows_.notifyCurrentChanged();
 }
 
-void GetSongsWindow::notYetAvailable(const QString& what) {
-    dialogs_.information(what + QStringLiteral(" is not yet available."));
-}
-
 void GetSongsWindow::requerySource() {
     const shell::AppState& state = session_.state();
     sourceRows_.setRecordSource(query::sourceRecordSource(state.filterClause, state.sortClause));
@@ -396,7 +393,10 @@ void GetSongsWindow::closeNavigator() {
 }
 
 void GetSongsWindow::openFilter() {
-    notYetAvailable(QStringLiteral("Filtering"));
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    closeNavigator();
+    FilterDialog filter(session_, dialogs_, *this);
+    filter.exec();
 }
 
 void GetSongsWindow::openSort() {

@@ -81,7 +81,6 @@ class GetSongsWindow : public QWidget {
     void removeTrack();
     bool confirmRecorded(const QString& performer, const QString& title);
     void findClicked(int index);
-    void notYetAvailable(const QString& what);
     void openFilter();
     void openSort();
     void openNavigator();
