@@ -130,4 +130,33 @@ TEST_F(AddTracksKill, EveryCompilationStaysWholeWhenKilledAtAnyMoment) {
     EXPECT_GT(killedWhileAdding, 0) << "no kill landed between two adds";
 }
 
+// Renumbering by a sort, killed at random moments: the tracks keep either their old numbers or
+// the new ones, never a mixture, and stay numbered 1 to n.
+TEST_F(AddTracksKill, RenumberingKilledAtAnyMomentLeavesOneWholeOrder) {
+    runToTheEnd();
+    const QString order = QStringLiteral(
+        "SELECT group_concat(Track_Title, '|') FROM (SELECT Track_Title FROM CompilationTrack "
+        "WHERE CompilationID_F1 = 1 ORDER BY TrackNo)");
+    const QString added = testsupport::queryRaw(path, order);
+    const QStringList byTime{"renumber", path, "Target", "--sort", "Time", "Descending"};
+    ASSERT_EQ(cli(byTime).exitCode, 0);
+    const QString sorted = testsupport::queryRaw(path, order);
+    ASSERT_NE(sorted, added);
+    const QStringList byDefault{"renumber", path, "Target"};
+    ASSERT_EQ(cli(byDefault).exitCode, 0);
+    const QString byDefaultOrder = testsupport::queryRaw(path, order);
+
+    process.setArguments(byTime);
+    const qint64 whole = runToTheEnd();
+    std::mt19937 random(2004);
+    std::uniform_int_distribution<qint64> moment(0, whole);
+    for (int kill = 0; kill < 12; ++kill) {
+        ASSERT_EQ(cli(byDefault).exitCode, 0);
+        killAfter(moment(random));
+        EXPECT_EQ(tracksAfterOpen(), kAdds);
+        const QString now = testsupport::queryRaw(path, order);
+        EXPECT_TRUE(now == sorted || now == byDefaultOrder) << now.toStdString();
+    }
+}
+
 }  // namespace
