@@ -25,7 +25,9 @@ constexpr int kLowestTitle2Top = 205;
 constexpr int kBodyBand = 2700;       // the cover text is centred in this height
 constexpr int kTrackListEnd = 14230;  // the track list's room, title and gap included
 constexpr int kRuleBelowTitle = 970;  // on the page: the rule under the strip's title
-constexpr int kFoldMark = 50;         // a fold mark's reach on each side of an edge
+// The fold marks straddle the strip's edges.
+constexpr int kLeftMark[] = {1150, 1250};
+constexpr int kRightMark[] = {3700, 3800};
 // The cover text stands beside the strip, a centimetre to its right.
 constexpr QRect kBodyDesign{kStripWidth + 567, kTitleTop, kStripWidth, 300};
 
@@ -40,11 +42,9 @@ const ReportFont kTitleFont{QStringLiteral("Arial"), 10, true};
 
 void drawOutline(SectionFormat& format) {
     format.drawOnPage(pageRectangle(kStripOutline));
-    const int left = kStripOutline.left();
-    const int right = kStripOutline.right() + 1;
     for (int y : kStripFolds) {
-        format.drawOnPage(pageLine(QLine(left - kFoldMark, y, left + kFoldMark, y)));
-        format.drawOnPage(pageLine(QLine(right - kFoldMark, y, right + kFoldMark, y)));
+        format.drawOnPage(pageLine(QLine(kLeftMark[0], y, kLeftMark[1], y)));
+        format.drawOnPage(pageLine(QLine(kRightMark[0], y, kRightMark[1], y)));
     }
 }
 
@@ -105,10 +105,14 @@ report::Section trackRow(QVector<QString> performers) {
         kPerformerFont);
     performer.alignment = Qt::AlignRight | Qt::AlignTop;
     performer.canGrow = true;
-    performer.canShrink = true;
     report::Section row =
         report::section(QStringLiteral("Detail"), 2 * kLine, {number, track, performer});
-    row.canShrink = true;
+    // A row without performer is one line tall.
+    row.onFormat = [](SectionFormat& format) {
+        if (format.control(QStringLiteral("fldArtist")).text.isEmpty()) {
+            format.setHeight(kLine);
+        }
+    };
     return row;
 }
 
