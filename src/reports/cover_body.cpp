@@ -1,9 +1,11 @@
 #include "reports/cover_body.h"
 
 #include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <cmath>
 
+#include "assembly/cover_composer.h"
 #include "report/text_measure.h"
 #include "rtf/rtf.h"
 
@@ -33,7 +35,7 @@ report::ReportFont fontOf(const QTextDocument& document) {
 
 }  // namespace
 
-QString coverBodyRtf(const QString& stored) {
+QString coverBodyRtf(const QString& stored, Qt::Alignment plainAlignment) {
     if (rtf::isRtf(stored)) {
         return stored;
     }
@@ -41,10 +43,19 @@ QString coverBodyRtf(const QString& stored) {
     rtf::readInto(stored, document);
     QTextCursor all(&document);
     all.select(QTextCursor::Document);
-    QTextCharFormat format;
-    format.setFontFamilies({kBodyDesignFont.family});
-    format.setFontPointSize(kBodyDesignFont.pointSize);
-    all.mergeCharFormat(format);
+    QTextCharFormat font;
+    font.setFontFamilies({kBodyDesignFont.family});
+    font.setFontPointSize(kBodyDesignFont.pointSize);
+    all.mergeCharFormat(font);
+    QTextBlockFormat paragraph;
+    paragraph.setAlignment(plainAlignment);
+    if (stored.contains(u'\t')) {
+        const double indent = assembly::kCoverTabStopTwips / rtf::kTwipsPerUnit;
+        paragraph.setLeftMargin(indent);
+        paragraph.setTextIndent(-indent);
+        paragraph.setTabPositions({QTextOption::Tab(indent, QTextOption::LeftTab)});
+    }
+    all.mergeBlockFormat(paragraph);
     return rtf::write(document);
 }
 

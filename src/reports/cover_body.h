@@ -10,8 +10,10 @@ namespace reports {
 // Plain text has no fonts of its own; it prints in the body's design font.
 inline const report::ReportFont kBodyDesignFont{QStringLiteral("Times New Roman"), 10};
 
-// The stored cover text as RTF: rich text as it is, plain text in the body's design font.
-QString coverBodyRtf(const QString& stored);
+// The stored cover text as RTF: rich text as it is. Plain text, as the composer leaves it, gets
+// what the editor would give it: the body's design font, the alignment, and for a track list
+// (it has tabs) the hanging indent and tab stop.
+QString coverBodyRtf(const QString& stored, Qt::Alignment plainAlignment);
 
 // What the cover layouts need to know about a body text.
 struct BodyFacts {

@@ -94,7 +94,7 @@ Control spineLabel(const QString& name, const QRect& rect, int angle) {
 report::Section coverSection() {
     Control body = report::richText(kBody, kBodyDesign, QString());
     body.expression = [](const SectionFormat& format) {
-        return coverBodyRtf(format.value(QStringLiteral("covermemo")).toString());
+        return coverBodyRtf(format.value(QStringLiteral("covermemo")).toString(), Qt::AlignLeft);
     };
     body.canGrow = true;
     Control title = report::textBox(kTitle, QRect(kBodyDesign.left(), 0, kBodyDesign.width(), 0),

@@ -140,7 +140,7 @@ std::shared_ptr<const report::ReportDefinition> mdCoverMain(
     std::shared_ptr<const report::RowSource> tracks) {
     Control body = report::richText(kBody, kBodyDesign, QString());
     body.expression = [](const SectionFormat& format) {
-        return coverBodyRtf(format.value(QStringLiteral("covermemo")).toString());
+        return coverBodyRtf(format.value(QStringLiteral("covermemo")).toString(), Qt::AlignHCenter);
     };
     body.canGrow = true;
     Control title = centredTitle(kTitle, QRect(kInset, kTitleTop, kStripWidth - 2 * kInset, 300));

@@ -10,6 +10,7 @@
 #include "report/text_measure.h"
 #include "reports/cover_body.h"
 #include "reports/cover_cdrom.h"
+#include "rtf/rtf.h"
 
 using namespace covertest;
 using report::ItemKind;
@@ -168,14 +169,21 @@ TEST_F(CdromCover, APlainCoverTextPrintsInTheBodysDesignFont) {
     // The composer stores plain text; the editor stores RTF.
     const QString plain =
         QStringLiteral("1.\tAdams   Morning  [2:45]\r\n2.\tBaker   Night Train\n");
-    const reports::BodyFacts facts = reports::bodyFacts(reports::coverBodyRtf(plain));
+    const reports::BodyFacts facts =
+        reports::bodyFacts(reports::coverBodyRtf(plain, Qt::AlignLeft));
     EXPECT_EQ(facts.font, reports::kBodyDesignFont);
     EXPECT_EQ(facts.lineCount, 3);
     EXPECT_TRUE(facts.hasTab);
     const report::PageModel cover = coverOf(plain);
     EXPECT_EQ(onlyNamed(cover, QStringLiteral("lblSplineL")).font.family, "Times New Roman");
-    EXPECT_EQ(onlyNamed(cover, QStringLiteral("RichEditCoverShort")).document->toPlainText(),
-              "1.\tAdams   Morning  [2:45]\n2.\tBaker   Night Train\n");
+    const auto document = onlyNamed(cover, QStringLiteral("RichEditCoverShort")).document;
+    EXPECT_EQ(document->toPlainText(), "1.\tAdams   Morning  [2:45]\n2.\tBaker   Night Train\n");
+    // The track list's paragraphs, as the editor sets them: a hanging indent to the tab stop.
+    const QTextBlockFormat paragraph = document->begin().blockFormat();
+    EXPECT_DOUBLE_EQ(paragraph.leftMargin() * rtf::kTwipsPerUnit, 400);
+    EXPECT_DOUBLE_EQ(paragraph.textIndent() * rtf::kTwipsPerUnit, -400);
+    ASSERT_EQ(paragraph.tabPositions().size(), 1);
+    EXPECT_DOUBLE_EQ(paragraph.tabPositions()[0].position * rtf::kTwipsPerUnit, 400);
 }
 
 }  // namespace

@@ -104,9 +104,8 @@ TEST_F(CoverPdf, TheCdRomInlayMeasures150By118MillimetresWithSixMillimetreSpines
 }
 
 TEST_F(CoverPdf, TheCdRomCoverCarriesTheNameOnBothSpinesAndTheText) {
-    const qint64 id = db.addCompilation("Road Songs", "CD-ROM",
-                                        composedRtf({"Adams   Morning", "Baker   Night Train"}),
-                                        4445);
+    const qint64 id = db.addCompilation(
+        "Road Songs", "CD-ROM", composedRtf({"Adams   Morning", "Baker   Night Train"}), 4445);
     const QString text = runTool("pdftotext", {exported(id, "cd.pdf"), "-"});
     // Title and both spines.
     EXPECT_EQ(text.count("Road Songs"), 3) << text.toStdString();
