@@ -19,7 +19,7 @@ using report::SectionFormat;
 constexpr int kLeftMargin = kStripOutline.left();
 constexpr int kTopMargin = 700;
 constexpr int kStripWidth = kStripOutline.width();
-constexpr int kInset = 60;  // the texts keep clear of the cut
+constexpr int kInset = 120;  // the texts keep clear of the cut and the fold marks
 constexpr int kTitleTop = 185;
 constexpr int kLowestTitle2Top = 205;
 constexpr int kBodyBand = 2700;       // the cover text is centred in this height
