@@ -60,8 +60,7 @@ report::PageModel CoverDatabase::cover(qint64 compilationId) {
     return reports::buildCover(database_, compilationId);
 }
 
-QString composedRtf(const QStringList& lines, const QString& family, double pointSize,
-                    bool tabStop) {
+QString composedRtf(const QStringList& lines, const QString& family, double pointSize) {
     QTextDocument document;
     document.setPlainText(lines.join(u'\n') + u'\n');
     QTextCursor all(&document);
@@ -76,12 +75,6 @@ QString composedRtf(const QStringList& lines, const QString& family, double poin
         QTextCharFormat bold;
         bold.setFontWeight(QFont::Bold);
         performer.mergeCharFormat(bold);
-        if (tabStop) {
-            QTextBlockFormat paragraph;
-            paragraph.setTabPositions(
-                {QTextOption::Tab(400 / rtf::kTwipsPerUnit, QTextOption::LeftTab)});
-            performer.mergeBlockFormat(paragraph);
-        }
     }
     return rtf::write(document);
 }

@@ -22,8 +22,6 @@ class CoverDatabase {
                   const QString& title);
     report::PageModel cover(qint64 compilationId);
 
-    QString path() const { return path_; }
-
   private:
     testsupport::TempDir dir_;
     QString path_;
@@ -34,7 +32,7 @@ class CoverDatabase {
 // A cover text as the editor stores it: RTF, lines in the font, each line's first word (its
 // performer) bold, and the line break after the last line that composed texts end with.
 QString composedRtf(const QStringList& lines, const QString& family = QStringLiteral("Arial"),
-                    double pointSize = 10, bool tabStop = false);
+                    double pointSize = 10);
 
 QStringList numberedLines(int count);
 

@@ -1,4 +1,5 @@
-// Covers as PDF: measured on the rendered page, and read back as text.
+// Covers as PDF, measured on the rendered page (their text is read back in the cover command's
+// tests).
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -38,33 +39,20 @@ bool dark(const QImage& image, int x, int y) {
     return qGray(image.pixel(x, y)) < 128;
 }
 
-// The middle of each run of dark pixels along a row or a column, in pixels.
-QVector<double> runsAlongRow(const QImage& image, int y) {
+// The middle of each run of dark pixels along a row (or a column), in pixels.
+QVector<double> darkRuns(const QImage& image, int at, Qt::Orientation along) {
+    const bool row = along == Qt::Horizontal;
+    const int length = row ? image.width() : image.height();
+    const auto isDark = [&](int i) { return row ? dark(image, i, at) : dark(image, at, i); };
     QVector<double> runs;
-    for (int x = 0; x < image.width(); ++x) {
-        if (!dark(image, x, y)) {
-            continue;
+    for (int i = 0; i < length; ++i) {
+        if (isDark(i)) {
+            const int start = i;
+            while (i < length && isDark(i)) {
+                ++i;
+            }
+            runs.append((start + i - 1) / 2.0);
         }
-        const int start = x;
-        while (x < image.width() && dark(image, x, y)) {
-            ++x;
-        }
-        runs.append((start + x - 1) / 2.0);
-    }
-    return runs;
-}
-
-QVector<double> runsAlongColumn(const QImage& image, int x) {
-    QVector<double> runs;
-    for (int y = 0; y < image.height(); ++y) {
-        if (!dark(image, x, y)) {
-            continue;
-        }
-        const int start = y;
-        while (y < image.height() && dark(image, x, y)) {
-            ++y;
-        }
-        runs.append((start + y - 1) / 2.0);
     }
     return runs;
 }
@@ -90,7 +78,7 @@ TEST_F(CoverPdf, TheCdRomInlayMeasures150By118MillimetresWithSixMillimetreSpines
     EXPECT_NEAR(page.width() * kMmPerPixel, 210.0, 0.2);
 
     // Across the inlay above the text: frame, fold, fold, frame.
-    const QVector<double> across = runsAlongRow(page, pixelOf(1240 + 200));
+    const QVector<double> across = darkRuns(page, pixelOf(1240 + 200), Qt::Horizontal);
     ASSERT_EQ(across.size(), 4);
     EXPECT_NEAR((across[3] - across[0]) * kMmPerPixel, 150.0, 0.2);
     EXPECT_NEAR((across[1] - across[0]) * kMmPerPixel, 6.0, 0.2);
@@ -98,44 +86,27 @@ TEST_F(CoverPdf, TheCdRomInlayMeasures150By118MillimetresWithSixMillimetreSpines
     EXPECT_NEAR(across[0] * kMmPerPixel, 1500 * 25.4 / 1440, 0.2);
 
     // Down the inlay beside the text: top and bottom of the frame.
-    const QVector<double> down = runsAlongColumn(page, pixelOf(1840 + 100));
+    const QVector<double> down = darkRuns(page, pixelOf(1840 + 100), Qt::Vertical);
     ASSERT_EQ(down.size(), 2);
     EXPECT_NEAR((down[1] - down[0]) * kMmPerPixel, 118.0, 0.2);
-}
-
-TEST_F(CoverPdf, TheCdRomCoverCarriesTheNameOnBothSpinesAndTheText) {
-    const qint64 id = db.addCompilation(
-        "Road Songs", "CD-ROM", composedRtf({"Adams   Morning", "Baker   Night Train"}), 4445);
-    const QString text = runTool("pdftotext", {exported(id, "cd.pdf"), "-"});
-    // Title and both spines.
-    EXPECT_EQ(text.count("Road Songs"), 3) << text.toStdString();
-    for (const char* expected : {"Adams", "Morning", "Night Train", "Total Playtime 1:14:05"}) {
-        EXPECT_TRUE(text.contains(expected)) << expected << " in\n" << text.toStdString();
-    }
 }
 
 TEST_F(CoverPdf, TheMdStripMeasures45By254Millimetres) {
     const qint64 id = db.addCompilation("Summer Mix", "MD", composedRtf({"Adams / Baker"}));
     db.addTrack(id, 1, "Adams", "Morning");
     db.addTrack(id, 2, "Baker", "Night Train");
-    const QString pdf = exported(id, "md.pdf");
-    const QImage page = rendered(pdf);
+    const QImage page = rendered(exported(id, "md.pdf"));
 
     // Across the strip under its text, between the fold marks: its two edges only.
-    const QVector<double> across = runsAlongRow(page, pixelOf(6000));
+    const QVector<double> across = darkRuns(page, pixelOf(6000), Qt::Horizontal);
     ASSERT_EQ(across.size(), 2);
     EXPECT_NEAR((across[1] - across[0]) * kMmPerPixel, 45.0, 0.2);
     // Down the strip by its left edge, clear of the fold marks: top, the rule under the title,
     // bottom.
-    const QVector<double> down = runsAlongColumn(page, pixelOf(1200 + 80));
+    const QVector<double> down = darkRuns(page, pixelOf(1200 + 80), Qt::Vertical);
     ASSERT_EQ(down.size(), 3);
     EXPECT_NEAR((down[2] - down[0]) * kMmPerPixel, 254.0, 0.2);
     EXPECT_NEAR(down[0] * kMmPerPixel, 800 * 25.4 / 1440, 0.2);
-
-    const QString text = runTool("pdftotext", {pdf, "-"});
-    for (const char* expected : {"Summer Mix", "Adams / Baker", "Morning", "Night Train"}) {
-        EXPECT_TRUE(text.contains(expected)) << expected << " in\n" << text.toStdString();
-    }
 }
 
 }  // namespace

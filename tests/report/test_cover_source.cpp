@@ -57,16 +57,4 @@ TEST(CoverReport, AFormatWithoutCoverOrAnUnknownIdIsAnError) {
     EXPECT_THROW(db.cover(99), report::ReportError);
 }
 
-TEST(CoverReport, TheFormatChoosesTheLayout) {
-    CoverDatabase db;
-    const report::PageModel md = db.cover(db.addCompilation("Mini", "mD", "Adams"));
-    const report::PageModel cd = db.cover(db.addCompilation("Disc", "cd-ROM", "Adams"));
-    EXPECT_TRUE(hasNamed(md, "fldTitle2"));
-    EXPECT_FALSE(hasNamed(md, "lblSplineL"));
-    EXPECT_TRUE(hasNamed(cd, "lblSplineL"));
-    EXPECT_FALSE(hasNamed(cd, "fldTitle2"));
-    EXPECT_EQ(md.setup.paper, QSize(11906, 16838));
-    EXPECT_EQ(cd.setup.paper, QSize(11906, 16838));
-}
-
 }  // namespace
