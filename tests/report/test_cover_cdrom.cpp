@@ -142,6 +142,11 @@ TEST_F(CdromCover, TheBodyFitsItsWidestLineAndKeepsItsCentre) {
     EXPECT_NEAR(body.rect.left() + body.rect.width() / 2.0, kInlayCentreX, 1);
     // The line still fits on one line.
     EXPECT_EQ(body.document->begin().layout()->lineCount(), 1);
+    // A line wider than the inlay keeps to the body's designed width and wraps.
+    const PageItem wide = onlyNamed(coverOf(composedRtf({QString("Adams / Baker ").repeated(20)})),
+                                    QStringLiteral("RichEditCoverShort"));
+    EXPECT_EQ(wide.rect.width(), 7400);
+    EXPECT_GT(wide.document->begin().layout()->lineCount(), 1);
 }
 
 TEST_F(CdromCover, ATrackListWithItsTabStopKeepsItsWidth) {
