@@ -28,6 +28,7 @@ int makeAlbums(const QStringList& args, Streams streams);
 int tempSource(const QStringList& args, Streams streams);
 int addCompilation(const QStringList& args, Streams streams);
 int coverText(const QStringList& args, Streams streams);
+int cover(const QStringList& args, Streams streams);
 int addTracks(const QStringList& args, Streams streams);
 int removeTrack(const QStringList& args, Streams streams);
 int tracks(const QStringList& args, Streams streams);

@@ -1,9 +1,11 @@
 // mixorama-cli: Mixorama's scriptable commands for users and tests.
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QTextStream>
 #include <cstdio>
 #include <functional>
 #include <map>
+#include <memory>
 
 #include "access/access_reader.h"
 #include "cli/commands.h"
@@ -22,6 +24,7 @@ const std::map<QString, Command>& commands() {
         {QStringLiteral("tempsource"), cli::tempSource},
         {QStringLiteral("add-compilation"), cli::addCompilation},
         {QStringLiteral("cover-text"), cli::coverText},
+        {QStringLiteral("cover"), cli::cover},
         {QStringLiteral("add-tracks"), cli::addTracks},
         {QStringLiteral("remove-track"), cli::removeTrack},
         {QStringLiteral("tracks"), cli::tracks},
@@ -49,6 +52,8 @@ void printHelp(QTextStream& out) {
            "  cover-text DB NAME p|pa|ps [--by-time]\n"
            "                         compose and store a compilation's cover text; prints\n"
            "                         the text, then the bold ranges (start length)\n"
+           "  cover DB NAME OUT.pdf  write a compilation's cover (MD or CD-ROM) as PDF,\n"
+           "                         true to size\n"
            "  add-tracks DB NAME ALBUM.mdb [--where \"WHERE ...\"] [--order \"ORDER BY ...\"]\n"
            "             [--filter VARIABLE COMPARISON TEXT [And|Or VARIABLE COMPARISON TEXT]]\n"
            "             [--sort VARIABLE Ascending|Descending]... [--show-clause]\n"
@@ -73,14 +78,26 @@ void printHelp(QTextStream& out) {
     out.flush();
 }
 
+// Covers measure text in fonts and write PDF, which takes a GUI application; it runs offscreen
+// unless the user chose a platform.
+std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv) {
+    if (argc > 1 && QLatin1String(argv[1]) == QLatin1String("cover")) {
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        }
+        return std::make_unique<QGuiApplication>(argc, argv);
+    }
+    return std::make_unique<QCoreApplication>(argc, argv);
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    QCoreApplication app(argc, argv);
+    const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
     accessfile::installAccessReader();
-    QStringList args = app.arguments().mid(1);
+    QStringList args = app->arguments().mid(1);
     if (args.isEmpty() || args[0] == QLatin1String("--help") || args[0] == QLatin1String("-h")) {
         printHelp(out);
         return args.isEmpty() ? 2 : 0;

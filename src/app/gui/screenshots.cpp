@@ -17,6 +17,7 @@
 #include "assembly/track_picker.h"
 #include "demo/demo_collection.h"
 #include "engine/recordset.h"
+#include "gui/cover_screenshots.h"
 #include "platform/scripted_dialogs.h"
 #include "store/album_source.h"
 #include "ui/controls/data_grid.h"
@@ -289,6 +290,7 @@ int writeScreenshots(const QString& folder) {
         ok &= save(&window, folder, QStringLiteral("overview-find-storage"));
         ok &= pickerWindows(window, dialogs, work.filePath(QStringLiteral("albums.mdb")), folder);
         ok &= editorPictures(window, dialogs, folder);
+        ok &= coverPictures(window.state().database, folder);
         ui::HelpWindow help;
         help.showContents();
         ok &= save(&help, folder, QStringLiteral("help"));

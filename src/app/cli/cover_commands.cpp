@@ -1,0 +1,62 @@
+// cover: a compilation's cover as PDF, with the checks the print command makes first.
+#include "cli/commands.h"
+#include "cli/compilation_lookup.h"
+#include "engine/jet_error.h"
+#include "engine/recordset.h"
+#include "engine/workspace.h"
+#include "report/pdf_export.h"
+#include "report/report_error.h"
+#include "reports/cover_report.h"
+#include "reports/cover_source.h"
+
+namespace cli {
+
+namespace {
+
+const QString kCoverPdfUsage = QStringLiteral("cover DB NAME OUT.pdf");
+
+QString formatOf(engine::Database& database, qint64 compilationId) {
+    engine::Recordset row = database.openRecordset(
+        QStringLiteral("SELECT Format FROM Compilation WHERE CompilationID_P = ") +
+            QString::number(compilationId),
+        engine::RecordsetType::Snapshot);
+    return row.value(0).toString();
+}
+
+int writeCover(engine::Database& database, const QString& name, const QString& pdf,
+               Streams streams) {
+    const std::optional<Compilation> compilation = findCompilation(database, name, streams);
+    if (!compilation) {
+        return 1;
+    }
+    const std::optional<QString> refusal =
+        reports::coverRefusal(formatOf(database, compilation->id), compilation->stored.trackCount);
+    if (refusal) {
+        streams.err << *refusal << Qt::endl;
+        return 1;
+    }
+    report::exportPdf(reports::buildCover(database, compilation->id), pdf, name);
+    return 0;
+}
+
+}  // namespace
+
+int cover(const QStringList& args, Streams streams) {
+    if (args.size() != 3) {
+        return usage(streams, kCoverPdfUsage);
+    }
+    try {
+        engine::Database database =
+            engine::Workspace::defaultWorkspace().openDatabase(args[0], true);
+        const int code = writeCover(database, args[1], args[2], streams);
+        database.close();
+        return code;
+    } catch (const engine::JetError& error) {
+        return reportError(streams, error);
+    } catch (const report::ReportError& error) {
+        streams.err << error.description() << Qt::endl;
+        return 1;
+    }
+}
+
+}  // namespace cli

@@ -1,0 +1,72 @@
+#include "reports/cover_body.h"
+
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <cmath>
+
+#include "assembly/cover_composer.h"
+#include "report/text_measure.h"
+#include "rtf/rtf.h"
+
+namespace reports {
+
+namespace {
+
+// Wide enough that no cover line wraps while it is measured.
+constexpr int kUnwrappedTwips = 1'000'000;
+
+report::ReportFont fontOf(const QTextDocument& document) {
+    report::ReportFont font = kBodyDesignFont;
+    const QTextBlock first = document.begin();
+    if (!first.isValid() || first.begin().atEnd()) {
+        return font;
+    }
+    const QTextCharFormat format = first.begin().fragment().charFormat();
+    const QStringList families = format.fontFamilies().toStringList();
+    if (!families.isEmpty() && !families.first().isEmpty()) {
+        font.family = families.first();
+    }
+    if (format.fontPointSize() > 0) {
+        font.pointSize = format.fontPointSize();
+    }
+    return font;
+}
+
+}  // namespace
+
+QString coverBodyRtf(const QString& stored, Qt::Alignment plainAlignment) {
+    if (rtf::isRtf(stored)) {
+        return stored;
+    }
+    QTextDocument document;
+    rtf::readInto(stored, document);
+    QTextCursor all(&document);
+    all.select(QTextCursor::Document);
+    QTextCharFormat font;
+    font.setFontFamilies({kBodyDesignFont.family});
+    font.setFontPointSize(kBodyDesignFont.pointSize);
+    all.mergeCharFormat(font);
+    QTextBlockFormat paragraph;
+    paragraph.setAlignment(plainAlignment);
+    if (stored.contains(u'\t')) {
+        const double indent = assembly::kCoverTabStopTwips / rtf::kTwipsPerUnit;
+        paragraph.setLeftMargin(indent);
+        paragraph.setTextIndent(-indent);
+        paragraph.setTabPositions({QTextOption::Tab(indent, QTextOption::LeftTab)});
+    }
+    all.mergeBlockFormat(paragraph);
+    return rtf::write(document);
+}
+
+BodyFacts bodyFacts(const QString& rtf) {
+    const auto document = report::richDocument(rtf, kUnwrappedTwips);
+    BodyFacts facts;
+    facts.font = fontOf(*document);
+    facts.lineCount = document->blockCount();
+    facts.widestLine = int(std::ceil(document->idealWidth() * rtf::kTwipsPerUnit));
+    facts.hasTab = document->toPlainText().contains(u'\t');
+    return facts;
+}
+
+}  // namespace reports

@@ -1,0 +1,36 @@
+#include "reports/cover_report.h"
+
+#include "engine/database.h"
+#include "report/layout.h"
+#include "report/report_error.h"
+#include "reports/cover_cdrom.h"
+#include "reports/cover_md.h"
+#include "reports/cover_source.h"
+#include "reports/recordset_rows.h"
+#include "store/compilation_queries.h"
+
+namespace reports {
+
+report::PageModel buildCover(engine::Database& database, qint64 compilationId) {
+    const RecordsetRows compilation(database.openRecordset(coverSourceStatement(compilationId),
+                                                           engine::RecordsetType::Snapshot));
+    if (compilation.rowCount() == 0) {
+        throw report::ReportError(
+            QStringLiteral("There is no compilation with the id %1.").arg(compilationId));
+    }
+    const QString format =
+        compilation.value(0, compilation.fieldIndex(QStringLiteral("C_Format"))).toString();
+    const std::optional<CoverKind> kind = coverKindOf(format);
+    if (!kind) {
+        throw report::ReportError(noCoverMessage(format));
+    }
+    if (*kind == CoverKind::CdRom) {
+        return report::layoutReport(*cdromCoverShort(), compilation);
+    }
+    const auto tracks = std::make_shared<const RecordsetRows>(database.openRecordset(
+        store::standardStatement(QStringLiteral("compilationtrack"), compilationId),
+        engine::RecordsetType::Snapshot));
+    return report::layoutReport(*mdCoverMain(tracks), compilation);
+}
+
+}  // namespace reports

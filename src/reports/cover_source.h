@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+#include <QVector>
+#include <optional>
+#include <utility>
+
+// What the covers print and which cover a compilation gets.
+namespace reports {
+
+enum class CoverKind { Md, CdRom };
+
+// The cover for a format (any letter case of "MD" and "CD-ROM"); none for other formats.
+std::optional<CoverKind> coverKindOf(const QString& format);
+
+// The message for a format without a cover.
+QString noCoverMessage(const QString& format);
+
+// Why a compilation gets no cover, in the words the print command shows; nothing when it gets
+// one. The format is checked before the track count.
+std::optional<QString> coverRefusal(const QString& format, int trackCount);
+
+// The compilation row a cover prints: the standard compilation statement narrowed to one id.
+QString coverSourceStatement(qint64 compilationId);
+
+// A total play time as the CD-ROM cover prints it: hours without a leading zero, two-digit
+// minutes and seconds (4445 gives "1:14:05").
+QString playtimeText(double seconds);
+
+// The MD track list has a performer slot for each track number up to this one; later tracks
+// print without performer.
+inline constexpr int kMaxPerformerSlots = 1000;
+
+// The performers the MD track list prints, by track number: of each run of consecutive tracks
+// by one performer only the last keeps the name. Tracks come as (number, performer) in print
+// order.
+QVector<QString> runLastPerformers(const QVector<std::pair<int, QString>>& tracks);
+
+}  // namespace reports
