@@ -1,9 +1,11 @@
 // mixorama-cli: Mixorama's scriptable commands for users and tests.
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QTextStream>
 #include <cstdio>
 #include <functional>
 #include <map>
+#include <memory>
 
 #include "access/access_reader.h"
 #include "cli/commands.h"
@@ -27,6 +29,7 @@ const std::map<QString, Command>& commands() {
         {QStringLiteral("tracks"), cli::tracks},
         {QStringLiteral("move-track"), cli::moveTrack},
         {QStringLiteral("renumber"), cli::renumber},
+        {QStringLiteral("report"), cli::writeListReport},
     };
     return table;
 }
@@ -69,18 +72,36 @@ void printHelp(QTextStream& out) {
            "                         move up or down by one\n"
            "  renumber DB NAME [--sort VARIABLE Ascending|Descending]...\n"
            "                         number the tracks 1 to n by up to three sort keys\n"
-           "                         (none: the default order)\n";
+           "                         (none: the default order)\n"
+           "  report DB tracks-all OUT.pdf\n"
+           "  report DB tracks NAME OUT.pdf\n"
+           "  report DB protocol NAME OUT.pdf  [--paper a4|letter]\n"
+           "                         write every track by performer, a compilation's\n"
+           "                         track list or its recording protocol as PDF (paper\n"
+           "                         of the locale unless given)\n";
     out.flush();
+}
+
+// Reports measure their texts in fonts, which need a GUI application; it runs offscreen unless
+// told otherwise.
+std::unique_ptr<QCoreApplication> makeApplication(int& argc, char* argv[]) {
+    if (argc > 1 && qstrcmp(argv[1], "report") == 0) {
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        }
+        return std::make_unique<QGuiApplication>(argc, argv);
+    }
+    return std::make_unique<QCoreApplication>(argc, argv);
 }
 
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    QCoreApplication app(argc, argv);
+    const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
     accessfile::installAccessReader();
-    QStringList args = app.arguments().mid(1);
+    QStringList args = QCoreApplication::arguments().mid(1);
     if (args.isEmpty() || args[0] == QLatin1String("--help") || args[0] == QLatin1String("-h")) {
         printHelp(out);
         return args.isEmpty() ? 2 : 0;
