@@ -191,8 +191,15 @@ TEST_F(Preview, ZoomsByStepsBetweenFiftyAndFourHundredPercentAndFitsThePage) {
     const auto* scroll = preview->findChild<QScrollArea*>("scrPages");
     const QWidget* page = scroll->widget();
     EXPECT_EQ(preview->zoomMode(), ReportPreviewWindow::ZoomMode::FitPage);
+    const QSize room = scroll->viewport()->size();
+    EXPECT_LE(page->height(), room.height());
+    EXPECT_LE(page->width(), room.width());
+    EXPECT_TRUE(page->height() > room.height() - 40 || page->width() > room.width() - 40)
+        << page->width() << "x" << page->height() << " in " << room.width() << "x" << room.height();
+    // The page follows the window's size.
+    preview->resize(preview->width() / 2, preview->height() / 2);
     EXPECT_LE(page->height(), scroll->viewport()->height());
-    EXPECT_LE(page->width(), scroll->viewport()->width());
+    EXPECT_GT(page->height(), scroll->viewport()->height() - 40);
 
     preview->setZoomPercent(100);
     const QSize trueSize = page->size();

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPrintDialog>
@@ -47,6 +48,7 @@ ReportPreviewWindow::ReportPreviewWindow(report::PageModel model, const QString&
     scroll_->setBackgroundRole(QPalette::Dark);
     view_ = new ReportPageView(model_, scroll_);
     scroll_->setWidget(view_);
+    scroll_->viewport()->installEventFilter(this);
     setCentralWidget(scroll_);
     status_ = new QLabel(this);
     status_->setObjectName(QStringLiteral("lblPageStatus"));
@@ -190,11 +192,13 @@ void ReportPreviewWindow::zoomChosen(int entry) {
     }
 }
 
-void ReportPreviewWindow::resizeEvent(QResizeEvent* event) {
-    QMainWindow::resizeEvent(event);
-    if (mode_ != ZoomMode::Percent) {
+bool ReportPreviewWindow::eventFilter(QObject* watched, QEvent* event) {
+    // A page that fits follows the room the scroll area gives it.
+    if (watched == scroll_->viewport() && event->type() == QEvent::Resize &&
+        mode_ != ZoomMode::Percent) {
         redraw(pageIndex());
     }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void ReportPreviewWindow::printTo(QPrinter& printer) {

@@ -45,7 +45,7 @@ class ReportPreviewWindow : public QMainWindow {
     void saveAsPdf();                 // under a name the save dialog gives
 
   protected:
-    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void buildToolBar();
