@@ -14,23 +14,33 @@ namespace {
 const QString kThreeBlanks = QStringLiteral("   ");
 const QString kFiveBlanks = QStringLiteral("     ");
 
-// The time text of the seconds, formatted again by a time pattern, as the stored play times
-// have always been shown.
-QString timeWithPattern(const QVariant& seconds, const QString& pattern) {
+// formatTime's text read again as a time of day, as the time patterns read it: minutes (and
+// hours) without a leading zero. A text of a day or more is no time of day and stays as it is.
+// Done by hand: the general Format costs a quarter of a millisecond a call, seconds on a long list.
+QString timeWithPattern(const QVariant& seconds, bool withHours) {
     if (seconds.isNull()) {
         return QString();
     }
-    return engine::formatJetValue(query::formatTime(seconds.toDouble()), pattern);
+    const QString text = query::formatTime(seconds.toDouble());
+    const QStringList parts = text.split(QLatin1Char(':'));
+    if (parts.size() != 3 || parts[0].toInt() >= 24) {
+        return text;
+    }
+    const QString minutesAndSeconds =
+        QString::number(parts[1].toInt()) + QLatin1Char(':') + parts[2];
+    return withHours ? QString::number(parts[0].toInt()) + QLatin1Char(':') + parts[1] +
+                           QLatin1Char(':') + parts[2]
+                     : minutesAndSeconds;
 }
 
 }  // namespace
 
 QString trackTime(const QVariant& seconds) {
-    return timeWithPattern(seconds, QStringLiteral("N:Ss"));
+    return timeWithPattern(seconds, false);
 }
 
 QString totalTime(const QVariant& seconds) {
-    return timeWithPattern(seconds, QStringLiteral("H:Nn:Ss"));
+    return timeWithPattern(seconds, true);
 }
 
 QString compilationTitle(const QVariant& name, const QVariant& sumTime) {

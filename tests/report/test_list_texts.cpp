@@ -1,6 +1,8 @@
 // The computed texts of the track lists and the recording protocol.
 #include <gtest/gtest.h>
 
+#include "engine/jet_format.h"
+#include "query/time_text.h"
 #include "reports/list_texts.h"
 #include "support/document_summary.h"
 
@@ -21,6 +23,15 @@ TEST(ListTexts, TotalTimesShowHoursWithoutALeadingZero) {
     EXPECT_EQ(totalTime(3600), "1:00:00");
     EXPECT_EQ(totalTime(322), "0:05:22");
     EXPECT_EQ(compilationTitle("Road Trip", 3600), "Road Trip     1:00:00");
+}
+
+TEST(ListTexts, TimesReadAsTheFormatPatternsReadTheTimeText) {
+    for (int seconds = 0; seconds < 100000; seconds += 197) {
+        const QString text = query::formatTime(seconds);
+        EXPECT_EQ(trackTime(seconds), engine::formatJetValue(text, "N:Ss")) << seconds;
+        EXPECT_EQ(totalTime(seconds), engine::formatJetValue(text, "H:Nn:Ss")) << seconds;
+    }
+    EXPECT_EQ(totalTime(90000), "25:00:00");  // no time of day: the text as it is
 }
 
 TEST(ListTexts, TheManufacturerFollowsTheFormatOnlyWhenThereIsOne) {
