@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QProcess>
+#include <QRegularExpression>
 #include <algorithm>
 
 namespace reporttest {
@@ -96,6 +98,25 @@ PageItem onlyItem(const report::PageModel& model, const QString& text) {
     }
     EXPECT_EQ(found.size(), 1) << "items showing " << text.toStdString();
     return found.value(0);
+}
+
+QString runProgram(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.start(program, arguments);
+    if (!process.waitForFinished(30000) || process.exitCode() != 0) {
+        ADD_FAILURE() << program.toStdString()
+                      << " failed: " << process.readAllStandardError().toStdString();
+    }
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+// The page size pdfinfo reads, and the paper name it gives that size.
+std::pair<QSizeF, QString> pdfPageSize(const QString& path) {
+    const QString info = runProgram("pdfinfo", {path});
+    const auto match =
+        QRegularExpression(R"(Page size:\s+([\d.]+) x ([\d.]+) pts(?: \((\w+)\))?)").match(info);
+    EXPECT_TRUE(match.hasMatch()) << info.toStdString();
+    return {QSizeF(match.captured(1).toDouble(), match.captured(2).toDouble()), match.captured(3)};
 }
 
 }  // namespace reporttest

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QSizeF>
 #include <QStringList>
 #include <QVariant>
 #include <QVector>
+#include <utility>
 
 #include "report/page_model.h"
 #include "report/report_definition.h"
@@ -29,5 +31,10 @@ QStringList textsOf(const report::Page& page);
 int pageOf(const report::PageModel& model, const QString& text);
 // The one item showing the text on any page; fails the test when there is not exactly one.
 report::PageItem onlyItem(const report::PageModel& model, const QString& text);
+
+// The standard output of a program that must succeed (pdftotext, pdfinfo).
+QString runProgram(const QString& program, const QStringList& arguments);
+// The page size pdfinfo reads (points), and the paper name it gives that size.
+std::pair<QSizeF, QString> pdfPageSize(const QString& path);
 
 }  // namespace reporttest

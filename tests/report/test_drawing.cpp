@@ -4,8 +4,6 @@
 #include <QFile>
 #include <QImage>
 #include <QPainter>
-#include <QProcess>
-#include <QRegularExpression>
 
 #include "report/layout.h"
 #include "report/painter.h"
@@ -126,25 +124,6 @@ TEST(DrawingItems, TurnedLabelsRunAlongTheirBoxAndLinesKeepTheirWidth) {
     EXPECT_EQ(line, QRect(600 - 15 - 560, 150, 30, 150));
 }
 
-QString run(const QString& program, const QStringList& arguments) {
-    QProcess process;
-    process.start(program, arguments);
-    if (!process.waitForFinished(30000) || process.exitCode() != 0) {
-        ADD_FAILURE() << program.toStdString()
-                      << " failed: " << process.readAllStandardError().toStdString();
-    }
-    return QString::fromUtf8(process.readAllStandardOutput());
-}
-
-// The page size pdfinfo reads, and the paper name it gives that size.
-std::pair<QSizeF, QString> pdfPageSize(const QString& path) {
-    const QString info = run("pdfinfo", {path});
-    const auto match =
-        QRegularExpression(R"(Page size:\s+([\d.]+) x ([\d.]+) pts(?: \((\w+)\))?)").match(info);
-    EXPECT_TRUE(match.hasMatch()) << info.toStdString();
-    return {QSizeF(match.captured(1).toDouble(), match.captured(2).toDouble()), match.captured(3)};
-}
-
 PageModel twoPageList(const PageSetup& setup) {
     ReportDefinition definition;
     definition.page = setup;
@@ -174,7 +153,7 @@ TEST(PdfExport, PagesHaveThePaperSizeAndTheirTextCanBeFound) {
         const auto [size, name] = pdfPageSize(path);
         EXPECT_EQ(size, paper.points);
         EXPECT_EQ(name, paper.name);
-        const QString text = run("pdftotext", {path, "-"});
+        const QString text = runProgram("pdftotext", {path, "-"});
         for (const char* expected :
              {"All Tracks", "Dancing Queen", "3:52", "Yesterday", "Page 1 of", "Page 2 of"}) {
             EXPECT_TRUE(text.contains(expected)) << expected << " in\n" << text.toStdString();

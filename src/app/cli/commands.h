@@ -34,5 +34,6 @@ int removeTrack(const QStringList& args, Streams streams);
 int tracks(const QStringList& args, Streams streams);
 int moveTrack(const QStringList& args, Streams streams);
 int renumber(const QStringList& args, Streams streams);
+int writeListReport(const QStringList& args, Streams streams);
 
 }  // namespace cli

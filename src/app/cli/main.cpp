@@ -30,6 +30,7 @@ const std::map<QString, Command>& commands() {
         {QStringLiteral("tracks"), cli::tracks},
         {QStringLiteral("move-track"), cli::moveTrack},
         {QStringLiteral("renumber"), cli::renumber},
+        {QStringLiteral("report"), cli::writeListReport},
     };
     return table;
 }
@@ -74,14 +75,20 @@ void printHelp(QTextStream& out) {
            "                         move up or down by one\n"
            "  renumber DB NAME [--sort VARIABLE Ascending|Descending]...\n"
            "                         number the tracks 1 to n by up to three sort keys\n"
-           "                         (none: the default order)\n";
+           "                         (none: the default order)\n"
+           "  report DB tracks-all OUT.pdf\n"
+           "  report DB tracks NAME OUT.pdf\n"
+           "  report DB protocol NAME OUT.pdf  [--paper a4|letter]\n"
+           "                         write every track by performer, a compilation's\n"
+           "                         track list or its recording protocol as PDF (paper\n"
+           "                         of the locale unless given)\n";
     out.flush();
 }
 
-// Covers measure text in fonts and write PDF, which takes a GUI application; it runs offscreen
-// unless the user chose a platform.
-std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv) {
-    if (argc > 1 && QLatin1String(argv[1]) == QLatin1String("cover")) {
+// Reports and covers measure their texts in fonts and write PDF, which takes a GUI application;
+// it runs offscreen unless the user chose a platform.
+std::unique_ptr<QCoreApplication> makeApplication(int& argc, char* argv[]) {
+    if (argc > 1 && (qstrcmp(argv[1], "report") == 0 || qstrcmp(argv[1], "cover") == 0)) {
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
             qputenv("QT_QPA_PLATFORM", "offscreen");
         }

@@ -21,6 +21,7 @@
 #include "platform/scripted_dialogs.h"
 #include "store/album_source.h"
 #include "ui/controls/data_grid.h"
+#include "ui/controls/main_toolbar.h"
 #include "ui/controls/performer_tree_model.h"
 #include "ui/qt_dialogs.h"
 #include "ui/windows/compilation_browser_window.h"
@@ -31,6 +32,7 @@
 #include "ui/windows/navigator_window.h"
 #include "ui/windows/overview_window.h"
 #include "ui/windows/rearrange_window.h"
+#include "ui/windows/report_preview_window.h"
 #include "ui/windows/sort_dialog.h"
 #include "ui/windows/track_lookup_window.h"
 
@@ -269,6 +271,26 @@ bool pickerWindows(ui::OverviewWindow& window, platform::ScriptedDialogs& dialog
     return ok;
 }
 
+// The previews of the three lists the print tool shows, on a compilation with tracks.
+bool reportPreviews(ui::OverviewWindow& window, const QString& folder) {
+    moveToFilledCompilation(window);
+    const QStringList names{QStringLiteral("preview-tracks-all"), QStringLiteral("preview-tracks"),
+                            QStringLiteral("preview-protocol")};
+    bool ok = true;
+    for (int type = 0; type < names.size(); ++type) {
+        window.toolBar()->reportTypeList()->setCurrentIndex(type);
+        window.runTool(QStringLiteral("ID_Print"));
+        const QList<ui::ReportPreviewWindow*> previews =
+            window.findChildren<ui::ReportPreviewWindow*>();
+        if (previews.isEmpty()) {
+            return false;
+        }
+        ok &= save(previews.last(), folder, names[type]);
+        delete previews.last();
+    }
+    return ok;
+}
+
 }  // namespace
 
 int writeScreenshots(const QString& folder) {
@@ -291,6 +313,7 @@ int writeScreenshots(const QString& folder) {
         ok &= pickerWindows(window, dialogs, work.filePath(QStringLiteral("albums.mdb")), folder);
         ok &= editorPictures(window, dialogs, folder);
         ok &= coverPictures(window.state().database, folder);
+        ok &= reportPreviews(window, folder);
         ui::HelpWindow help;
         help.showContents();
         ok &= save(&help, folder, QStringLiteral("help"));

@@ -15,6 +15,8 @@
 #include "query/goto_find.h"
 #include "query/goto_lists.h"
 #include "query/time_text.h"
+#include "report/report_error.h"
+#include "reports/list_sources.h"
 #include "shell/navigation.h"
 #include "shell/toolbar_tools.h"
 #include "store/album_source.h"
@@ -26,6 +28,7 @@
 #include "ui/windows/edit_compilation_window.h"
 #include "ui/windows/goto_controls.h"
 #include "ui/windows/help_window.h"
+#include "ui/windows/report_preview_window.h"
 #include "ui/windows/screen_colours.h"
 
 namespace ui {
@@ -373,6 +376,10 @@ void OverviewWindow::runTool(const QString& id) {
                                   platform::MessageAnswer::Ok});
                 break;
         }
+    } catch (const report::ReportError&) {
+        // A report that cannot be written, most often a PDF file open in another program.
+        setBusy(false);
+        dialogs_.exclamation(shell::kPdfWriteError);
     } catch (const engine::JetError&) {
         // A command that fails in an unforeseen way ends; the window is left usable.
         setBusy(false);
@@ -449,8 +456,56 @@ void OverviewWindow::showEditorResult(std::optional<qint64> addedId) {
     showPosition();
 }
 
+std::optional<shell::CurrentCompilation> OverviewWindow::currentCompilation() {
+    if (!compilations_.hasRecordset() || compilations_.recordset().eof() ||
+        compilations_.recordset().bof()) {
+        return std::nullopt;
+    }
+    engine::Recordset& row = compilations_.recordset();
+    return shell::CurrentCompilation{row.value(QStringLiteral("CompilationID_P")).toLongLong(),
+                                     row.value(QStringLiteral("C_SumTrack")).toInt(),
+                                     row.value(QStringLiteral("C_Format")).toString()};
+}
+
 void OverviewWindow::print() {
-    dialogs_.information(QStringLiteral("Printing is not yet available."));
+    const shell::PrintChoice* choice =
+        shell::printChoice(toolBar_->reportTypeList()->currentIndex());
+    if (choice == nullptr || !session_.isOpen()) {
+        return;
+    }
+    setBusy(true);
+    const std::optional<shell::CurrentCompilation> current = currentCompilation();
+    const qint64 id = current ? current->id : 0;
+    if (const std::optional<QString> refusal =
+            shell::printRefusal(state().database, *choice, current)) {
+        setBusy(false);
+        dialogs_.information(*refusal);
+        return;
+    }
+    switch (choice->output) {
+        case shell::PrintOutput::Cover:
+            setBusy(false);
+            dialogs_.information(shell::kCoverNotYetAvailable);
+            return;
+        case shell::PrintOutput::Preview:
+            showPreview(choice->report, id);
+            break;
+        case shell::PrintOutput::Pdf:
+            reports::exportListPdf(state().database, choice->report, id, shell::pdfPath(*choice),
+                                   reports::listPaper(), QDate::currentDate());
+            break;
+    }
+    setBusy(false);
+}
+
+ReportPreviewWindow* OverviewWindow::showPreview(reports::ListReport kind, qint64 compilationId) {
+    auto* preview = new ReportPreviewWindow(
+        reports::buildListReport(state().database, kind, compilationId, reports::listPaper(),
+                                 QDate::currentDate()),
+        reports::listReportCaption(kind), dialogs_, this);
+    windows_.add(preview);
+    preview->show();
+    return preview;
 }
 
 void OverviewWindow::showHelp() {

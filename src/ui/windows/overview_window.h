@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "shell/database_commands.h"
+#include "shell/print_command.h"
 #include "shell/session.h"
 #include "store/data_control.h"
 #include "ui/windows/window_registry.h"
@@ -24,6 +25,7 @@ class DataGrid;
 class MainToolBar;
 class PanelStatusBar;
 class HelpWindow;
+class ReportPreviewWindow;
 
 // The main window: the intro picture while no database is open, else the list of all
 // compilations with its goto, find and move controls. Its events call the logic of the shell.
@@ -83,6 +85,8 @@ class OverviewWindow : public QMainWindow, private shell::CommandFeedback {
     void openEditor(const QString& mode);
     void showHelp();
     void print();
+    std::optional<shell::CurrentCompilation> currentCompilation();
+    ReportPreviewWindow* showPreview(reports::ListReport kind, qint64 compilationId);
     double colourCount() const;
 
     // CommandFeedback

@@ -1,0 +1,70 @@
+#include "shell/print_command.h"
+
+#include "engine/database.h"
+#include "platform/program_folder.h"
+#include "shell/toolbar_tools.h"
+
+namespace shell {
+
+namespace {
+
+using reports::ListReport;
+
+std::vector<PrintChoice> makeChoices() {
+    const QStringList& entries = reportTypes();
+    std::vector<PrintChoice> choices{
+        {0, entries[0], PrintOutput::Preview, ListReport::TracksAll, true, {}},
+        {1, entries[1], PrintOutput::Preview, ListReport::TracksCompilation, false, {}},
+        {2, entries[2], PrintOutput::Preview, ListReport::RecordingProtocol, false, {}},
+        {3, entries[3], PrintOutput::Cover, ListReport::TracksCompilation, false, {}},
+        {4, entries[4], PrintOutput::Pdf, ListReport::TracksAll, true,
+         QStringLiteral("TracksByPerformer.PDF")},
+        {5, entries[5], PrintOutput::Pdf, ListReport::TracksCompilation, false,
+         QStringLiteral("TracksOnCompilation.PDF")},
+    };
+    return choices;
+}
+
+bool anyTrack(engine::Database& database) {
+    return !database
+                .openRecordset(QStringLiteral("CompilationTrack"), engine::RecordsetType::Snapshot)
+                .eof();
+}
+
+bool hasCover(const QString& format) {
+    const QString lower = format.toLower();
+    return lower == QLatin1String("cd-rom") || lower == QLatin1String("md");
+}
+
+}  // namespace
+
+const std::vector<PrintChoice>& printChoices() {
+    static const std::vector<PrintChoice> choices = makeChoices();
+    return choices;
+}
+
+const PrintChoice* printChoice(int index) {
+    const std::vector<PrintChoice>& choices = printChoices();
+    return index >= 0 && index < int(choices.size()) ? &choices[size_t(index)] : nullptr;
+}
+
+std::optional<QString> printRefusal(engine::Database& database, const PrintChoice& choice,
+                                    const std::optional<CurrentCompilation>& current) {
+    if (choice.allCompilations) {
+        return anyTrack(database) ? std::nullopt : std::optional<QString>(kNoTracksAnywhere);
+    }
+    const CurrentCompilation compilation = current.value_or(CurrentCompilation{});
+    if (choice.output == PrintOutput::Cover && !hasCover(compilation.format)) {
+        return kNoCoverForFormat + compilation.format;
+    }
+    if (compilation.trackCount == 0) {
+        return kNoTracksOnCompilation;
+    }
+    return std::nullopt;
+}
+
+QString pdfPath(const PrintChoice& choice) {
+    return platform::dataFolder() + QLatin1Char('/') + choice.pdfFileName;
+}
+
+}  // namespace shell

@@ -1,0 +1,257 @@
+#include "ui/windows/report_preview_window.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include "platform/dialogs.h"
+#include "platform/program_folder.h"
+#include "report/painter.h"
+#include "report/pdf_export.h"
+#include "report/report_error.h"
+#include "shell/print_command.h"
+#include "ui/windows/report_page_view.h"
+
+namespace ui {
+
+namespace {
+
+const QList<int> kPercents{50, 75, 100, 150, 200, 300, 400};
+constexpr int kFitPageEntry = 0;
+constexpr int kFitWidthEntry = 1;
+constexpr int kPaperMargin = 16;  // pixels of grey around the page
+
+QPageLayout pageLayoutOf(const report::PageSetup& setup) {
+    const QPageSize size(QSizeF(setup.paper) / report::kTwipsPerPoint, QPageSize::Point);
+    return QPageLayout(size, setup.orientation, QMarginsF());
+}
+
+}  // namespace
+
+ReportPreviewWindow::ReportPreviewWindow(report::PageModel model, const QString& caption,
+                                         platform::Dialogs& dialogs, QWidget* parent)
+    : QMainWindow(parent), model_(std::move(model)), caption_(caption), dialogs_(dialogs) {
+    setObjectName(QStringLiteral("frmARViewer"));
+    setWindowTitle(caption);
+    setAttribute(Qt::WA_DeleteOnClose);
+    scroll_ = new QScrollArea(this);
+    scroll_->setObjectName(QStringLiteral("scrPages"));
+    scroll_->setAlignment(Qt::AlignCenter);
+    scroll_->setBackgroundRole(QPalette::Dark);
+    view_ = new ReportPageView(model_, scroll_);
+    scroll_->setWidget(view_);
+    scroll_->viewport()->installEventFilter(this);
+    setCentralWidget(scroll_);
+    status_ = new QLabel(this);
+    status_->setObjectName(QStringLiteral("lblPageStatus"));
+    statusBar()->addWidget(status_);
+    buildToolBar();
+    resize(820, 960);
+    setZoomMode(ZoomMode::FitPage);
+}
+
+QAction* ReportPreviewWindow::addTool(const QString& name, const QString& text,
+                                      const QList<QKeySequence>& keys,
+                                      void (ReportPreviewWindow::*slot)()) {
+    QAction* action = new QAction(text, this);
+    action->setObjectName(name);
+    action->setShortcuts(keys);
+    action->setShortcutContext(Qt::WindowShortcut);
+    connect(action, &QAction::triggered, this, slot);
+    addAction(action);
+    return action;
+}
+
+void ReportPreviewWindow::buildToolBar() {
+    QToolBar* tools = addToolBar(QStringLiteral("Preview"));
+    tools->setObjectName(QStringLiteral("tbPreview"));
+    tools->setMovable(false);
+    tools->addAction(
+        addTool("actFirstPage", tr("First Page"), {Qt::Key_Home}, &ReportPreviewWindow::firstPage));
+    tools->addAction(addTool("actPreviousPage", tr("Previous Page"), {Qt::Key_PageUp},
+                             &ReportPreviewWindow::previousPage));
+    tools->addAction(addTool("actNextPage", tr("Next Page"), {Qt::Key_PageDown},
+                             &ReportPreviewWindow::nextPage));
+    tools->addAction(
+        addTool("actLastPage", tr("Last Page"), {Qt::Key_End}, &ReportPreviewWindow::lastPage));
+    tools->addSeparator();
+    tools->addAction(addTool("actZoomOut", tr("Zoom Out"), {Qt::CTRL | Qt::Key_Minus},
+                             &ReportPreviewWindow::zoomOut));
+    zoomList_ = new QComboBox(tools);
+    zoomList_->setObjectName(QStringLiteral("cmbZoom"));
+    zoomList_->setFocusPolicy(Qt::ClickFocus);
+    zoomList_->addItems({tr("Fit Page"), tr("Fit Width")});
+    for (const int percent : kPercents) {
+        zoomList_->addItem(QStringLiteral("%1 %").arg(percent));
+    }
+    connect(zoomList_, &QComboBox::activated, this, &ReportPreviewWindow::zoomChosen);
+    tools->addWidget(zoomList_);
+    tools->addAction(addTool("actZoomIn", tr("Zoom In"), {Qt::CTRL | Qt::Key_Plus},
+                             &ReportPreviewWindow::zoomIn));
+    tools->addSeparator();
+    tools->addAction(
+        addTool("actPrint", tr("Print..."), {QKeySequence::Print}, &ReportPreviewWindow::print));
+    tools->addAction(addTool("actSavePdf", tr("Save as PDF..."), {QKeySequence::Save},
+                             &ReportPreviewWindow::saveAsPdf));
+}
+
+int ReportPreviewWindow::pageIndex() const {
+    return view_->pageIndex();
+}
+
+double ReportPreviewWindow::zoom() const {
+    return view_->zoom();
+}
+
+QString ReportPreviewWindow::statusText() const {
+    return status_->text();
+}
+
+void ReportPreviewWindow::showPage(int index) {
+    redraw(qBound(0, index, qMax(0, pageCount() - 1)));
+    scroll_->verticalScrollBar()->setValue(0);
+}
+
+void ReportPreviewWindow::redraw(int index) {
+    const double zoom = mode_ == ZoomMode::Percent ? percent_ / 100.0 : fittedZoom();
+    view_->showPage(index, zoom);
+    status_->setText(QStringLiteral("Page %1 of %2").arg(index + 1).arg(pageCount()));
+}
+
+double ReportPreviewWindow::fittedZoom() const {
+    const QSize page = view_->pixelSize(1.0);
+    const QSize room = scroll_->viewport()->size() - QSize(kPaperMargin, kPaperMargin);
+    if (page.isEmpty() || room.width() <= 0 || room.height() <= 0) {
+        return 1.0;
+    }
+    const double widthZoom = double(room.width()) / page.width();
+    if (mode_ == ZoomMode::FitWidth) {
+        // Room for the vertical scroll bar the taller page will need.
+        const int bar = scroll_->verticalScrollBar()->sizeHint().width();
+        return double(room.width() - bar) / page.width();
+    }
+    return qMin(widthZoom, double(room.height()) / page.height());
+}
+
+void ReportPreviewWindow::setZoomMode(ZoomMode mode) {
+    mode_ = mode;
+    if (mode == ZoomMode::FitPage) {
+        zoomList_->setCurrentIndex(kFitPageEntry);
+    } else if (mode == ZoomMode::FitWidth) {
+        zoomList_->setCurrentIndex(kFitWidthEntry);
+    }
+    redraw(pageIndex());
+}
+
+void ReportPreviewWindow::setZoomPercent(int percent) {
+    percent_ = qBound(kPercents.first(), percent, kPercents.last());
+    const qsizetype entry = kPercents.indexOf(percent_);
+    if (entry >= 0) {
+        zoomList_->setCurrentIndex(int(entry) + 2);
+    }
+    setZoomMode(ZoomMode::Percent);
+}
+
+void ReportPreviewWindow::zoomIn() {
+    const int current = qRound(zoom() * 100);
+    for (const int percent : kPercents) {
+        if (percent > current) {
+            setZoomPercent(percent);
+            return;
+        }
+    }
+    setZoomPercent(kPercents.last());
+}
+
+void ReportPreviewWindow::zoomOut() {
+    const int current = qRound(zoom() * 100);
+    for (auto percent = kPercents.rbegin(); percent != kPercents.rend(); ++percent) {
+        if (*percent < current) {
+            setZoomPercent(*percent);
+            return;
+        }
+    }
+    setZoomPercent(kPercents.first());
+}
+
+void ReportPreviewWindow::zoomChosen(int entry) {
+    if (entry == kFitPageEntry) {
+        setZoomMode(ZoomMode::FitPage);
+    } else if (entry == kFitWidthEntry) {
+        setZoomMode(ZoomMode::FitWidth);
+    } else {
+        setZoomPercent(kPercents.value(entry - 2, 100));
+    }
+}
+
+bool ReportPreviewWindow::eventFilter(QObject* watched, QEvent* event) {
+    // A page that fits follows the room the scroll area gives it.
+    if (watched == scroll_->viewport() && event->type() == QEvent::Resize &&
+        mode_ != ZoomMode::Percent) {
+        redraw(pageIndex());
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void ReportPreviewWindow::printTo(QPrinter& printer) {
+    printer.setFullPage(true);
+    printer.setPageLayout(pageLayoutOf(model_.setup));
+    printer.setDocName(caption_);
+    int first = 1;
+    int last = pageCount();
+    if (printer.printRange() == QPrinter::PageRange) {
+        first = qMax(first, printer.fromPage());
+        last = qMin(last, printer.toPage());
+    }
+    QPainter painter;
+    if (!painter.begin(&printer)) {
+        return;
+    }
+    for (int page = first; page <= last; ++page) {
+        if (page > first) {
+            printer.newPage();
+        }
+        report::drawPage(painter, model_.pages[page - 1]);
+    }
+    painter.end();
+}
+
+void ReportPreviewWindow::print() {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageLayout(pageLayoutOf(model_.setup));
+    printer.setFromTo(1, pageCount());
+    QPrintDialog dialog(&printer, this);
+    dialog.setMinMax(1, pageCount());
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange);
+    if (dialog.exec() == QDialog::Accepted) {
+        printTo(printer);
+    }
+}
+
+void ReportPreviewWindow::saveAsPdf() {
+    platform::FileRequest request;
+    request.title = tr("Save as PDF");
+    request.filter = QStringLiteral("PDF Files (*.pdf)|*.pdf");
+    request.initialFolder = platform::dataFolder();
+    request.fileName = caption_ + QStringLiteral(".pdf");
+    request.mayNotExist = true;
+    const std::optional<QString> path = dialogs_.saveFile(request);
+    if (!path) {
+        return;
+    }
+    try {
+        report::exportPdf(model_, *path, caption_);
+    } catch (const report::ReportError&) {
+        dialogs_.exclamation(shell::kPdfWriteError);
+    }
+}
+
+}  // namespace ui
