@@ -2,6 +2,7 @@
 
 #include "engine/database.h"
 #include "platform/program_folder.h"
+#include "reports/cover_source.h"
 #include "shell/toolbar_tools.h"
 
 namespace shell {
@@ -31,11 +32,6 @@ bool anyTrack(engine::Database& database) {
                 .eof();
 }
 
-bool hasCover(const QString& format) {
-    const QString lower = format.toLower();
-    return lower == QLatin1String("cd-rom") || lower == QLatin1String("md");
-}
-
 }  // namespace
 
 const std::vector<PrintChoice>& printChoices() {
@@ -54,13 +50,24 @@ std::optional<QString> printRefusal(engine::Database& database, const PrintChoic
         return anyTrack(database) ? std::nullopt : std::optional<QString>(kNoTracksAnywhere);
     }
     const CurrentCompilation compilation = current.value_or(CurrentCompilation{});
-    if (choice.output == PrintOutput::Cover && !hasCover(compilation.format)) {
-        return kNoCoverForFormat + compilation.format;
+    if (choice.output == PrintOutput::Cover) {
+        return reports::coverRefusal(compilation.format, compilation.trackCount);
     }
     if (compilation.trackCount == 0) {
         return kNoTracksOnCompilation;
     }
     return std::nullopt;
+}
+
+std::optional<CoverView> coverView(const QString& format) {
+    const std::optional<reports::CoverKind> kind = reports::coverKindOf(format);
+    if (!kind) {
+        return std::nullopt;
+    }
+    if (*kind == reports::CoverKind::Md) {
+        return CoverView{QStringLiteral("MD Cover"), 110};
+    }
+    return CoverView{QStringLiteral("CD-ROM Cover"), std::nullopt};
 }
 
 QString pdfPath(const PrintChoice& choice) {

@@ -40,10 +40,6 @@ struct CurrentCompilation {
 inline const QString kNoTracksAnywhere = QStringLiteral("No compilation contains any tracks");
 inline const QString kNoTracksOnCompilation =
     QStringLiteral("The selected compilation contains no tracks");
-inline const QString kNoCoverForFormat =
-    QStringLiteral("There is no cover available for the format: ");
-inline const QString kCoverNotYetAvailable =
-    QStringLiteral("Printing a cover is not yet available.");
 inline const QString kPdfWriteError =
     QStringLiteral("Cannot write to PDF file. May be it is open?");
 
@@ -52,6 +48,14 @@ inline const QString kPdfWriteError =
 // the database; the others read the current compilation (none counts as one without tracks).
 std::optional<QString> printRefusal(engine::Database& database, const PrintChoice& choice,
                                     const std::optional<CurrentCompilation>& current);
+
+// How the cover viewer first shows a compilation's cover: its caption and its zoom in percent
+// (none: the page fits the window). Nothing for a format without a cover.
+struct CoverView {
+    QString caption;
+    std::optional<int> zoomPercent;
+};
+std::optional<CoverView> coverView(const QString& format);
 
 // Where a PDF choice is written: the data folder of the program folder.
 QString pdfPath(const PrintChoice& choice);

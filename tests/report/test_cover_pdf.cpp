@@ -2,64 +2,18 @@
 // tests).
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QImage>
-#include <QProcess>
-
 #include "cover_fixture.h"
 #include "report/pdf_export.h"
+#include "support/pdf_pages.h"
 
 using namespace covertest;
 
 namespace {
 
-constexpr int kDpi = 300;
-constexpr double kMmPerPixel = 25.4 / kDpi;
-
-QString runTool(const QString& program, const QStringList& arguments) {
-    QProcess process;
-    process.start(program, arguments);
-    if (!process.waitForFinished(60000) || process.exitCode() != 0) {
-        ADD_FAILURE() << program.toStdString()
-                      << " failed: " << process.readAllStandardError().toStdString();
-    }
-    return QString::fromUtf8(process.readAllStandardOutput());
-}
-
-// The PDF's first page as pdftoppm renders it at kDpi, in grey.
-QImage rendered(const QString& pdf) {
-    const QString base = pdf + QStringLiteral(".page");
-    runTool("pdftoppm", {"-r", QString::number(kDpi), "-gray", "-png", "-singlefile", pdf, base});
-    QImage image(base + QStringLiteral(".png"));
-    EXPECT_FALSE(image.isNull());
-    return image.convertToFormat(QImage::Format_Grayscale8);
-}
-
-bool dark(const QImage& image, int x, int y) {
-    return qGray(image.pixel(x, y)) < 128;
-}
-
-// The middle of each run of dark pixels along a row (or a column), in pixels.
-QVector<double> darkRuns(const QImage& image, int at, Qt::Orientation along) {
-    const bool row = along == Qt::Horizontal;
-    const int length = row ? image.width() : image.height();
-    const auto isDark = [&](int i) { return row ? dark(image, i, at) : dark(image, at, i); };
-    QVector<double> runs;
-    for (int i = 0; i < length; ++i) {
-        if (isDark(i)) {
-            const int start = i;
-            while (i < length && isDark(i)) {
-                ++i;
-            }
-            runs.append((start + i - 1) / 2.0);
-        }
-    }
-    return runs;
-}
-
-int pixelOf(int twips) {
-    return twips * kDpi / 1440;
-}
+using testsupport::darkRuns;
+using testsupport::renderedPdfPage;
+using testsupport::renderedPixelOf;
+constexpr double kMmPerPixel = testsupport::kMmPerRenderedPixel;
 
 class CoverPdf : public ::testing::Test {
   protected:
@@ -74,11 +28,11 @@ class CoverPdf : public ::testing::Test {
 
 TEST_F(CoverPdf, TheCdRomInlayMeasures150By118MillimetresWithSixMillimetreSpines) {
     const qint64 id = db.addCompilation("Road Songs", "CD-ROM", composedRtf(numberedLines(4)));
-    const QImage page = rendered(exported(id, "cd.pdf"));
+    const QImage page = renderedPdfPage(exported(id, "cd.pdf"));
     EXPECT_NEAR(page.width() * kMmPerPixel, 210.0, 0.2);
 
     // Across the inlay above the text: frame, fold, fold, frame.
-    const QVector<double> across = darkRuns(page, pixelOf(1240 + 200), Qt::Horizontal);
+    const QVector<double> across = darkRuns(page, renderedPixelOf(1240 + 200), Qt::Horizontal);
     ASSERT_EQ(across.size(), 4);
     EXPECT_NEAR((across[3] - across[0]) * kMmPerPixel, 150.0, 0.2);
     EXPECT_NEAR((across[1] - across[0]) * kMmPerPixel, 6.0, 0.2);
@@ -86,7 +40,7 @@ TEST_F(CoverPdf, TheCdRomInlayMeasures150By118MillimetresWithSixMillimetreSpines
     EXPECT_NEAR(across[0] * kMmPerPixel, 1500 * 25.4 / 1440, 0.2);
 
     // Down the inlay beside the text: top and bottom of the frame.
-    const QVector<double> down = darkRuns(page, pixelOf(1840 + 100), Qt::Vertical);
+    const QVector<double> down = darkRuns(page, renderedPixelOf(1840 + 100), Qt::Vertical);
     ASSERT_EQ(down.size(), 2);
     EXPECT_NEAR((down[1] - down[0]) * kMmPerPixel, 118.0, 0.2);
 }
@@ -95,15 +49,15 @@ TEST_F(CoverPdf, TheMdStripMeasures45By254Millimetres) {
     const qint64 id = db.addCompilation("Summer Mix", "MD", composedRtf({"Adams / Baker"}));
     db.addTrack(id, 1, "Adams", "Morning");
     db.addTrack(id, 2, "Baker", "Night Train");
-    const QImage page = rendered(exported(id, "md.pdf"));
+    const QImage page = renderedPdfPage(exported(id, "md.pdf"));
 
     // Across the strip under its text, between the fold marks: its two edges only.
-    const QVector<double> across = darkRuns(page, pixelOf(6000), Qt::Horizontal);
+    const QVector<double> across = darkRuns(page, renderedPixelOf(6000), Qt::Horizontal);
     ASSERT_EQ(across.size(), 2);
     EXPECT_NEAR((across[1] - across[0]) * kMmPerPixel, 45.0, 0.2);
     // Down the strip by its left edge, clear of the fold marks: top, the rule under the title,
     // bottom.
-    const QVector<double> down = darkRuns(page, pixelOf(1200 + 80), Qt::Vertical);
+    const QVector<double> down = darkRuns(page, renderedPixelOf(1200 + 80), Qt::Vertical);
     ASSERT_EQ(down.size(), 3);
     EXPECT_NEAR((down[2] - down[0]) * kMmPerPixel, 254.0, 0.2);
     EXPECT_NEAR(down[0] * kMmPerPixel, 800 * 25.4 / 1440, 0.2);

@@ -98,3 +98,21 @@ TEST_F(PrintChecks, ACoverNeedsAKnownFormatFirstThenTracks) {
 }
 
 }  // namespace
+
+TEST(CoverViews, TheFormatInAnyCaseChoosesTheCaptionAndTheOpeningZoom) {
+    for (const QString format : {"MD", "Md", "md"}) {
+        const std::optional<shell::CoverView> view = shell::coverView(format);
+        ASSERT_TRUE(view) << format.toStdString();
+        EXPECT_EQ(view->caption, "MD Cover");
+        EXPECT_EQ(view->zoomPercent, 110);
+    }
+    for (const QString format : {"CD-ROM", "cd-rom", "Cd-Rom"}) {
+        const std::optional<shell::CoverView> view = shell::coverView(format);
+        ASSERT_TRUE(view) << format.toStdString();
+        EXPECT_EQ(view->caption, "CD-ROM Cover");
+        EXPECT_EQ(view->zoomPercent, std::nullopt);  // fits the window
+    }
+    for (const QString format : {"CD", "DVD", "MD ", "cdrom", ""}) {
+        EXPECT_FALSE(shell::coverView(format)) << format.toStdString();
+    }
+}

@@ -8,15 +8,20 @@
 #include "assembly/cover_composer.h"
 #include "engine/database.h"
 #include "engine/recordset.h"
+#include "gui/screenshots.h"
 #include "report/painter.h"
 #include "reports/cover_report.h"
 #include "ui/controls/cover_text_box.h"
+#include "ui/controls/main_toolbar.h"
+#include "ui/windows/overview_window.h"
+#include "ui/windows/report_preview_window.h"
 
 namespace app {
 
 namespace {
 
 constexpr int kPictureDpi = 100;
+constexpr int kCoverChoice = 3;  // "SEL - Cover" in the print tool's list
 // Enough lines of Arial 10 to leave no room for the title and time on the inlay.
 constexpr int kLongCoverLines = 26;
 
@@ -90,9 +95,36 @@ bool savePage(const report::PageModel& cover, const QString& folder, const QStri
     return saved;
 }
 
+// The cover viewer the print tool opens with the compilation current in the main list.
+bool viewerPicture(ui::OverviewWindow& window, qint64 id, const QString& folder,
+                   const QString& name) {
+    engine::Recordset& rows = window.compilations()->recordset();
+    rows.moveFirst();
+    while (!rows.eof() && rows.value(QStringLiteral("CompilationID_P")).toLongLong() != id) {
+        rows.moveNext();
+    }
+    window.toolBar()->reportTypeList()->setCurrentIndex(kCoverChoice);
+    window.runTool(QStringLiteral("ID_Print"));
+    const QList<ui::ReportPreviewWindow*> viewers = window.findChildren<ui::ReportPreviewWindow*>();
+    if (rows.eof() || viewers.isEmpty()) {
+        return false;
+    }
+    const bool saved = savePicture(viewers.last(), folder, name);
+    delete viewers.last();
+    return saved;
+}
+
+// The cover's page, and the cover in its viewer.
+bool coverAndViewer(ui::OverviewWindow& window, qint64 id, const QString& folder,
+                    const QString& name) {
+    const bool page = savePage(reports::buildCover(window.state().database, id), folder, name);
+    return viewerPicture(window, id, folder, QStringLiteral("viewer-") + name) && page;
+}
+
 }  // namespace
 
-bool coverPictures(engine::Database& database, const QString& folder) {
+bool coverPictures(ui::OverviewWindow& window, const QString& folder) {
+    engine::Database& database = window.state().database;
     const std::optional<qint64> md = firstWithTracks(database, QStringLiteral("md"));
     const std::optional<qint64> cd = firstWithTracks(database, QStringLiteral("cd-rom"));
     if (!md || !cd) {
@@ -101,15 +133,15 @@ bool coverPictures(engine::Database& database, const QString& folder) {
     storeCover(database, *md,
                composedAsTheEditorDoes(database, *md, QStringLiteral("MD"),
                                        assembly::CoverMode::PerformerAlbum));
-    bool ok = savePage(reports::buildCover(database, *md), folder, QStringLiteral("cover-md"));
+    bool ok = coverAndViewer(window, *md, folder, QStringLiteral("cover-md"));
     storeCover(database, *cd,
                composedAsTheEditorDoes(database, *cd, QStringLiteral("CD-ROM"),
                                        assembly::CoverMode::PerformerSong));
-    ok &= savePage(reports::buildCover(database, *cd), folder, QStringLiteral("cover-cdrom"));
+    ok &= coverAndViewer(window, *cd, folder, QStringLiteral("cover-cdrom"));
     storeCover(database, *cd,
                composedAsTheEditorDoes(database, *cd, QStringLiteral("CD-ROM"),
                                        assembly::CoverMode::PerformerSong, kLongCoverLines));
-    ok &= savePage(reports::buildCover(database, *cd), folder, QStringLiteral("cover-cdrom-long"));
+    ok &= coverAndViewer(window, *cd, folder, QStringLiteral("cover-cdrom-long"));
     return ok;
 }
 

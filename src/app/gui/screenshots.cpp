@@ -38,9 +38,7 @@
 
 namespace app {
 
-namespace {
-
-bool save(QWidget* widget, const QString& folder, const QString& name) {
+bool savePicture(QWidget* widget, const QString& folder, const QString& name) {
     widget->show();
     QApplication::processEvents();
     const bool saved = widget->grab().save(QDir(folder).filePath(name + QStringLiteral(".png")));
@@ -48,11 +46,13 @@ bool save(QWidget* widget, const QString& folder, const QString& name) {
     return saved;
 }
 
+namespace {
+
 bool shownMessage(const platform::MessageRequest& request, const QString& folder,
                   const QString& name) {
     QMessageBox box;
     ui::setUpMessageBox(box, request);
-    return save(&box, folder, name);
+    return savePicture(&box, folder, name);
 }
 
 // The editor adding a compilation, one refused Update, and the editor on a filled compilation
@@ -84,7 +84,7 @@ bool editorPictures(ui::OverviewWindow& window, platform::ScriptedDialogs& dialo
     if (editor == nullptr) {
         return false;
     }
-    bool ok = save(editor, folder, QStringLiteral("editor-add"));
+    bool ok = savePicture(editor, folder, QStringLiteral("editor-add"));
     editor->findChild<QLineEdit*>(QStringLiteral("txtCompilationName"))
         ->setText(window.compilations()->recordset().value("C_Name").toString());
     choose(editor, QStringLiteral("tdbCmbFmt"), 0);
@@ -104,7 +104,7 @@ bool editorPictures(ui::OverviewWindow& window, platform::ScriptedDialogs& dialo
     const bool cdRom = editor->editor().values.format.toLower() == QLatin1String("cd-rom");
     editor->findChild<QPushButton*>(cdRom ? QStringLiteral("btnGet2") : QStringLiteral("btnGet1"))
         ->click();
-    ok &= save(editor, folder, QStringLiteral("editor-edit"));
+    ok &= savePicture(editor, folder, QStringLiteral("editor-edit"));
     editor->close();
     delete editor;
     return ok;
@@ -115,7 +115,7 @@ bool messageBox(const QString& folder) {
                     QStringLiteral("Do you really want to exit the application?"),
                     QMessageBox::Yes | QMessageBox::No);
     box.setDefaultButton(QMessageBox::No);
-    return save(&box, folder, QStringLiteral("message-box"));
+    return savePicture(&box, folder, QStringLiteral("message-box"));
 }
 
 // Fills the compilation with album tracks until its time no longer fits on the medium.
@@ -145,9 +145,9 @@ bool sortDialogs(platform::Dialogs& dialogs, QWidget* picker, const QString& fol
         dialog.findChild<QComboBox*>(QStringLiteral("tdbcSortOrd0"))->setCurrentIndex(0);
         dialog.findChild<QComboBox*>(QStringLiteral("tdbcSortVar1"))->setCurrentIndex(2);
         dialog.findChild<QComboBox*>(QStringLiteral("tdbcSortOrd1"))->setCurrentIndex(1);
-        ok &= save(&dialog, folder,
-                   caller == query::SortCaller::Source ? QStringLiteral("sort-source")
-                                                       : QStringLiteral("sort-compilation"));
+        ok &= savePicture(&dialog, folder,
+                          caller == query::SortCaller::Source ? QStringLiteral("sort-source")
+                                                              : QStringLiteral("sort-compilation"));
     }
     return ok;
 }
@@ -173,7 +173,7 @@ bool rearrangeWindow(ui::OverviewWindow& window, platform::Dialogs& dialogs, qin
     sendMouse(rows, QEvent::MouseButtonPress, centre(1), Qt::LeftButton);
     sendMouse(rows, QEvent::MouseMove, centre(2), Qt::LeftButton);
     sendMouse(rows, QEvent::MouseMove, centre(3), Qt::LeftButton);
-    const bool ok = save(rearrange, folder, QStringLiteral("rearrange-dragging"));
+    const bool ok = savePicture(rearrange, folder, QStringLiteral("rearrange-dragging"));
     sendMouse(rows, QEvent::MouseMove, centre(1), Qt::LeftButton);
     sendMouse(rows, QEvent::MouseButtonRelease, centre(1), Qt::NoButton);
     rearrange->close();
@@ -227,7 +227,7 @@ bool filterDialog(ui::GetSongsWindow& picker, shell::Session& session, platform:
     }
     filter.findChild<QComboBox*>(QStringLiteral("cmbConcat"))->setCurrentIndex(0);
     filter.findChild<QPushButton*>(QStringLiteral("btnApply"))->click();
-    const bool ok = save(&filter, folder, QStringLiteral("filter-dialog"));
+    const bool ok = savePicture(&filter, folder, QStringLiteral("filter-dialog"));
     filter.close();
     return ok;
 }
@@ -251,14 +251,14 @@ bool pickerWindows(ui::OverviewWindow& window, platform::ScriptedDialogs& dialog
     picker->show();
     QApplication::processEvents();
     picker->targetGrid()->scrollToBottom();
-    ok &= save(picker, folder, QStringLiteral("picker-time-red"));
+    ok &= savePicture(picker, folder, QStringLiteral("picker-time-red"));
     engine::Recordset track = picker->targetGrid()->dataControl()->recordset().clone();
     track.moveFirst();
     {
         ui::TrackLookupWindow lookup(window.state().database,
                                      track.value("Track_Artist_Name").toString(),
                                      track.value("Track_Title").toString(), true, picker);
-        ok &= save(&lookup, folder, QStringLiteral("track-lookup"));
+        ok &= savePicture(&lookup, folder, QStringLiteral("track-lookup"));
     }
     ok &= sortDialogs(dialogs, picker, folder);
     ok &= rearrangeWindow(window, dialogs, id, picker, folder);
@@ -266,7 +266,7 @@ bool pickerWindows(ui::OverviewWindow& window, platform::ScriptedDialogs& dialog
     ok &= filterDialog(*picker, window.session(), dialogs, folder);
     picker->close();
     auto* browser = new ui::CompilationBrowserWindow(window, dialogs);
-    ok &= save(browser, folder, QStringLiteral("compilation-browser"));
+    ok &= savePicture(browser, folder, QStringLiteral("compilation-browser"));
     browser->close();
     return ok;
 }
@@ -285,7 +285,7 @@ bool reportPreviews(ui::OverviewWindow& window, const QString& folder) {
         if (previews.isEmpty()) {
             return false;
         }
-        ok &= save(previews.last(), folder, names[type]);
+        ok &= savePicture(previews.last(), folder, names[type]);
         delete previews.last();
     }
     return ok;
@@ -305,18 +305,18 @@ int writeScreenshots(const QString& folder) {
     bool ok = true;
     {
         ui::OverviewWindow window(dialogs);
-        ok &= save(&window, folder, QStringLiteral("overview-no-database"));
+        ok &= savePicture(&window, folder, QStringLiteral("overview-no-database"));
         ok &= window.loadDatabase(compilations);
-        ok &= save(&window, folder, QStringLiteral("overview-database-open"));
+        ok &= savePicture(&window, folder, QStringLiteral("overview-database-open"));
         window.grid()->horizontalHeader()->sectionClicked(1);
-        ok &= save(&window, folder, QStringLiteral("overview-find-storage"));
+        ok &= savePicture(&window, folder, QStringLiteral("overview-find-storage"));
         ok &= pickerWindows(window, dialogs, work.filePath(QStringLiteral("albums.mdb")), folder);
         ok &= editorPictures(window, dialogs, folder);
-        ok &= coverPictures(window.state().database, folder);
+        ok &= coverPictures(window, folder);
         ok &= reportPreviews(window, folder);
         ui::HelpWindow help;
         help.showContents();
-        ok &= save(&help, folder, QStringLiteral("help"));
+        ok &= savePicture(&help, folder, QStringLiteral("help"));
         window.unloadAll();
     }
     ok &= messageBox(folder);

@@ -25,6 +25,7 @@
 #include "ui/controls/main_toolbar.h"
 #include "ui/controls/panel_status_bar.h"
 #include "ui/windows/compilation_browser_window.h"
+#include "ui/windows/cover_viewer.h"
 #include "ui/windows/edit_compilation_window.h"
 #include "ui/windows/goto_controls.h"
 #include "ui/windows/help_window.h"
@@ -484,9 +485,9 @@ void OverviewWindow::print() {
     }
     switch (choice->output) {
         case shell::PrintOutput::Cover:
-            setBusy(false);
-            dialogs_.information(shell::kCoverNotYetAvailable);
-            return;
+            windows_.add(showCover(state().database, id, current ? current->format : QString(),
+                                   dialogs_, this));
+            break;
         case shell::PrintOutput::Preview:
             showPreview(choice->report, id);
             break;

@@ -25,8 +25,9 @@ namespace ui {
 namespace {
 
 const QList<int> kPercents{50, 75, 100, 150, 200, 300, 400};
-constexpr int kFitPageEntry = 0;
-constexpr int kFitWidthEntry = 1;
+// The zoom list's entries carry their percentage; the two fitting ones carry these.
+constexpr int kFitPageEntry = -1;
+constexpr int kFitWidthEntry = -2;
 constexpr int kPaperMargin = 16;  // pixels of grey around the page
 
 QPageLayout pageLayoutOf(const report::PageSetup& setup) {
@@ -88,11 +89,13 @@ void ReportPreviewWindow::buildToolBar() {
     zoomList_ = new QComboBox(tools);
     zoomList_->setObjectName(QStringLiteral("cmbZoom"));
     zoomList_->setFocusPolicy(Qt::ClickFocus);
-    zoomList_->addItems({tr("Fit Page"), tr("Fit Width")});
+    zoomList_->addItem(tr("Fit Page"), kFitPageEntry);
+    zoomList_->addItem(tr("Fit Width"), kFitWidthEntry);
     for (const int percent : kPercents) {
-        zoomList_->addItem(QStringLiteral("%1 %").arg(percent));
+        addZoomEntry(percent);
     }
-    connect(zoomList_, &QComboBox::activated, this, &ReportPreviewWindow::zoomChosen);
+    connect(zoomList_, &QComboBox::activated, this,
+            [this](int entry) { zoomChosen(zoomList_->itemData(entry).toInt()); });
     tools->addWidget(zoomList_);
     tools->addAction(addTool("actZoomIn", tr("Zoom In"), {Qt::CTRL | Qt::Key_Plus},
                              &ReportPreviewWindow::zoomIn));
@@ -141,22 +144,33 @@ double ReportPreviewWindow::fittedZoom() const {
     return qMin(widthZoom, double(room.height()) / page.height());
 }
 
+// A percentage between the list's steps gets an entry of its own, in order.
+int ReportPreviewWindow::addZoomEntry(int percent) {
+    int entry = zoomList_->findData(percent);
+    if (entry >= 0) {
+        return entry;
+    }
+    entry = zoomList_->count();
+    while (entry > 0 && zoomList_->itemData(entry - 1).toInt() > percent) {
+        --entry;
+    }
+    zoomList_->insertItem(entry, QStringLiteral("%1 %").arg(percent), percent);
+    return entry;
+}
+
 void ReportPreviewWindow::setZoomMode(ZoomMode mode) {
     mode_ = mode;
     if (mode == ZoomMode::FitPage) {
-        zoomList_->setCurrentIndex(kFitPageEntry);
+        zoomList_->setCurrentIndex(zoomList_->findData(kFitPageEntry));
     } else if (mode == ZoomMode::FitWidth) {
-        zoomList_->setCurrentIndex(kFitWidthEntry);
+        zoomList_->setCurrentIndex(zoomList_->findData(kFitWidthEntry));
     }
     redraw(pageIndex());
 }
 
 void ReportPreviewWindow::setZoomPercent(int percent) {
     percent_ = qBound(kPercents.first(), percent, kPercents.last());
-    const qsizetype entry = kPercents.indexOf(percent_);
-    if (entry >= 0) {
-        zoomList_->setCurrentIndex(int(entry) + 2);
-    }
+    zoomList_->setCurrentIndex(addZoomEntry(percent_));
     setZoomMode(ZoomMode::Percent);
 }
 
@@ -182,13 +196,13 @@ void ReportPreviewWindow::zoomOut() {
     setZoomPercent(kPercents.first());
 }
 
-void ReportPreviewWindow::zoomChosen(int entry) {
-    if (entry == kFitPageEntry) {
+void ReportPreviewWindow::zoomChosen(int entryData) {
+    if (entryData == kFitPageEntry) {
         setZoomMode(ZoomMode::FitPage);
-    } else if (entry == kFitWidthEntry) {
+    } else if (entryData == kFitWidthEntry) {
         setZoomMode(ZoomMode::FitWidth);
     } else {
-        setZoomPercent(kPercents.value(entry - 2, 100));
+        setZoomPercent(entryData);
     }
 }
 

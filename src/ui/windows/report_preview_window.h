@@ -31,6 +31,7 @@ class ReportPreviewWindow : public QMainWindow {
 
     int pageIndex() const;
     int pageCount() const { return int(model_.pages.size()); }
+    const report::PageModel& model() const { return model_; }
     double zoom() const;
     ZoomMode zoomMode() const { return mode_; }
     QString statusText() const;
@@ -55,7 +56,8 @@ class ReportPreviewWindow : public QMainWindow {
     void previousPage() { showPage(pageIndex() - 1); }
     void nextPage() { showPage(pageIndex() + 1); }
     void lastPage() { showPage(pageCount() - 1); }
-    void zoomChosen(int entry);
+    int addZoomEntry(int percent);
+    void zoomChosen(int entryData);
     double fittedZoom() const;
     void redraw(int index);
 
