@@ -71,7 +71,11 @@ TEST_F(CoverViewer, AnMdCompilationInAnyLetterCaseOpensTheMdCoverAt110Percent) {
         EXPECT_EQ(viewer->windowTitle(), "MD Cover");
         EXPECT_EQ(viewer->zoomMode(), ReportPreviewWindow::ZoomMode::Percent);
         EXPECT_DOUBLE_EQ(viewer->zoom(), 1.1);
-        EXPECT_EQ(viewer->findChild<QComboBox*>("cmbZoom")->currentText(), "110 %");
+        const QComboBox* zoomList = viewer->findChild<QComboBox*>("cmbZoom");
+        EXPECT_EQ(zoomList->currentText(), "110 %");
+        // Between the list's steps, once.
+        EXPECT_EQ(zoomList->findText("100 %") + 1, zoomList->currentIndex());
+        EXPECT_EQ(zoomList->findText("150 %") - 1, zoomList->currentIndex());
         expectPlacedAsCoverViewer(*viewer);
         EXPECT_EQ(shownText(*viewer, "fldTitle"), "Road Trip");
         // At 110 % the strip is a tenth larger than on paper.
