@@ -14,7 +14,7 @@ namespace report {
 namespace {
 
 [[noreturn]] void fail(const QString& path, const QString& reason) {
-    throw ReportError(QStringLiteral("Cannot write the PDF file \"%1\": %2").arg(path, reason));
+    throw WriteError(QStringLiteral("Cannot write the PDF file \"%1\": %2").arg(path, reason));
 }
 
 // Write permission bits count even for an administrator, who could write anyway: a read-only

@@ -17,4 +17,11 @@ class ReportError : public std::runtime_error {
     QString description_;
 };
 
+// A page model that could not be written to its file (a read-only file or folder, a full disk,
+// a file held open by another program).
+class WriteError : public ReportError {
+  public:
+    using ReportError::ReportError;
+};
+
 }  // namespace report

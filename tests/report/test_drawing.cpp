@@ -182,7 +182,7 @@ TEST(PdfExport, AReadOnlyFileOrFolderIsAnErrorAndLosesNothing) {
         try {
             exportPdf(model, target);
             ADD_FAILURE() << "written: " << target.toStdString();
-        } catch (const ReportError& error) {
+        } catch (const WriteError& error) {
             EXPECT_TRUE(error.description().contains(target)) << error.what();
         }
     };

@@ -62,7 +62,7 @@ TEST_F(ListPdf, ALongListNumbersEveryPage) {
     }
 }
 
-TEST_F(ListPdf, AFileThatCannotBeWrittenIsAReportErrorAndKeepsTheEarlierExport) {
+TEST_F(ListPdf, AFileThatCannotBeWrittenIsAWriteErrorAndKeepsTheEarlierExport) {
     const QString pdf = dir.file("TracksOnCompilation.PDF");
     QFile earlier(pdf);
     ASSERT_TRUE(earlier.open(QIODevice::WriteOnly));
@@ -71,7 +71,7 @@ TEST_F(ListPdf, AFileThatCannotBeWrittenIsAReportErrorAndKeepsTheEarlierExport) 
     QFile::setPermissions(pdf, QFile::ReadOwner);
     EXPECT_THROW(exportListPdf(database, ListReport::TracksCompilation, 1, pdf,
                                listPaper(QLocale::c()), today),
-                 report::ReportError);
+                 report::WriteError);
     EXPECT_EQ(testsupport::fileBytes(pdf), "earlier export");
 }
 

@@ -377,10 +377,14 @@ void OverviewWindow::runTool(const QString& id) {
                                   platform::MessageAnswer::Ok});
                 break;
         }
-    } catch (const report::ReportError&) {
+    } catch (const report::WriteError&) {
         // A report that cannot be written, most often a PDF file open in another program.
         setBusy(false);
         dialogs_.exclamation(shell::kPdfWriteError);
+    } catch (const report::ReportError& error) {
+        // A report that cannot be laid out (its compilation gone, say) says why.
+        setBusy(false);
+        dialogs_.exclamation(error.description());
     } catch (const engine::JetError&) {
         // A command that fails in an unforeseen way ends; the window is left usable.
         setBusy(false);
