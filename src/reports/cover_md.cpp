@@ -31,6 +31,10 @@ constexpr int kRightMark[] = {3700, 3800};
 // The cover text stands beside the strip, a centimetre to its right.
 constexpr QRect kBodyDesign{kStripWidth + 567, kTitleTop, kStripWidth, 300};
 
+// The cover text's band on the page, where the label with the cover text is cut out.
+constexpr QRect kBodyLabel{kLeftMargin + kBodyDesign.left(), kTopMargin + kTitleTop, kStripWidth,
+                           kBodyBand};
+
 const QString kBody = QStringLiteral("RichEditCoverShort");
 const QString kTitle = QStringLiteral("fldTitle");
 const QString kTitle2 = QStringLiteral("fldTitle2");
@@ -75,6 +79,8 @@ void placeTexts(SectionFormat& format) {
     }
     format.drawOnPage(pageLine(QLine(kStripOutline.left(), titleHeight + kRuleBelowTitle,
                                      kStripOutline.right() + 1, titleHeight + kRuleBelowTitle)));
+    // The cover text's label gets its own line to cut along: its band, as wide as the strip.
+    format.drawOnPage(pageRectangle(kBodyLabel));
 }
 
 Control centredTitle(const QString& name, const QRect& rect) {

@@ -77,7 +77,7 @@ TEST(MdPerformers, TracksBeyondTheThousandthGetNoPerformer) {
 TEST_F(MdCover, TheStripOutlineFoldMarksAndRuleAreTrueToSize) {
     const report::PageModel cover = db.cover(addMix(composedRtf({QStringLiteral("Adams")})));
     const QVector<PageItem> drawn = drawings(cover);
-    ASSERT_EQ(drawn.size(), 1 + 6 + 1);
+    ASSERT_EQ(drawn.size(), 1 + 6 + 1 + 1);
     EXPECT_EQ(drawn[0].kind, ItemKind::Rectangle);
     EXPECT_EQ(drawn[0].rect, QRect(1200, 800, 2552, 14402));
     EXPECT_NEAR(drawn[0].rect.width() * 25.4 / 1440, 45.0, 0.05);
@@ -119,8 +119,14 @@ TEST_F(MdCover, TheCoverTextIsCentredInItsBandUnderTheName) {
     EXPECT_EQ(title2.rect.top() + title2.rect.height() + 50, body.rect.top());
     EXPECT_EQ(title2.rect.left(), body.rect.left());
     EXPECT_EQ(title2.rect.width(), body.rect.width());
-    // It stands beside the strip, clear of the cut.
+    // It stands beside the strip, clear of the cut, inside a label of its own as wide as the
+    // strip and as tall as its band.
     EXPECT_GT(body.rect.left(), 3752 + 300);
+    const PageItem label = drawings(cover).back();
+    EXPECT_EQ(label.kind, ItemKind::Rectangle);
+    EXPECT_EQ(label.rect, QRect(body.rect.left(), 700 + 185, 2552, 2700));
+    EXPECT_TRUE(label.rect.contains(body.rect));
+    EXPECT_TRUE(label.rect.contains(title2.rect));
 }
 
 TEST_F(MdCover, ACoverTextFillingItsBandLeavesNoRoomForTheName) {
