@@ -31,7 +31,7 @@ constexpr int kRightMark[] = {3700, 3800};
 // The cover text stands beside the strip, a centimetre to its right.
 constexpr QRect kBodyDesign{kStripWidth + 567, kTitleTop, kStripWidth, 300};
 
-// The cover text's band on the page, where the label with the cover text is cut out.
+// The cover text's band on the page: the least the label with the cover text is cut out as.
 constexpr QRect kBodyLabel{kLeftMargin + kBodyDesign.left(), kTopMargin + kTitleTop, kStripWidth,
                            kBodyBand};
 
@@ -79,8 +79,11 @@ void placeTexts(SectionFormat& format) {
     }
     format.drawOnPage(pageLine(QLine(kStripOutline.left(), titleHeight + kRuleBelowTitle,
                                      kStripOutline.right() + 1, titleHeight + kRuleBelowTitle)));
-    // The cover text's label gets its own line to cut along: its band, as wide as the strip.
-    format.drawOnPage(pageRectangle(kBodyLabel));
+    // The cover text's label gets its own line to cut along: its band, grown to hold a longer
+    // text, with the strip's inset around the text.
+    const QRect bodyOnPage = body.rect.translated(kLeftMargin, kTopMargin);
+    format.drawOnPage(
+        pageRectangle(kBodyLabel.united(bodyOnPage.adjusted(-kInset, -kInset, kInset, kInset))));
 }
 
 Control centredTitle(const QString& name, const QRect& rect) {

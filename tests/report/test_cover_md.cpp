@@ -119,13 +119,12 @@ TEST_F(MdCover, TheCoverTextIsCentredInItsBandUnderTheName) {
     EXPECT_EQ(title2.rect.top() + title2.rect.height() + 50, body.rect.top());
     EXPECT_EQ(title2.rect.left(), body.rect.left());
     EXPECT_EQ(title2.rect.width(), body.rect.width());
-    // It stands beside the strip, clear of the cut, inside a label of its own as wide as the
-    // strip and as tall as its band.
+    // It stands beside the strip, clear of the cut, inside a label of its own: its band, with
+    // room around the text.
     EXPECT_GT(body.rect.left(), 3752 + 300);
     const PageItem label = drawings(cover).back();
     EXPECT_EQ(label.kind, ItemKind::Rectangle);
-    EXPECT_EQ(label.rect, QRect(body.rect.left(), 700 + 185, 2552, 2700));
-    EXPECT_TRUE(label.rect.contains(body.rect));
+    EXPECT_EQ(label.rect, QRect(body.rect.left() - 120, 700 + 185, 2552 + 240, 2700));
     EXPECT_TRUE(label.rect.contains(title2.rect));
 }
 
@@ -133,6 +132,11 @@ TEST_F(MdCover, ACoverTextFillingItsBandLeavesNoRoomForTheName) {
     const report::PageModel cover = db.cover(addMix(composedRtf(numberedLines(12))));
     EXPECT_FALSE(hasNamed(cover, QStringLiteral("fldTitle2")));
     EXPECT_TRUE(hasNamed(cover, QStringLiteral("fldTitle")));
+    // Its label grows beyond the band to hold it.
+    const PageItem body = onlyNamed(cover, QStringLiteral("RichEditCoverShort"));
+    const QRect label = drawings(cover).back().rect;
+    EXPECT_LT(label.top(), 700 + 185);
+    EXPECT_TRUE(label.contains(body.rect.adjusted(-120, -120, 120, 120)));
 }
 
 }  // namespace
