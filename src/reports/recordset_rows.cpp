@@ -9,7 +9,13 @@ RecordsetRows::RecordsetRows(engine::Recordset recordset)
       values_(recordset_.isOpen() ? recordset_.allRows() : QVector<QVariant>()) {}
 
 int RecordsetRows::fieldIndex(const QString& name) const {
-    return recordset_.isOpen() ? recordset_.fieldIndex(name) : -1;
+    const auto known = asked_.constFind(name);
+    if (known != asked_.constEnd()) {
+        return known.value();
+    }
+    const int index = recordset_.isOpen() ? recordset_.fieldIndex(name) : -1;
+    asked_.insert(name, index);
+    return index;
 }
 
 QVariant RecordsetRows::value(int row, int field) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QVector>
 
 #include "engine/recordset.h"
@@ -22,6 +23,8 @@ class RecordsetRows : public report::RowSource {
     int count_;
     int width_;
     QVector<QVariant> values_;
+    // Format steps ask for the same few names on every row, spelled as they were asked.
+    mutable QHash<QString, int> asked_;
 };
 
 }  // namespace reports
