@@ -212,6 +212,11 @@ QVector<QVariant> Recordset::rowAt(int position) const {
     return snapshot_->row(order_->ids[position]);
 }
 
+QVector<QVariant> Recordset::allRows() const {
+    requireOpen();
+    return snapshot_->rows(order_->ids);
+}
+
 void Recordset::setValue(const QString& name, const QVariant& value) {
     setValue(requireField(*this, name), value);
 }

@@ -79,6 +79,8 @@ class Recordset {
     void setValue(int index, const QVariant& value);
     // The values of the row at a position, without moving (for grids).
     QVector<QVariant> rowAt(int position) const;
+    // The values of every row in order, fieldCount() to a row, read in one pass (for reports).
+    QVector<QVariant> allRows() const;
 
     // Changes
     void addNew();

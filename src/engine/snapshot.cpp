@@ -215,6 +215,33 @@ QSet<qint64> Snapshot::matching(const QString& jetCriterion) const {
     return result;
 }
 
+QVector<QVariant> Snapshot::rows(const QVector<qint64>& ids) const {
+    QHash<qint64, int> positions;
+    positions.reserve(ids.size());
+    for (int i = 0; i < ids.size(); ++i) {
+        positions.insert(ids[i], i);
+    }
+    QStringList names{idColumn()};
+    for (const QString& column : columns_) {
+        names << quoteName(column);
+    }
+    Statement statement(connection_->db(),
+                        QStringLiteral("SELECT %1 FROM %2").arg(names.join(", "), rowsTable()));
+    const int width = int(fields_.size());
+    QVector<QVariant> values(ids.size() * width);
+    while (statement.step()) {
+        const auto position = positions.constFind(statement.int64(0));
+        if (position == positions.constEnd()) {
+            continue;
+        }
+        QVariant* row = values.data() + qsizetype(position.value()) * width;
+        for (int i = 0; i < width; ++i) {
+            row[i] = statement.value(i + 1, fields_[i].type);
+        }
+    }
+    return values;
+}
+
 QVector<QVariant> Snapshot::row(qint64 id) const {
     const auto cached = cache_.constFind(id);
     if (cached != cache_.constEnd()) {

@@ -84,12 +84,15 @@ class BodyWriter {
     void openGroups(int from, int row) {
         for (int level = from; level < groupFields_.size(); ++level) {
             const Group& group = definition_.groups[level];
-            const QVector<Block> header =
-                printSection(group.header, row, group.keepWithFirstDetail);
+            QVector<Block> header = formatSection(group.header, row, group.keepWithFirstDetail);
+            std::optional<Block> repeated;
             if (group.repeatHeader && !header.isEmpty()) {
-                Block repeated = stacked(header);
-                repeated.row = -1;
-                setRepeat(level, repeated);
+                repeated = stacked(header);
+                repeated->row = -1;
+            }
+            hand(std::move(header));
+            if (repeated) {
+                setRepeat(level, std::move(repeated));
             }
         }
     }
@@ -105,7 +108,11 @@ class BodyWriter {
         repeatSnapshot_ = snapshot->isEmpty() ? nullptr : std::move(snapshot);
     }
 
-    QVector<Block> printSection(const Section& section, int row, bool keepWithNext) {
+    void printSection(const Section& section, int row, bool keepWithNext) {
+        hand(formatSection(section, row, keepWithNext));
+    }
+
+    QVector<Block> formatSection(const Section& section, int row, bool keepWithNext) {
         const SectionContext context{RowView(&rows_, row), pageNumber_(), 0};
         QVector<Block> blocks =
             layoutSection(section, context, [this](const Control& control, const RowView& parent) {
@@ -114,11 +121,14 @@ class BodyWriter {
         if (!blocks.isEmpty()) {
             blocks.last().keepWithNext = blocks.last().keepWithNext || keepWithNext;
         }
-        for (Block block : blocks) {
+        return blocks;
+    }
+
+    void hand(QVector<Block>&& blocks) {
+        for (Block& block : blocks) {
             block.repeatHeaders = repeatSnapshot_;
             sink_(std::move(block));
         }
-        return blocks;
     }
 
     const ReportDefinition& definition_;

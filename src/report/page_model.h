@@ -53,6 +53,13 @@ struct PageItem {
     std::shared_ptr<const QTextDocument> document;
 };
 
+}  // namespace report
+
+// A page holds hundreds of items: growing its list moves them as bytes rather than one by one.
+Q_DECLARE_TYPEINFO(report::PageItem, Q_RELOCATABLE_TYPE);
+
+namespace report {
+
 // Paper in twips: the portrait size, the orientation, and the margins around the printable area.
 struct PageSetup {
     QSize paper{11906, 16838};

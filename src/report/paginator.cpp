@@ -32,15 +32,15 @@ void Paginator::placeChain() {
         chainHeight += block.height;
     }
     bool first = true;
-    for (const Block& block : chain_) {
+    for (Block& block : chain_) {
         const bool breakHere = pages_.isEmpty() || breakPending_ ||
                                (pageHasBody_ && (block.newPageBefore || !fits(block.height) ||
                                                  (first && !fits(chainHeight))));
         if (breakHere) {
             startPage(block.repeatHeaders);
         }
-        put(block);
         breakPending_ = block.newPageAfter;
+        put(std::move(block));
         first = false;
     }
     chain_.clear();
@@ -60,9 +60,9 @@ void Paginator::startPage(const std::shared_ptr<const QVector<Block>>& repeatHea
     pageHasBody_ = false;
 }
 
-void Paginator::put(const Block& block) {
+void Paginator::put(Block block) {
     Page& page = pages_.last();
-    for (PageItem item : block.items) {
+    for (PageItem& item : block.items) {
         translate(item, printable_.left(), y_);
         page.items.append(std::move(item));
     }

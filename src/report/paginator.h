@@ -28,7 +28,7 @@ class Paginator {
   private:
     void placeChain();
     void startPage(const std::shared_ptr<const QVector<Block>>& repeatHeaders);
-    void put(const Block& block);
+    void put(Block block);
     bool fits(int height) const { return y_ + height <= bottom_; }
 
     QRect printable_;

@@ -78,17 +78,23 @@ int neededHeight(const Control& control, const QVector<Block>* subBlocks) {
     return spanOf(control).bottom - spanOf(control).top;
 }
 
-int fittedHeight(const Control& control, int needed) {
+// Content is measured only for boxes that may change height: most controls keep theirs, and
+// measuring text is most of a long report's layout time.
+int fittedHeight(const Control& control, const QVector<Block>* subBlocks) {
     const int designed = spanOf(control).bottom - spanOf(control).top;
     if (control.kind == ControlKind::Line) {
         return designed;
     }
     if (control.kind == ControlKind::SubReport) {
-        return control.visible ? needed : 0;
+        return control.visible ? neededHeight(control, subBlocks) : 0;
     }
     if (!control.visible) {
         return control.canShrink ? 0 : designed;
     }
+    if (!control.canGrow && !control.canShrink) {
+        return designed;
+    }
+    const int needed = neededHeight(control, subBlocks);
     if ((needed > designed && control.canGrow) || (needed < designed && control.canShrink)) {
         return needed;
     }
@@ -107,9 +113,9 @@ void growControls(SectionFormat& format, const QHash<QString, QVector<Block>>& s
         const Control& control = controls[i];
         designed[i] = spanOf(control);
         const auto blocks = subBlocks.find(control.name);
-        const int needed =
-            neededHeight(control, blocks == subBlocks.end() ? nullptr : &blocks.value());
-        growth[i] = fittedHeight(control, needed) - (designed[i].bottom - designed[i].top);
+        const int fitted =
+            fittedHeight(control, blocks == subBlocks.end() ? nullptr : &blocks.value());
+        growth[i] = fitted - (designed[i].bottom - designed[i].top);
     }
     QVector<int> order(count);
     std::iota(order.begin(), order.end(), 0);

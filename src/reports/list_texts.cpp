@@ -22,15 +22,17 @@ QString timeWithPattern(const QVariant& seconds, bool withHours) {
         return QString();
     }
     const QString text = query::formatTime(seconds.toDouble());
-    const QStringList parts = text.split(QLatin1Char(':'));
-    if (parts.size() != 3 || parts[0].toInt() >= 24) {
+    const qsizetype first = text.indexOf(QLatin1Char(':'));
+    const qsizetype second = first < 0 ? -1 : text.indexOf(QLatin1Char(':'), first + 1);
+    const QStringView view(text);
+    const int hours = view.left(first).toInt();
+    if (second < 0 || text.indexOf(QLatin1Char(':'), second + 1) >= 0 || hours >= 24) {
         return text;
     }
-    const QString minutesAndSeconds =
-        QString::number(parts[1].toInt()) + QLatin1Char(':') + parts[2];
-    return withHours ? QString::number(parts[0].toInt()) + QLatin1Char(':') + parts[1] +
-                           QLatin1Char(':') + parts[2]
-                     : minutesAndSeconds;
+    QString shown = withHours ? QString::number(hours)
+                              : QString::number(view.mid(first + 1, second - first - 1).toInt());
+    shown += view.mid(withHours ? first : second);
+    return shown;
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QVector>
 
 #include "engine/recordset.h"
@@ -7,8 +8,8 @@
 
 namespace reports {
 
-// A record set's rows as report rows. The record set is read in order as the report prints it;
-// the row last read is kept, so a row's fields cost one read.
+// A record set's rows as report rows. A report reads every row, most of them several times, so
+// the rows are read once, in one pass, and kept one after the other.
 class RecordsetRows : public report::RowSource {
   public:
     explicit RecordsetRows(engine::Recordset recordset);
@@ -18,10 +19,12 @@ class RecordsetRows : public report::RowSource {
     QVariant value(int row, int field) const override;
 
   private:
-    engine::Recordset recordset_;
+    engine::Recordset recordset_;  // answers for its fields' names
     int count_;
-    mutable int cachedRow_ = -1;
-    mutable QVector<QVariant> cached_;
+    int width_;
+    QVector<QVariant> values_;
+    // Format steps ask for the same few names on every row, spelled as they were asked.
+    mutable QHash<QString, int> asked_;
 };
 
 }  // namespace reports

@@ -138,3 +138,31 @@ TEST_F(TableRows, ASnapshotKeepsItsOwnCopy) {
     EXPECT_EQ(snapshot.value("Name").toString(), "Beatles Best");
     EXPECT_EQ(errorNumber([&] { snapshot.edit(); }), engine::jet::kReadOnly);
 }
+
+// A report reads all rows at once; it must see what moving row by row sees, in the same order,
+// for a table read in place, a copy, a sorted copy and a table just edited.
+TEST_F(TableRows, AllRowsAtOnceMatchTheRowsOneByOne) {
+    const auto flattened = [](Recordset& rows) {
+        QVector<QVariant> values;
+        for (int i = 0; i < rows.recordCount(); ++i) {
+            values += rows.rowAt(i);
+        }
+        return values;
+    };
+    Recordset direct = db.openRecordset("CompilationTrack");
+    direct.findFirst("Track_Title = 'Waterloo'");
+    direct.edit();
+    direct.setValue("Length", 300);
+    direct.update();
+    Recordset copied = db.openRecordset(copiedStatement("CompilationTrack"));
+    copied.setSort("Length DESC, Track_Title");
+    Recordset sorted = copied.openRecordset();
+    for (Recordset* rows : {&direct, &copied, &sorted}) {
+        const QVector<QVariant> all = rows->allRows();
+        ASSERT_EQ(all.size(), rows->recordCount() * rows->fieldCount());
+        EXPECT_EQ(all, flattened(*rows));
+    }
+    const int title = sorted.fieldIndex("Track_Title");
+    EXPECT_EQ(sorted.allRows().at(title).toString(), "Waterloo");  // now the longest
+    EXPECT_EQ(db.openRecordset("SELECT * FROM Compilation WHERE False").allRows().size(), 0);
+}

@@ -24,6 +24,14 @@ TEST(RecordsetRows, AReportReadsTheRecordSetsRowsAndFieldsByNameInAnyCase) {
     ASSERT_EQ(rows.rowCount(), 3);
     EXPECT_EQ(rows.fieldIndex("BOX"), 1);
     EXPECT_EQ(rows.fieldIndex("Format"), -1);
+    // Names asked before answer the same, in whatever spelling comes next.
+    EXPECT_EQ(rows.fieldIndex("BOX"), 1);
+    EXPECT_EQ(rows.fieldIndex("Name"), 0);
+    EXPECT_EQ(rows.fieldIndex("box"), 1);
+    EXPECT_EQ(rows.fieldIndex("Format"), -1);
+    EXPECT_EQ(rows.value(2, 0).toString(), "Road Trip");
+    EXPECT_TRUE(rows.value(1, 1).isNull());  // Blues has no box
+    EXPECT_TRUE(rows.value(3, 0).isNull());  // past the last row
 
     report::ReportDefinition definition;
     definition.page = reporttest::smallPaper();
