@@ -2,8 +2,6 @@
 // compilations of 20, 1,000 performers) from a compilation database. Without --preview: the
 // print tool's PDF export (check, record set, layout, PDF) with its time and peak memory
 // (VmHWM). With --preview: the time from the print command to the preview's first page drawn.
-#include <sqlite3.h>
-
 #include <QApplication>
 #include <QDate>
 #include <QDir>
@@ -14,6 +12,7 @@
 #include "engine/jet_dialect.h"
 #include "engine/workspace.h"
 #include "platform/scripted_dialogs.h"
+#include "raw_database.h"
 #include "report/page_model.h"
 #include "reports/list_reports.h"
 #include "reports/list_sources.h"
@@ -48,29 +47,8 @@ const char* const kFill = R"sql(
     COMMIT;
 )sql";
 
-void execRaw(const QString& path, const QString& sql) {
-    sqlite3* db = nullptr;
-    sqlite3_open(path.toUtf8().constData(), &db);
-    engine::registerJetFunctions(db);
-    char* error = nullptr;
-    const int rc = sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &error);
-    const std::string message = error ? error : "";
-    sqlite3_free(error);
-    sqlite3_close(db);
-    if (rc != SQLITE_OK)
-        throw std::runtime_error(message);
-}
-
 QString makeDatabase(const QString& folder) {
-    QDir().mkpath(folder);
-    const QString path = QDir(folder).filePath(QStringLiteral("lists-20000.mdb"));
-    QFile::remove(path);
-    QFile schema(QStringLiteral(MIXORAMA_SOURCE_DIR "/resources/template.sql"));
-    if (!schema.open(QIODevice::ReadOnly))
-        throw std::runtime_error("template.sql not found");
-    execRaw(path, QString::fromUtf8(schema.readAll()));
-    execRaw(path, QString::fromLatin1(kFill));
-    return path;
+    return bench::makeFilledDatabase(folder, QStringLiteral("lists-20000.mdb"), kFill);
 }
 
 QString peakMemory() {

@@ -2,8 +2,6 @@
 // 10,000 compilations and 200,000 tracks: addTrack with its lookup (a track on no compilation
 // yet, and one on several), removeTrack of the first track of a 100-track compilation, a drop
 // and a renumbering by sort on that compilation, and the lookup alone with and without its index.
-#include <sqlite3.h>
-
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -15,6 +13,7 @@
 #include "engine/jet_dialect.h"
 #include "engine/workspace.h"
 #include "query/sort_clause.h"
+#include "raw_database.h"
 #include "timing.h"
 
 namespace {
@@ -61,29 +60,8 @@ const char* const kFill = R"sql(
     COMMIT;
 )sql";
 
-void execRaw(const QString& path, const QString& sql) {
-    sqlite3* db = nullptr;
-    sqlite3_open(path.toUtf8().constData(), &db);
-    engine::registerJetFunctions(db);
-    char* error = nullptr;
-    const int rc = sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &error);
-    const std::string message = error ? error : "";
-    sqlite3_free(error);
-    sqlite3_close(db);
-    if (rc != SQLITE_OK)
-        throw std::runtime_error(message);
-}
-
 QString makeDatabase(const Options& options) {
-    QDir().mkpath(options.dir);
-    const QString path = QDir(options.dir).filePath(QStringLiteral("picker-200000.mdb"));
-    QFile::remove(path);
-    QFile schema(QStringLiteral(MIXORAMA_SOURCE_DIR "/resources/template.sql"));
-    if (!schema.open(QIODevice::ReadOnly))
-        throw std::runtime_error("template.sql not found");
-    execRaw(path, QString::fromUtf8(schema.readAll()));
-    execRaw(path, QString::fromLatin1(kFill));
-    return path;
+    return bench::makeFilledDatabase(options.dir, QStringLiteral("picker-200000.mdb"), kFill);
 }
 
 assembly::SourceTrack sourceTrack(const QString& performer, const QString& title) {
