@@ -24,7 +24,7 @@ std::optional<QString> coverRefusal(const QString& format, int trackCount) {
         return noCoverMessage(format);
     }
     if (trackCount == 0) {
-        return QStringLiteral("The selected compilation contains no tracks");
+        return kNoTracksOnCompilation;
     }
     return std::nullopt;
 }

@@ -18,6 +18,10 @@ QString noCoverMessage(const QString& format);
 
 // Why a compilation gets no cover, in the words the print command shows; nothing when it gets
 // one. The format is checked before the track count.
+// The refusal for a compilation without tracks, shared by every print choice of one compilation.
+inline const QString kNoTracksOnCompilation =
+    QStringLiteral("The selected compilation contains no tracks");
+
 std::optional<QString> coverRefusal(const QString& format, int trackCount);
 
 // The compilation row a cover prints: the standard compilation statement narrowed to one id.

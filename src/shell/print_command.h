@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "reports/cover_source.h"
 #include "reports/list_reports.h"
 
 namespace engine {
@@ -38,8 +39,7 @@ struct CurrentCompilation {
 };
 
 inline const QString kNoTracksAnywhere = QStringLiteral("No compilation contains any tracks");
-inline const QString kNoTracksOnCompilation =
-    QStringLiteral("The selected compilation contains no tracks");
+using reports::kNoTracksOnCompilation;
 inline const QString kPdfWriteError =
     QStringLiteral("Cannot write to PDF file. May be it is open?");
 

@@ -6,6 +6,7 @@
 #include "engine/recordset.h"
 #include "engine/workspace.h"
 #include "platform/scripted_dialogs.h"
+#include "reports/cover_source.h"
 
 namespace cli {
 
@@ -104,7 +105,7 @@ int composeCover(engine::Database& database, const QString& name, assembly::Cove
     const assembly::CoverControls offered =
         assembly::coverControls(facts->tracks >= 1 ? 2 : 1, facts->format, false, false);
     if (facts->tracks < 1) {
-        streams.err << "The selected compilation contains no tracks" << Qt::endl;
+        streams.err << reports::kNoTracksOnCompilation << Qt::endl;
         return 1;
     }
     if (!offered.getEnabled[static_cast<int>(mode)]) {
