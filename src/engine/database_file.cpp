@@ -109,9 +109,11 @@ bool lockUseByte(int descriptor, short type, const QString& path) {
     return true;
 }
 
+// The registry and its mutex outlive every static (the default workspace's connections close at
+// exit), so they are never destroyed.
 std::mutex& registryMutex() {
-    static std::mutex mutex;
-    return mutex;
+    static auto* mutex = new std::mutex;
+    return *mutex;
 }
 
 }  // namespace
@@ -144,12 +146,12 @@ void requireNewFile(const QString& path) {
 // a file drops every POSIX lock the process holds on it, SQLite's included; so a descriptor is
 // closed only when no connection of this process is left on its file.
 std::map<FileUse::Identity, std::weak_ptr<FileUse>>& FileUse::uses() {
-    static std::map<Identity, std::weak_ptr<FileUse>> uses;
-    return uses;
+    static auto* uses = new std::map<Identity, std::weak_ptr<FileUse>>;
+    return *uses;
 }
 
-FileUse::FileUse(int descriptor, Identity identity, bool exclusive)
-    : descriptor_(descriptor), identity_(identity), exclusive_(exclusive) {}
+FileUse::FileUse(int descriptor, Identity identity)
+    : descriptor_(descriptor), identity_(identity) {}
 
 FileUse::~FileUse() {
     std::lock_guard<std::mutex> guard(registryMutex());
@@ -189,8 +191,8 @@ std::shared_ptr<FileUse> FileUse::registered(Identity identity) {
     return it == all.end() ? nullptr : it->second.lock();
 }
 
-std::shared_ptr<FileUse> FileUse::enter(int descriptor, Identity identity, bool exclusive) {
-    std::shared_ptr<FileUse> use(new FileUse(descriptor, identity, exclusive));
+std::shared_ptr<FileUse> FileUse::enter(int descriptor, Identity identity) {
+    std::shared_ptr<FileUse> use(new FileUse(descriptor, identity));
     std::lock_guard<std::mutex> guard(registryMutex());
     uses()[identity] = use;
     return use;
@@ -215,6 +217,15 @@ void FileUse::release(int descriptor, Identity identity) {
     }
 }
 
+bool FileUse::lockOrRelease(int descriptor, Identity identity, short type, const QString& path) {
+    try {
+        return lockUseByte(descriptor, type, path);
+    } catch (...) {
+        release(descriptor, identity);
+        throw;
+    }
+}
+
 std::shared_ptr<FileUse> FileUse::tryShare(const QString& path) {
     requireRegularFile(path);
     const Identity named = identityOf(path);
@@ -225,11 +236,12 @@ std::shared_ptr<FileUse> FileUse::tryShare(const QString& path) {
     const Identity opened = identityOf(descriptor);
     // A compaction that ended while this looked or waited has put another file in the path's
     // place: that one is to be used.
-    if (opened != named || !lockUseByte(descriptor, F_RDLCK, path) || identityOf(path) != opened) {
+    if (opened != named || !lockOrRelease(descriptor, opened, F_RDLCK, path) ||
+        identityOf(path) != opened) {
         release(descriptor, opened);
         return nullptr;
     }
-    return enter(descriptor, opened, false);
+    return enter(descriptor, opened);
 }
 
 std::shared_ptr<FileUse> FileUse::share(const QString& path) {
@@ -255,12 +267,13 @@ std::shared_ptr<FileUse> FileUse::takeExclusive(const QString& path) {
     }
     const int descriptor = openDescriptor(path, O_RDWR);
     const Identity opened = identityOf(descriptor);
-    if (opened != named || !lockUseByte(descriptor, F_WRLCK, path) || identityOf(path) != opened) {
+    if (opened != named || !lockOrRelease(descriptor, opened, F_WRLCK, path) ||
+        identityOf(path) != opened) {
         release(descriptor, opened);
         throw fileInUse(path, QStringLiteral("Another program or window has it open; close it "
                                              "there and try again. Nothing was changed."));
     }
-    return enter(descriptor, opened, true);
+    return enter(descriptor, opened);
 }
 
 }  // namespace engine

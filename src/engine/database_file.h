@@ -36,8 +36,6 @@ class FileUse {
     FileUse(const FileUse&) = delete;
     FileUse& operator=(const FileUse&) = delete;
 
-    bool exclusive() const { return exclusive_; }
-
   private:
     // A file as the system knows it, whatever its path.
     struct Identity {
@@ -46,18 +44,18 @@ class FileUse {
         auto operator<=>(const Identity&) const = default;
     };
 
-    FileUse(int descriptor, Identity identity, bool exclusive);
+    FileUse(int descriptor, Identity identity);
     static std::shared_ptr<FileUse> tryShare(const QString& path);
     static std::shared_ptr<FileUse> registered(Identity identity);
-    static std::shared_ptr<FileUse> enter(int descriptor, Identity identity, bool exclusive);
+    static std::shared_ptr<FileUse> enter(int descriptor, Identity identity);
     static void release(int descriptor, Identity identity);
+    static bool lockOrRelease(int descriptor, Identity identity, short type, const QString& path);
     static Identity identityOf(const QString& path);  // {} when there is nothing
     static Identity identityOf(int descriptor);
     static std::map<Identity, std::weak_ptr<FileUse>>& uses();
 
     int descriptor_;
     Identity identity_;
-    bool exclusive_;
     std::vector<int> strayDescriptors_;  // of the same file, closed with the use
 };
 
