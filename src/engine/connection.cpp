@@ -8,6 +8,7 @@
 #include <QTemporaryFile>
 #include <QUrl>
 
+#include "engine/database_file.h"
 #include "engine/foreign_tables.h"
 #include "engine/jet_dialect.h"
 #include "engine/jet_error.h"
@@ -56,6 +57,41 @@ JetError interruptedChangeInReadOnlyFile(const QString& path) {
                         .arg(path));
 }
 
+// The first read tells a database from other files, but also meets a file that is busy or cannot
+// be read: each is named for what it is.
+JetError firstReadFailure(sqlite3* db, int rc, const QString& path) {
+    const QString cause = QString::fromUtf8(sqlite3_errmsg(db));
+    switch (rc & 0xff) {
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            return JetError(jet::kLocked,
+                            QStringLiteral("Could not read '%1'; currently locked: another "
+                                           "program is writing to it. Try again when it has "
+                                           "finished.")
+                                .arg(path));
+        case SQLITE_READONLY:
+            return JetError(jet::kReadOnly,
+                            QStringLiteral("The database '%1' must be written to before it can "
+                                           "be read (%2), but it or its folder is read-only.")
+                                .arg(path, cause));
+        case SQLITE_IOERR:
+        case SQLITE_FULL:
+        case SQLITE_NOMEM:
+            return JetError(
+                jet::kDiskError,
+                QStringLiteral("Disk or network error while reading '%1' (%2).").arg(path, cause));
+        case SQLITE_CANTOPEN:
+        case SQLITE_PERM:
+        case SQLITE_AUTH:
+            return JetError(
+                jet::kCannotOpenFile,
+                QStringLiteral("The file '%1' cannot be opened (%2).").arg(path, cause));
+        default:  // not a database, a damaged one, or a format this engine does not know
+            return JetError(jet::kNotADatabase,
+                            QStringLiteral("Unrecognized database format '%1'.").arg(path));
+    }
+}
+
 }  // namespace
 
 bool isWriteProtected(const QString& path) {
@@ -63,14 +99,13 @@ bool isWriteProtected(const QString& path) {
     return !mayWrite(file) || !mayWrite(QFileInfo(file.absolutePath()));
 }
 
-Connection::Connection(sqlite3* db, QString path, bool readOnly)
-    : db_(db), path_(std::move(path)), readOnly_(readOnly) {}
+Connection::Connection(sqlite3* db, QString path, bool readOnly, std::shared_ptr<FileUse> use)
+    : db_(db), use_(std::move(use)), path_(std::move(path)), readOnly_(readOnly) {}
 
 std::shared_ptr<Connection> Connection::open(const QString& path, bool readOnly) {
-    if (!QFileInfo::exists(path)) {
-        throw JetError(jet::kFileNotFound, QStringLiteral("Could not find file '%1'.").arg(path));
-    }
-    std::shared_ptr<Connection> connection = openFile(path, readOnly);
+    // Taken before SQLite opens the file, so that it opens the file the use is of.
+    const std::shared_ptr<FileUse> use = FileUse::share(path);
+    std::shared_ptr<Connection> connection = openFile(path, readOnly, use);
     if (connection == nullptr) {
         // A writer stopped in the middle of a change (killed, power lost) left its journal beside
         // the file. Only a read-write connection can put the old pages back; until then a
@@ -78,8 +113,8 @@ std::shared_ptr<Connection> Connection::open(const QString& path, bool readOnly)
         if (isWriteProtected(path)) {
             throw interruptedChangeInReadOnlyFile(path);
         }
-        openFile(path, false);  // its first read rolls the change back
-        connection = openFile(path, true);
+        openFile(path, false, use);  // its first read rolls the change back
+        connection = openFile(path, true, use);
         if (connection == nullptr) {
             throw interruptedChangeInReadOnlyFile(path);
         }
@@ -91,12 +126,13 @@ std::shared_ptr<Connection> Connection::open(const QString& path, bool readOnly)
 
 // Opens the file and reads its schema, which tells a database from any other file. Returns
 // nothing when a read-only connection finds an interrupted change it cannot roll back.
-std::shared_ptr<Connection> Connection::openFile(const QString& path, bool readOnly) {
+std::shared_ptr<Connection> Connection::openFile(const QString& path, bool readOnly,
+                                                 const std::shared_ptr<FileUse>& use) {
     sqlite3* db = nullptr;
     const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_URI;
     const QByteArray uri = fileUri(path, false).toUtf8();
     int rc = sqlite3_open_v2(uri.constData(), &db, flags, nullptr);
-    std::shared_ptr<Connection> connection(new Connection(db, path, readOnly));
+    std::shared_ptr<Connection> connection(new Connection(db, path, readOnly, use));
     if (rc != SQLITE_OK) {
         throwSqliteError(db, rc, path);
     }
@@ -110,8 +146,7 @@ std::shared_ptr<Connection> Connection::openFile(const QString& path, bool readO
         return nullptr;
     }
     if (rc != SQLITE_OK) {
-        throw JetError(jet::kNotADatabase,
-                       QStringLiteral("Unrecognized database format '%1'.").arg(path));
+        throw firstReadFailure(db, rc, path);
     }
     return connection;
 }
@@ -155,6 +190,7 @@ void Connection::close() {
     linkedFileTables_.clear();
     sqlite3_close_v2(db_);
     db_ = nullptr;
+    use_.reset();
 }
 
 QStringList Connection::tableNames() {
@@ -259,6 +295,7 @@ QString Connection::copyForeignTables(const QString& file, const QStringList& ta
 }
 
 void Connection::prefetchLinkedTables(const QString& file, const QStringList& tables) {
+    requireRegularFile(file);  // reading a FIFO would wait for ever
     if (isSqliteFile(file)) {
         return;  // attached as it is, nothing to copy
     }
@@ -276,6 +313,7 @@ void Connection::prefetchLinkedTables(const QString& file, const QStringList& ta
 }
 
 QString Connection::attachLinkedFile(const QString& file, const QString& sourceTable) {
+    requireRegularFile(file);
     const QString key = QFileInfo(file).absoluteFilePath();
     QString schema = attachedFiles_.value(key);
     if (isSqliteFile(file)) {

@@ -8,8 +8,9 @@
 #include "engine/field_type.h"
 
 namespace engine {
+class FileUse;
 class ForeignTableReader;
-}
+}  // namespace engine
 
 struct sqlite3;
 
@@ -32,7 +33,9 @@ bool isWriteProtected(const QString& path);
 // Shared by the Database handle and every record set opened on it.
 class Connection {
   public:
-    // Opens an SQLite database file; throws JetError (3024 missing, 3343 not a database). A change
+    // Opens an SQLite database file; throws JetError (3024 missing, 3343 no regular file or
+    // not a database, 3218 locked by a writer, 3045 compacted by another process all the while
+    // it waited). The connection shares the use of the file (FileUse) until it closes. A change
     // left unfinished in the file by a writer that was stopped is rolled back first, even when
     // the file is opened read-only; 3051 when the file or its folder is write-protected, which
     // leaves the change in place.
@@ -65,8 +68,9 @@ class Connection {
     int nextSnapshotNumber() { return ++snapshotCounter_; }
 
   private:
-    Connection(sqlite3* db, QString path, bool readOnly);
-    static std::shared_ptr<Connection> openFile(const QString& path, bool readOnly);
+    Connection(sqlite3* db, QString path, bool readOnly, std::shared_ptr<FileUse> use = nullptr);
+    static std::shared_ptr<Connection> openFile(const QString& path, bool readOnly,
+                                                const std::shared_ptr<FileUse>& use);
     QString attachLinkedFile(const QString& file, const QString& sourceTable);
     QString copyForeignTables(const QString& file, const QStringList& tables);
     void attach(const QString& file, const QString& schema);
@@ -76,6 +80,7 @@ class Connection {
     void detachIfUnused(const QString& schema);
 
     sqlite3* db_ = nullptr;
+    std::shared_ptr<FileUse> use_;  // released when the connection closes
     QString path_;
     bool readOnly_ = false;
     bool foreign_ = false;

@@ -25,6 +25,7 @@ inline constexpr int kFileNotFound = 3024;
 inline constexpr int kTooFewParameters = 3061;     // unknown name in a statement
 inline constexpr int kRecordDeleted = 3167;
 inline constexpr int kLocked = 3218;
+inline constexpr int kFileInUse = 3045;         // open elsewhere while it is to be compacted
 inline constexpr int kConversionError = 3421;
 inline constexpr int kInvalidOperation = 3219;
 inline constexpr int kCharactersAfterEnd = 3142;  // a second statement after the first

@@ -21,6 +21,14 @@ QString firstQuoted(const QString& message, const QString& after) {
 
 JetError translateError(int rc, const QString& message, const QString& context) {
     const int primary = rc & 0xff;
+    if (rc == SQLITE_READONLY_DBMOVED) {
+        // Written on, the old file would take the change away with it.
+        return JetError(jet::kDiskError,
+                        QStringLiteral("Disk or network error. The database '%1' was replaced, "
+                                       "moved or deleted while it was open here, so the change "
+                                       "was not stored. Close the database and open it again.")
+                            .arg(context));
+    }
     if (rc == SQLITE_CONSTRAINT_UNIQUE || rc == SQLITE_CONSTRAINT_PRIMARYKEY) {
         return JetError(
             jet::kDuplicateValue,
@@ -104,7 +112,11 @@ void throwSqliteError(sqlite3* db, int rc, const QString& context) {
     const int extended = db != nullptr ? sqlite3_extended_errcode(db) : rc;
     const QString message = db != nullptr ? QString::fromUtf8(sqlite3_errmsg(db))
                                           : QString::fromUtf8(sqlite3_errstr(rc));
-    throw translateError(extended != 0 ? extended : rc, message, context);
+    const int code = extended != 0 ? extended : rc;
+    if (code == SQLITE_READONLY_DBMOVED && context.isEmpty() && db != nullptr) {
+        throw translateError(code, message, QString::fromUtf8(sqlite3_db_filename(db, "main")));
+    }
+    throw translateError(code, message, context);
 }
 
 void execSqlite(sqlite3* db, const QString& sql) {

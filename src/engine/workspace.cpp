@@ -6,6 +6,7 @@
 #include <QFileInfo>
 
 #include "engine/connection.h"
+#include "engine/database_file.h"
 #include "engine/foreign_tables.h"
 #include "engine/jet_error.h"
 #include "engine/sqlite_statement.h"
@@ -18,9 +19,7 @@ Workspace& Workspace::defaultWorkspace() {
 }
 
 Database Workspace::openDatabase(const QString& path, bool readOnly) {
-    if (!QFileInfo::exists(path)) {
-        throw JetError(jet::kFileNotFound, QStringLiteral("Could not find file '%1'.").arg(path));
-    }
+    requireRegularFile(path);  // before any reader looks into it
     ForeignTableReader* reader = foreignTableReader();
     if (reader != nullptr && reader->canRead(path)) {
         Database database(Connection::openForeign(path, reader->tableNames(path)));
@@ -53,12 +52,20 @@ JetError copyFailure(const JetError& error, const QString& destination) {
                                         .arg(error.description(), destination));
 }
 
+// Repairing and compacting write the file and its folder.
+void refuseReadOnly(const QString& path) {
+    if (QFileInfo::exists(path) && isWriteProtected(path)) {
+        throw JetError(jet::kReadOnly,
+                       QStringLiteral("The database '%1' or its folder is read-only: it cannot be "
+                                      "repaired or compacted in place.")
+                           .arg(path));
+    }
+}
+
 }  // namespace
 
 void Workspace::compactDatabase(const QString& source, const QString& destination) {
-    if (QFileInfo::exists(destination)) {
-        throw JetError(jet::kDatabaseExists, QStringLiteral("Database already exists."));
-    }
+    requireNewFile(destination);
     std::shared_ptr<Connection> connection = Connection::open(source, true);
     Statement vacuum(connection->db(), QStringLiteral("VACUUM INTO ?"));
     vacuum.bind(1, destination);
@@ -72,13 +79,13 @@ void Workspace::compactDatabase(const QString& source, const QString& destinatio
     }
 }
 
+std::shared_ptr<FileUse> Workspace::useExclusively(const QString& path) {
+    refuseReadOnly(path);
+    return FileUse::takeExclusive(path);
+}
+
 void Workspace::repairDatabase(const QString& path) {
-    if (QFileInfo::exists(path) && isWriteProtected(path)) {
-        throw JetError(jet::kReadOnly,
-                       QStringLiteral("The database '%1' or its folder is read-only: it cannot be "
-                                      "repaired or compacted in place.")
-                           .arg(path));
-    }
+    refuseReadOnly(path);
     std::shared_ptr<Connection> connection = Connection::open(path, false);
     // Indexes are rebuilt in any case: one written by another program may order text by other
     // rules than the engine's.

@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 
+#include "engine/database_file.h"
 #include "engine/jet_error.h"
 #include "engine/workspace.h"
 #include "platform/program_folder.h"
@@ -40,6 +41,8 @@ void reportUnreadableFile(const engine::JetError& error, platform::Dialogs& dial
         case engine::jet::kFileNotFound:
         case engine::jet::kCannotOpenFile:
         case engine::jet::kDiskError:
+        case engine::jet::kFileInUse:
+        case engine::jet::kLocked:
             dialogs.exclamation(error.description());
             break;
         default:
@@ -149,6 +152,7 @@ std::optional<QString> convertOnRequest(const QString& accessPath, platform::Dia
 std::optional<QString> databaseToOpen(const QString& path, platform::Dialogs& dialogs,
                                       CommandFeedback& feedback) {
     try {
+        engine::requireRegularFile(path);  // before any reader looks into it
         if (!isAccessCompilationDatabase(path)) {
             return path;
         }
@@ -208,7 +212,7 @@ bool compactDatabase(platform::Dialogs& dialogs, CommandFeedback& feedback) {
     } catch (const engine::JetError& error) {
         // Refusals that leave the file as it was name it and say why.
         if (error.number() == engine::jet::kDatabaseExists ||
-            error.number() == engine::jet::kReadOnly) {
+            error.number() == engine::jet::kReadOnly || error.number() == engine::jet::kFileInUse) {
             dialogs.exclamation(error.description());
         } else {
             reportUnreadableFile(error, dialogs);

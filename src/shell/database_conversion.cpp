@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <QTemporaryFile>
 
+#include "engine/database_file.h"
 #include "engine/foreign_tables.h"
 #include "engine/jet_error.h"
 #include "engine/transaction.h"
@@ -91,10 +92,7 @@ class OpenDatabase {
 
 engine::ForeignTableReader& readerOf(const QString& accessPath) {
     engine::ForeignTableReader* reader = engine::foreignTableReader();
-    if (!QFileInfo::exists(accessPath)) {
-        throw JetError(jet::kFileNotFound,
-                       QStringLiteral("Could not find file '%1'.").arg(accessPath));
-    }
+    engine::requireRegularFile(accessPath);
     if (reader == nullptr || !reader->canRead(accessPath)) {
         throw JetError(
             jet::kNotADatabase,

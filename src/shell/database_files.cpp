@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <QStringList>
 
+#include "engine/database_file.h"
 #include "engine/jet_error.h"
 #include "engine/workspace.h"
 #include "platform/program_folder.h"
@@ -48,6 +49,7 @@ namespace {
 // The file itself when the path is a symbolic link: a link is kept, and what it points to is
 // compacted beside itself (one file system, so the rename is one step).
 QString resolvedDatabaseFile(const QString& path) {
+    engine::requireRegularFile(path);
     const QString file = QFileInfo(path).canonicalFilePath();
     if (file.isEmpty()) {
         throw engine::JetError(engine::jet::kFileNotFound,
@@ -56,14 +58,9 @@ QString resolvedDatabaseFile(const QString& path) {
     return file;
 }
 
-}  // namespace
-
-void repairAndCompact(const QString& path) {
-    engine::Workspace::defaultWorkspace().close();
-    const QString file = resolvedDatabaseFile(path);
-    const QString temp = compactionTempPath(file);
-    // Both paths are resolved: "./", a linked folder or a link to a "*.$$$" file cannot hide
-    // that deleting a stale temporary file would delete the database.
+// Deleting a stale temporary file must not delete the database. Both paths are resolved: "./",
+// a linked folder or a link to a "*.$$$" file cannot hide that they are one.
+void refuseOwnTemporaryName(const QString& file, const QString& temp) {
     if (temp == file) {
         throw engine::JetError(engine::jet::kDatabaseExists,
                                QStringLiteral("The database '%1' cannot be compacted: its name "
@@ -71,6 +68,18 @@ void repairAndCompact(const QString& path) {
                                               "the database itself. Rename it and try again.")
                                    .arg(file));
     }
+}
+
+}  // namespace
+
+void repairAndCompact(const QString& path) {
+    engine::Workspace::defaultWorkspace().close();
+    const QString file = resolvedDatabaseFile(path);
+    const QString temp = compactionTempPath(file);
+    refuseOwnTemporaryName(file, temp);
+    // From the repair to the rename no other process may have the file open: a change it stored
+    // meanwhile would be lost with the old file, and one it stored after would go into it.
+    const std::shared_ptr<engine::FileUse> alone = engine::Workspace::useExclusively(file);
     engine::Workspace::repairDatabase(file);
     removeLeftover(temp);
     engine::Workspace::compactDatabase(file, temp);

@@ -22,9 +22,11 @@ QString compactionTempPath(const QString& path);
 
 // Repairs the file in place and compacts it through the temporary file, which then replaces it
 // with the file's permissions and owner. A symbolic link stays: the file it points to is
-// compacted. The default workspace is closed first. Throws JetError: 3204 for a file whose own
-// name is that of its temporary file (ends in ".$$$") and 3027 for a read-only file or folder,
-// both before anything is changed; on any failure the original file is left as it was.
+// compacted. The default workspace is closed first, and the file is this process's alone from
+// the repair to the replacement. Throws JetError, each before anything is changed: 3343 for no
+// regular file, 3204 for a file whose own name is that of its temporary file (ends in ".$$$"),
+// 3027 for a read-only file or folder, 3045 naming the file when another program has it open.
+// On any failure the original file is left as it was.
 void repairAndCompact(const QString& path);
 
 }  // namespace shell

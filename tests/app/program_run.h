@@ -12,20 +12,25 @@ struct ProgramRun {
     QString err;
 };
 
-// Runs one of the programs of the program folder and waits for it (at most two minutes).
-inline ProgramRun run(const QString& program, const QStringList& arguments) {
+// Runs one of the programs of the program folder and waits for it (at most two minutes, or the
+// time given); one that has not ended by then is killed and gets the exit code -1.
+inline ProgramRun run(const QString& program, const QStringList& arguments,
+                      int timeoutMs = 120000) {
     QProcess process;
     process.setProgram(QStringLiteral(MIXORAMA_PROGRAM_DIR "/") + program);
     process.setArguments(arguments);
     process.start();
-    process.waitForFinished(120000);
+    if (!process.waitForFinished(timeoutMs)) {
+        process.kill();
+        process.waitForFinished();
+    }
     return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
             QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
 }
 
-inline ProgramRun cli(const QStringList& arguments) {
-    return run(QStringLiteral("mixorama-cli"), arguments);
+inline ProgramRun cli(const QStringList& arguments, int timeoutMs = 120000) {
+    return run(QStringLiteral("mixorama-cli"), arguments, timeoutMs);
 }
 
 }  // namespace testsupport

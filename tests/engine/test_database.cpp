@@ -1,3 +1,6 @@
+#include <sqlite3.h>
+#include <cstdio>
+
 #include <QFile>
 
 #include "engine/jet_error.h"
@@ -139,4 +142,45 @@ TEST(Workspace, ForeignAndDamagedFilesAreRefused) {
                   engine::Workspace::defaultWorkspace().openDatabase(dir.file("gone.mdb"));
               }),
               engine::jet::kFileNotFound);
+}
+
+// Another program that changes the file holds it locked past the wait: opening it says so,
+// naming the file, instead of calling it no database.
+TEST(OpeningAFile, ABusyFileIsLockedNotForeign) {
+    testsupport::TempDir dir;
+    const QString path = dir.file("busy.mdb");
+    testsupport::createCompilationDatabase(path);
+    sqlite3* writer = nullptr;
+    ASSERT_EQ(sqlite3_open(QFile::encodeName(path).constData(), &writer), SQLITE_OK);
+    ASSERT_EQ(
+        sqlite3_exec(writer, "BEGIN EXCLUSIVE; DELETE FROM LstLength", nullptr, nullptr, nullptr),
+        SQLITE_OK);
+    QString description;
+    EXPECT_EQ(errorNumber([&] { engine::Workspace::defaultWorkspace().openDatabase(path, true); },
+                          &description),
+              engine::jet::kLocked);
+    EXPECT_TRUE(description.contains("'" + path + "'") && description.contains("locked"))
+        << description.toStdString();
+    sqlite3_exec(writer, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(writer);
+    EXPECT_EQ(
+        errorNumber([&] { engine::Workspace::defaultWorkspace().openDatabase(path).close(); }), 0);
+}
+
+// The file is renamed over by a program that does not share its use: a change through the
+// connection opened before fails, naming the file, and goes into neither file.
+TEST_F(DatabaseStatements, AFileReplacedUnderAnOpenConnectionTakesNoChange) {
+    const QString other = dir.file("other.mdb");
+    testsupport::createCompilationDatabase(other);
+    const QByteArray replacement = fileBytes(other);
+    ASSERT_EQ(::rename(QFile::encodeName(other).constData(), QFile::encodeName(path).constData()),
+              0);
+    QString description;
+    EXPECT_EQ(errorNumber([&] { db.execute("DELETE FROM CompilationTrack"); }, &description),
+              engine::jet::kDiskError);
+    EXPECT_TRUE(description.contains("'" + path + "'") && description.contains("replaced"))
+        << description.toStdString();
+    EXPECT_EQ(db.openRecordset("SELECT Count(*) AS N FROM CompilationTrack").value("N").toInt(), 3);
+    EXPECT_EQ(fileBytes(path), replacement);
+    EXPECT_FALSE(QFile::exists(path + "-journal"));
 }

@@ -1,8 +1,13 @@
 // Compaction rewrites a file the user keeps: whatever happens, the rows, the file's place (a link
 // stays a link) and its permissions survive, and a refusal changes nothing.
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <chrono>
+#include <functional>
+#include <future>
 
 #include <QDir>
 #include <QFile>
@@ -195,6 +200,54 @@ TEST_F(Compaction, OpenAndCompactRecoverAnInterruptedChange) {
     EXPECT_TRUE(compactThroughCommand(path)) << dialogs.lastMessageText().toStdString();
     EXPECT_EQ(content(path), rows);
     EXPECT_FALSE(QFile::exists(path + "-journal"));
+}
+
+// Open in another program (here another workspace of this one, which the command does not
+// close): the compaction refuses, naming the file, and changes nothing until it is closed.
+TEST_F(Compaction, AFileOpenElsewhereIsRefusedAsInUseAndLeftAlone) {
+    const QString path = makeDatabase(dir.file("coll.mdb"));
+    const QByteArray bytes = fileBytes(path);
+    engine::Workspace elsewhere;
+    elsewhere.openDatabase(path, true);
+    EXPECT_FALSE(compactThroughCommand(path));
+    ASSERT_EQ(dialogs.messages().size(), 1u);
+    EXPECT_EQ(dialogs.messages()[0].icon, platform::MessageIcon::Exclamation);
+    EXPECT_TRUE(dialogs.lastMessageText().contains("'" + path + "'") &&
+                dialogs.lastMessageText().contains("in use"))
+        << dialogs.lastMessageText().toStdString();
+    EXPECT_EQ(fileBytes(path), bytes);
+    EXPECT_FALSE(QFile::exists(dir.file("coll.$$$")));
+    elsewhere.close();
+    EXPECT_TRUE(compactThroughCommand(path)) << dialogs.lastMessageText().toStdString();
+}
+
+// Open and Compact of the window on a FIFO: refused by what it is, without waiting for a writer
+// that never comes. One that does wait is let go by a writer the test opens, and fails.
+TEST_F(Compaction, OpenAndCompactRefuseAFifoWithoutWaitingOnIt) {
+    const QString fifo = dir.file("pipe.mdb");
+    ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+    const auto refusedAtOnce = [&](const std::function<void()>& command) {
+        auto done = std::async(std::launch::async, command);
+        if (done.wait_for(std::chrono::seconds(10)) == std::future_status::ready) {
+            return true;
+        }
+        const int writer = ::open(QFile::encodeName(fifo).constData(), O_WRONLY | O_NONBLOCK);
+        ::close(writer);
+        done.wait();
+        return false;
+    };
+    EXPECT_TRUE(refusedAtOnce(
+        [&] { EXPECT_EQ(shell::databaseToOpen(fifo, dialogs, *this), std::nullopt); }));
+    EXPECT_TRUE(refusedAtOnce([&] { EXPECT_FALSE(compactThroughCommand(fifo)); }));
+    ASSERT_EQ(dialogs.messages().size(), 2u);
+    for (const platform::MessageRequest& message : dialogs.messages()) {
+        EXPECT_TRUE(message.text.contains("'" + fifo + "' is a FIFO"))
+            << message.text.toStdString();
+    }
+    struct stat info {};
+    ASSERT_EQ(::stat(QFile::encodeName(fifo).constData(), &info), 0);
+    EXPECT_TRUE(S_ISFIFO(info.st_mode));
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::System), QStringList{"pipe.mdb"});
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
+#include <QFileInfo>
 
 #include "albumgen/albumgen.h"
 #include "cli/album_link.h"
 #include "cli/commands.h"
 #include "cli/table_printer.h"
+#include "engine/database_file.h"
 #include "engine/jet_error.h"
 #include "engine/workspace.h"
 #include "store/album_source.h"
@@ -37,6 +39,9 @@ int makeAlbums(const QStringList& args, Streams streams) {
     options.seed = static_cast<quint32>(*seed);
     options.withRating = !args.contains(QStringLiteral("--no-rating"));
     try {
+        if (QFileInfo::exists(args[0])) {
+            engine::requireRegularFile(args[0]);  // a device or FIFO is not written over
+        }
         albumgen::writeAlbumDatabase(args[0], options);
     } catch (const std::exception& error) {
         streams.err << "Cannot write " << args[0] << ": " << error.what() << Qt::endl;
