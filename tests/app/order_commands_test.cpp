@@ -113,7 +113,7 @@ TEST_F(OrderCommands, FailingFilterPrintsTheDialogsMessageAndAddsNothing) {
     EXPECT_EQ(badTime.exitCode, 1);
     EXPECT_EQ(badTime.err, "Second filter text must be a valid time (e.g. 00:49:07).\n");
     // A word other than And and Or, an empty one too, is the dialog's concatenation failure.
-    for (const QString& word : {"Xor", ""}) {
+    for (const char* word : {"Xor", ""}) {
         const ProgramRun joined =
             addTracks({"--filter", "Track Title", "Contains", "x", word, "Live", "=", "yes"});
         EXPECT_EQ(joined.exitCode, 1);
