@@ -72,8 +72,8 @@ void formatCover(SectionFormat& format) {
 // own line to cut along.
 void placeEdgeLabel(SectionFormat& format, const QRect& bodyLabel) {
     Control& edge = format.control(kEdgeTitle);
-    const QRect onPage(bodyLabel.left(), bodyLabel.bottom() + 1 + kEdgeLabelGap,
-                       bodyLabel.width(), kEdgeLabelHeight);
+    const QRect onPage(bodyLabel.left(), bodyLabel.bottom() + 1 + kEdgeLabelGap, bodyLabel.width(),
+                       kEdgeLabelHeight);
     edge.rect = onPage.translated(-kLeftMargin, -kTopMargin);
     format.drawOnPage(pageRectangle(onPage));
 }
@@ -178,9 +178,9 @@ std::shared_ptr<const report::ReportDefinition> mdCoverMain(
     const Control trackList = report::subReport(
         kTrackList, QRect(kInset, kTitleTop + 500, kStripWidth - 2 * kInset, kTrackListEnd - 500),
         mdCoverSub(tracks), [tracks](const report::RowView&) { return tracks; });
-    Control edge = report::label(
-        kEdgeTitle, QRect(kBodyDesign.left(), 0, kStripWidth, kEdgeLabelHeight), QString(),
-        kEdgeFont);
+    Control edge =
+        report::label(kEdgeTitle, QRect(kBodyDesign.left(), 0, kStripWidth, kEdgeLabelHeight),
+                      QString(), kEdgeFont);
     edge.alignment = Qt::AlignCenter;
     edge.wordWrap = false;
     report::Section detail =

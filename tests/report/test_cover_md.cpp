@@ -133,8 +133,8 @@ TEST_F(MdCover, TheCoverTextIsCentredInItsBandUnderTheName) {
     EXPECT_EQ(edge.text, "Summer Mix");
     EXPECT_EQ(edge.font.family, "Arial");
     EXPECT_EQ(drawn.back().rect, edge.rect);
-    EXPECT_EQ(edge.rect, QRect(label.rect.left(), label.rect.bottom() + 1 + 400,
-                               label.rect.width(), 340));
+    EXPECT_EQ(edge.rect,
+              QRect(label.rect.left(), label.rect.bottom() + 1 + 400, label.rect.width(), 340));
     EXPECT_GE(edge.rect.height(), report::textHeight(edge.font, edge.text, edge.rect.width()));
 }
 

@@ -188,7 +188,8 @@ TEST_F(Preview, PrintsAndSavesEveryPage) {
     QFile::setPermissions(saved, QFile::ReadOwner);
     dialogs.answerFile(saved);
     key(Qt::Key_S, Qt::ControlModifier);
-    EXPECT_TRUE(dialogs.lastMessageText().startsWith("Cannot write to PDF file. May be it is open?"));
+    EXPECT_TRUE(
+        dialogs.lastMessageText().startsWith("Cannot write to PDF file. May be it is open?"));
     QFile::setPermissions(saved, QFile::ReadOwner | QFile::WriteOwner);
     if (QFileInfo::exists("/dev/full")) {  // a full disk is named as the cause
         dialogs.answerFile("/dev/full");
