@@ -1,13 +1,18 @@
 // bench_report [--rows N] [--out FILE.pdf]: the report engine on a long grouped track list, laid
 // out and written as PDF. Prints the layout and PDF times, the page count and the peak memory
 // (VmHWM), so that memory can be compared with the page model's size.
+// bench_report --cover-tabs N: a plain cover text of one line with N tabs, then 4 N, made into
+// the covers' RTF and measured; the times grow with N, not with its square.
 #include <QFile>
 #include <QGuiApplication>
 #include <QTemporaryDir>
+#include <QTextDocument>
 #include <QTextStream>
 
 #include "report/layout.h"
 #include "report/pdf_export.h"
+#include "report/text_measure.h"
+#include "reports/cover_body.h"
 #include "timing.h"
 
 namespace {
@@ -84,12 +89,40 @@ report::ReportDefinition trackList() {
     return definition;
 }
 
+// The CD-ROM cover's body (twips): wide enough for a track list's line.
+constexpr int kCoverBodyWidth = 7400;
+
+// The seconds a cover text of one line of tabs takes to become the body, be measured and laid
+// out.
+double coverTabsSeconds(int tabs) {
+    QString memo = QStringLiteral("1.");
+    for (int i = 0; i < tabs; ++i) {
+        memo += QStringLiteral("\tx");
+    }
+    return bench::secondsOf([&] {
+        const QString body = reports::coverBodyRtf(memo, Qt::AlignLeft);
+        reports::bodyFacts(body);
+        report::richDocument(body, kCoverBodyWidth)->size();  // laid out as the cover prints it
+    });
+}
+
+int coverTabs(int tabs) {
+    const double once = coverTabsSeconds(tabs);
+    const double fourTimes = coverTabsSeconds(4 * tabs);
+    out << "cover of " << tabs << " tabs " << once << " s, of " << 4 * tabs << " tabs " << fourTimes
+        << " s (x" << fourTimes / once << ")" << Qt::endl;
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication app(argc, argv);
     const QStringList arguments = app.arguments();
+    if (arguments.contains("--cover-tabs")) {
+        return coverTabs(optionValue(arguments, "--cover-tabs", 16000));
+    }
     const int count = optionValue(arguments, "--rows", 20000);
     const int outAt = int(arguments.indexOf("--out"));
     QTemporaryDir dir;

@@ -6,14 +6,12 @@
 #include "platform/dialogs.h"
 #include "query/date_text.h"
 #include "query/field_values.h"
+#include "query/number_text.h"
 #include "store/compilation_queries.h"
 
 namespace assembly {
 
 namespace {
-
-constexpr int kNameLength = 80;
-constexpr int kStorageLength = 50;
 
 // The columns and aliases of the compilation list, for the one row of an id. The id 0 is never
 // given to a row, so it opens an empty set to add to.
@@ -58,6 +56,16 @@ QString updateFailureMessage(UpdateResult result) {
             return QStringLiteral("Field 'Format': a value is requiered.");
         case UpdateResult::LengthRequired:
             return QStringLiteral("Field 'Length': a value is requiered.");
+        case UpdateResult::NameTooLong:
+            return QStringLiteral("Field 'Name': at most %1 characters are allowed.")
+                .arg(kNameLength);
+        case UpdateResult::StorageTooLong:
+            return QStringLiteral("Field 'Storage': at most %1 characters are allowed.")
+                .arg(kStorageLength);
+        case UpdateResult::LengthNotMinutes:
+            return QStringLiteral(
+                "Field 'Length': a whole number of minutes, at least 1, "
+                "is required.");
         case UpdateResult::DuplicateName:
             return QStringLiteral("Field 'Name': value is already present.\rChoose another name.");
         default:
@@ -223,9 +231,15 @@ UpdateResult CompilationEditor::writeValues(platform::Dialogs& dialogs) {
     if (values.name.isEmpty()) {
         return UpdateResult::NameRequired;
     }
-    row.setValue(QStringLiteral("C_Name"), values.name.left(kNameLength));
+    if (values.name.size() > kNameLength) {
+        return UpdateResult::NameTooLong;
+    }
+    row.setValue(QStringLiteral("C_Name"), values.name);
     row.setValue(QStringLiteral("C_Notes"), textOrNull(values.notes));
-    row.setValue(QStringLiteral("C_Box"), textOrNull(values.storage.left(kStorageLength)));
+    if (values.storage.size() > kStorageLength) {
+        return UpdateResult::StorageTooLong;
+    }
+    row.setValue(QStringLiteral("C_Box"), textOrNull(values.storage));
     if (values.format.isEmpty()) {
         return UpdateResult::FormatRequired;
     }
@@ -237,6 +251,10 @@ UpdateResult CompilationEditor::writeValues(platform::Dialogs& dialogs) {
         query::checkValue(values.length, QStringLiteral("n"), false, dialogs);
     if (length.kind() != query::FieldValue::Kind::Integer) {
         return UpdateResult::LengthNotANumber;
+    }
+    // The number check rounds; a medium's length is whole minutes, and there is no empty one.
+    if (length.integer() < 1 || query::hasFraction(values.length)) {
+        return UpdateResult::LengthNotMinutes;
     }
     row.setValue(QStringLiteral("C_length"), int(length.integer()));
     row.setValue(QStringLiteral("Manufacturer"), textOrNull(values.manufacturer));

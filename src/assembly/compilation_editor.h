@@ -33,9 +33,15 @@ enum class EditorMode { Edit, Add };
 // The opener's tag, compared lower-cased: "edit" edits, anything else adds.
 EditorMode editorMode(const QString& openerTag);
 
+// The longest texts the name and storage columns take; the editor's boxes take no more.
+inline constexpr int kNameLength = 80;
+inline constexpr int kStorageLength = 50;
+
 // What an Update ended with. The numbered failures are the required fields and the duplicate
 // name; a length that is no whole number and a date that is no date are refused with the
-// typed-value messages before anything is stored.
+// typed-value messages before anything is stored. The editor's boxes and lists cannot hold a
+// text that is too long or a length below one minute, but values set otherwise (the command
+// line) can, and are refused the same way.
 enum class UpdateResult {
     Saved = 0,
     NameRequired = 1,
@@ -43,6 +49,9 @@ enum class UpdateResult {
     LengthRequired = 3,
     LengthNotANumber,
     DateNotADate,
+    NameTooLong,
+    StorageTooLong,
+    LengthNotMinutes,  // a fraction, or less than one minute
     DuplicateName = 3022,
     Failed,  // any other engine error: no message, the description is in UpdateOutcome
 };

@@ -36,6 +36,16 @@ bool nodeValue(const QVariant& value, QString& text) {
     return true;
 }
 
+// A node's empty title or album stands for a Null one as well.
+QString equalsNodeText(const QString& field, const QString& escaped) {
+    const QString equals = field + QStringLiteral("='") + escaped + QStringLiteral("'");
+    if (!escaped.isEmpty()) {
+        return equals;
+    }
+    return QStringLiteral("(") + equals + QStringLiteral(" OR ") + field +
+           QStringLiteral(" Is Null)");
+}
+
 }  // namespace
 
 void deleteNavigateQuery(engine::Database& database) {
@@ -78,8 +88,8 @@ QString nodeCriteria(int level, const QString& nodeText, const QString& parentTe
     const QString album =
         open >= 0 && close > open ? node.mid(open + 1, close - open - 1) : QString();
     return QStringLiteral("artistsort='") + performer + QStringLiteral("'") +
-           QStringLiteral(" AND ") + QStringLiteral("titletrack='") + title + QStringLiteral("'") +
-           QStringLiteral(" AND ") + QStringLiteral("titlealbum='") + album + QStringLiteral("'");
+           QStringLiteral(" AND ") + equalsNodeText(QStringLiteral("titletrack"), title) +
+           QStringLiteral(" AND ") + equalsNodeText(QStringLiteral("titlealbum"), album);
 }
 
 NodeLevel readRootNodes(engine::Database& database, const QString& sourceRecordSource) {
@@ -98,21 +108,17 @@ NodeLevel readRootNodes(engine::Database& database, const QString& sourceRecordS
     return level;
 }
 
-NodeLevel readChildNodes(engine::Database& database, const QString& sourceRecordSource,
-                         const QString& performer) {
+QStringList readChildNodes(engine::Database& database, const QString& sourceRecordSource,
+                           const QString& performer) {
     engine::Recordset rows = database.openRecordset(
         childNodeData(database, sourceRecordSource, performer), engine::RecordsetType::Snapshot);
-    NodeLevel level;
+    QStringList texts;
     for (; !rows.eof(); rows.moveNext()) {
-        QString title;
-        QString album;
-        if (!nodeValue(rows.value(1), title) || !nodeValue(rows.value(2), album)) {
-            level.incomplete = true;
-            break;
-        }
-        level.texts << childNodeText(title, album);
+        // A track without title or album is still a track of the performer: a Null shows as
+        // the empty text.
+        texts << childNodeText(rows.value(1).toString(), rows.value(2).toString());
     }
-    return level;
+    return texts;
 }
 
 }  // namespace assembly

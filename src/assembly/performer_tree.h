@@ -18,7 +18,7 @@ inline const QString kNavigateQuery = QStringLiteral("queryNavigate");
 // The plain record source of an unfiltered, unsorted source grid.
 inline const QString kPlainSource = QStringLiteral("TempSource");
 
-// Shown when a node's value is missing; the navigator then closes.
+// Shown when a performer has no sort form; the navigator then closes.
 extern const QString kIncompleteData;
 
 // Drops queryNavigate; a missing query or a failing drop is no failure.
@@ -38,16 +38,17 @@ QString childNodeText(const QString& titleTrack, const QString& titleAlbum);
 // unused), level 2 a child node under the performer parentText.
 QString nodeCriteria(int level, const QString& nodeText, const QString& parentText);
 
-// The texts of one level of the tree, in order. incomplete: a row without the value its node
-// needs was met; the texts before it are kept.
+// The performers of the root level, in order. incomplete: a row without sort form was met; the
+// texts before it are kept.
 struct NodeLevel {
     QStringList texts;
     bool incomplete = false;
 };
 
-// Runs the level's statement and reads its nodes. Engine errors propagate as engine::JetError.
+// Run the level's statement and read its nodes. Engine errors propagate as engine::JetError.
 NodeLevel readRootNodes(engine::Database& database, const QString& sourceRecordSource);
-NodeLevel readChildNodes(engine::Database& database, const QString& sourceRecordSource,
-                         const QString& performer);
+// A Null title or album shows as the empty text.
+QStringList readChildNodes(engine::Database& database, const QString& sourceRecordSource,
+                           const QString& performer);
 
 }  // namespace assembly

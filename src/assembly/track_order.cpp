@@ -41,11 +41,45 @@ int movedTrackNo(int trackNo, int from, int to) {
     return trackNo;
 }
 
-void requireTrackNo(int trackNo, int trackCount) {
+// trackNo: the number after the gaps are closed; asked: the number as the caller gave it.
+void requireTrackNo(int trackNo, int trackCount, int asked) {
     if (trackNo < 1 || trackNo > trackCount) {
         throw engine::JetError(
             engine::jet::kNoCurrentRecord,
-            QStringLiteral("There is no track %1 on this compilation.").arg(trackNo));
+            QStringLiteral("There is no track %1 on this compilation.").arg(asked));
+    }
+}
+
+// Files of earlier versions may hold numbers with gaps, twice or none: the move needs 1 to n, so
+// such tracks are numbered 1 to n in their running order first, and `from` and `to` become the
+// new numbers of the tracks that carried them (0 for a number no track has).
+void closeGaps(engine::Database& database, qint64 compilationId, int& from, int& to) {
+    engine::Recordset tracks =
+        database.openRecordset(tracksSelect(compilationId) + QStringLiteral(" ORDER BY TrackNo"));
+    QList<QVariant> numbers;
+    for (; !tracks.eof(); tracks.moveNext()) {
+        numbers << tracks.value(QStringLiteral("TrackNo"));
+    }
+    bool inOrder = true;
+    for (qsizetype i = 0; i < numbers.size(); ++i) {
+        inOrder = inOrder && !numbers[i].isNull() && numbers[i].toInt() == i + 1;
+    }
+    if (inOrder) {
+        return;
+    }
+    const auto newNumber = [&numbers](int stored) {
+        for (qsizetype i = 0; i < numbers.size(); ++i) {
+            if (!numbers[i].isNull() && numbers[i].toInt() == stored) {
+                return int(i) + 1;
+            }
+        }
+        return 0;
+    };
+    from = newNumber(from);
+    to = newNumber(to);
+    int trackNo = 0;
+    for (tracks.moveFirst(); !tracks.eof(); tracks.moveNext()) {
+        writeTrackNo(tracks, ++trackNo);
     }
 }
 
@@ -69,9 +103,13 @@ int renumberBySort(engine::Database& database, qint64 compilationId, const QStri
 void moveTrack(engine::Database& database, qint64 compilationId, int from, int to) {
     engine::ScopedTransaction transaction(database);
     const int trackCount = countTracks(database, compilationId).trackCount;
-    requireTrackNo(from, trackCount);
-    requireTrackNo(to, trackCount);
+    const int askedFrom = from;
+    const int askedTo = to;
+    closeGaps(database, compilationId, from, to);
+    requireTrackNo(from, trackCount, askedFrom);
+    requireTrackNo(to, trackCount, askedTo);
     if (from == to) {
+        transaction.commit();  // the gaps, if there were any, stay closed
         return;
     }
     engine::Recordset tracks =

@@ -20,8 +20,10 @@ namespace assembly {
 int renumberBySort(engine::Database& database, qint64 compilationId, const QString& orderText);
 
 // Gives track `from` the number `to`; the tracks between move up or down by one to close the
-// gap. from == to changes nothing. Throws JetError 3021 (nothing changed) when either number is
-// not a track of the compilation, and JetError when a write fails.
+// gap. from == to changes nothing. Tracks not numbered 1 to n (files of earlier versions) are
+// numbered so first, in their running order; `from` and `to` name tracks by the numbers they
+// had. Throws JetError 3021 (nothing changed) when either number is not a track of the
+// compilation, and JetError when a write fails.
 void moveTrack(engine::Database& database, qint64 compilationId, int from, int to);
 
 // What the rearrange grid shows when a track is dropped on it.

@@ -1,5 +1,6 @@
 #include "query/number_text.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace query {
@@ -87,6 +88,12 @@ std::optional<qint64> readWholeNumber(const QString& text, qint64 low, qint64 hi
     if (!number || *number < low || *number > high)
         return std::nullopt;
     return number;
+}
+
+bool hasFraction(const QString& text) {
+    const std::optional<DecimalDigits> digits = splitDecimal(text);
+    return digits && std::any_of(digits->fraction.begin(), digits->fraction.end(),
+                                 [](QChar digit) { return digit != u'0'; });
 }
 
 }  // namespace query

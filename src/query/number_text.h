@@ -20,4 +20,8 @@ std::optional<qint64> readScaledNumber(const QString& text, int decimals);
 // A whole number read as above (fractions rounded), or nothing outside [low, high].
 std::optional<qint64> readWholeNumber(const QString& text, qint64 low, qint64 high);
 
+// Whether a number read as above has a fraction that rounding drops: a digit other than 0 after
+// its decimal point ("74.5" has, "74.0" and "74" have not). False for text that is no number.
+bool hasFraction(const QString& text);
+
 }  // namespace query

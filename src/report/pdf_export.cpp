@@ -1,5 +1,6 @@
 #include "report/pdf_export.h"
 
+#include <QBuffer>
 #include <QFileInfo>
 #include <QPageLayout>
 #include <QPainter>
@@ -14,7 +15,8 @@ namespace report {
 namespace {
 
 [[noreturn]] void fail(const QString& path, const QString& reason) {
-    throw WriteError(QStringLiteral("Cannot write the PDF file \"%1\": %2").arg(path, reason));
+    throw WriteError(QStringLiteral("Cannot write the PDF file \"%1\": %2").arg(path, reason),
+                     reason);
 }
 
 // Write permission bits count even for an administrator, who could write anyway: a read-only
@@ -30,11 +32,55 @@ bool writeProtected(const QString& path) {
     return (file.exists() && !mayWrite(file)) || !folder.isDir() || !mayWrite(folder);
 }
 
+// A device or pipe (/dev/stdout, say) is written to; a new file in its place would replace it.
+bool isDevice(const QString& path) {
+    const QFileInfo file(path);
+    return file.exists() && !file.isFile() && !file.isDir();
+}
+
 QPageLayout layoutOf(const PageSetup& setup) {
     const QPageSize size(QSizeF(setup.paper.width() / double(kTwipsPerInch),
                                 setup.paper.height() / double(kTwipsPerInch)),
                          QPageSize::Inch, QString(), QPageSize::ExactMatch);
     return QPageLayout(size, setup.orientation, QMarginsF(0, 0, 0, 0));
+}
+
+// The whole PDF, made in memory: the file then gets it in a few plain writes, so that a failure
+// among them still carries the system's cause (a buffered write that fails later loses it).
+QByteArray pdfBytes(const PageModel& model, const QString& path, const QString& title) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setTitle(title);
+    writer.setCreator(QStringLiteral("Mixorama"));
+    if (!writer.setPageLayout(layoutOf(model.setup))) {
+        fail(path, QStringLiteral("the paper size is not valid"));
+    }
+    QPainter painter;
+    if (!painter.begin(&writer)) {
+        fail(path, QStringLiteral("the PDF could not be started"));
+    }
+    for (qsizetype i = 0; i < model.pages.size(); ++i) {
+        if (i > 0 && !writer.newPage()) {
+            fail(path, QStringLiteral("a new page could not be started"));
+        }
+        drawPage(painter, model.pages[i]);
+    }
+    painter.end();
+    return bytes;
+}
+
+// Into a file opened unbuffered: a write that stops short is followed by one that fails and
+// says why (a full disk).
+void writeBytes(QFileDevice& file, const QByteArray& bytes, const QString& path) {
+    for (qint64 done = 0; done < bytes.size();) {
+        const qint64 written = file.write(bytes.constData() + done, bytes.size() - done);
+        if (written <= 0) {
+            fail(path, file.errorString());
+        }
+        done += written;
+    }
 }
 
 }  // namespace
@@ -43,30 +89,27 @@ void exportPdf(const PageModel& model, const QString& path, const QString& title
     if (writeProtected(path)) {
         fail(path, QStringLiteral("the file or its folder is read-only or missing"));
     }
+    const QByteArray bytes = pdfBytes(model, path, title);
+    constexpr QIODevice::OpenMode kMode = QIODevice::WriteOnly | QIODevice::Unbuffered;
+    if (isDevice(path)) {
+        QFile device(path);
+        if (!device.open(kMode)) {
+            fail(path, device.errorString());
+        }
+        writeBytes(device, bytes, path);
+        return;
+    }
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    if (!file.open(kMode)) {
         fail(path, file.errorString());
     }
-    {
-        QPdfWriter writer(&file);
-        writer.setTitle(title);
-        writer.setCreator(QStringLiteral("Mixorama"));
-        if (!writer.setPageLayout(layoutOf(model.setup))) {
-            fail(path, QStringLiteral("the paper size is not valid"));
-        }
-        QPainter painter;
-        if (!painter.begin(&writer)) {
-            fail(path, QStringLiteral("the PDF could not be started"));
-        }
-        for (qsizetype i = 0; i < model.pages.size(); ++i) {
-            if (i > 0 && !writer.newPage()) {
-                fail(path, QStringLiteral("a new page could not be started"));
-            }
-            drawPage(painter, model.pages[i]);
-        }
-        painter.end();
+    try {
+        writeBytes(file, bytes, path);
+    } catch (const WriteError&) {
+        file.cancelWriting();
+        throw;
     }
-    if (file.error() != QFileDevice::NoError || !file.commit()) {
+    if (!file.commit()) {
         fail(path, file.errorString());
     }
 }

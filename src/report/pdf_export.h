@@ -8,8 +8,8 @@ namespace report {
 
 // Writes the pages to a PDF file of the model's paper size, text as text. The file is written
 // beside its destination and takes its place only when complete, so a failure leaves any earlier
-// file as it was. Throws ReportError when the file cannot be written (a read-only file or folder,
-// a full disk).
+// file as it was; a device or pipe is written to directly. Throws WriteError, naming the cause,
+// when the file cannot be written (a read-only file or folder, a full disk).
 void exportPdf(const PageModel& model, const QString& path, const QString& title = {});
 
 }  // namespace report

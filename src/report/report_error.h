@@ -21,7 +21,13 @@ class ReportError : public std::runtime_error {
 // a file held open by another program).
 class WriteError : public ReportError {
   public:
-    using ReportError::ReportError;
+    WriteError(const QString& description, const QString& reason)
+        : ReportError(description), reason_(reason) {}
+    // The cause alone, as the system names it ("No space left on device").
+    const QString& reason() const { return reason_; }
+
+  private:
+    QString reason_;
 };
 
 }  // namespace report

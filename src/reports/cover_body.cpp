@@ -16,6 +16,25 @@ namespace {
 // Wide enough that no cover line wraps while it is measured.
 constexpr int kUnwrappedTwips = 1'000'000;
 
+// A tab before a paragraph's tab stop has Qt measure the rest of the paragraph, once per line it
+// starts; over a paragraph of many tabs that time grows with their square. A track list's line
+// has one tab, so only paragraphs of a few tabs get the stop; the others take the default stops.
+constexpr qsizetype kMostTabsAtTheStop = 8;
+
+// The hanging indent of a track list, for every paragraph, and its tab stop where it serves.
+void setTrackListParagraphs(QTextDocument& document) {
+    const double indent = assembly::kCoverTabStopTwips / rtf::kTwipsPerUnit;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        QTextBlockFormat paragraph;
+        paragraph.setLeftMargin(indent);
+        paragraph.setTextIndent(-indent);
+        if (block.text().count(u'\t') <= kMostTabsAtTheStop) {
+            paragraph.setTabPositions({QTextOption::Tab(indent, QTextOption::LeftTab)});
+        }
+        QTextCursor(block).mergeBlockFormat(paragraph);
+    }
+}
+
 report::ReportFont fontOf(const QTextDocument& document) {
     report::ReportFont font = kBodyDesignFont;
     const QTextBlock first = document.begin();
@@ -49,13 +68,10 @@ QString coverBodyRtf(const QString& stored, Qt::Alignment plainAlignment) {
     all.mergeCharFormat(font);
     QTextBlockFormat paragraph;
     paragraph.setAlignment(plainAlignment);
-    if (stored.contains(u'\t')) {
-        const double indent = assembly::kCoverTabStopTwips / rtf::kTwipsPerUnit;
-        paragraph.setLeftMargin(indent);
-        paragraph.setTextIndent(-indent);
-        paragraph.setTabPositions({QTextOption::Tab(indent, QTextOption::LeftTab)});
-    }
     all.mergeBlockFormat(paragraph);
+    if (stored.contains(u'\t')) {
+        setTrackListParagraphs(document);
+    }
     return rtf::write(document);
 }
 

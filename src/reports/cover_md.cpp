@@ -34,15 +34,20 @@ constexpr QRect kBodyDesign{kStripWidth + 567, kTitleTop, kStripWidth, 300};
 // The cover text's band on the page: the least the label with the cover text is cut out as.
 constexpr QRect kBodyLabel{kLeftMargin + kBodyDesign.left(), kTopMargin + kTitleTop, kStripWidth,
                            kBodyBand};
+// The disc's edge label, cut out below the cover text's label: the name on one line.
+constexpr int kEdgeLabelGap = 400;
+constexpr int kEdgeLabelHeight = 340;
 
 const QString kBody = QStringLiteral("RichEditCoverShort");
 const QString kTitle = QStringLiteral("fldTitle");
 const QString kTitle2 = QStringLiteral("fldTitle2");
 const QString kTrackList = QStringLiteral("mdcoversub");
+const QString kEdgeTitle = QStringLiteral("lblTitle");
 
 const ReportFont kTrackFont{QStringLiteral("Arial"), 7};
 const ReportFont kPerformerFont{QStringLiteral("Arial"), 7, true};
 const ReportFont kTitleFont{QStringLiteral("Arial"), 10, true};
+const ReportFont kEdgeFont{QStringLiteral("Arial"), 8, true};
 
 void drawOutline(SectionFormat& format) {
     format.drawOnPage(pageRectangle(kStripOutline));
@@ -60,6 +65,17 @@ void formatCover(SectionFormat& format) {
     title2.rect = QRect(body.rect.left(), title2.rect.top(), body.rect.width(), 0);
     title2.font = derivedFont(
         ReportFont{QStringLiteral("Arial"), bodyFacts(body.text).font.pointSize}, 2, true);
+    format.control(kEdgeTitle).text = format.value(QStringLiteral("C_Name")).toString();
+}
+
+// The edge label under the cover text's label (bodyLabel, on the page) and as wide, with its
+// own line to cut along.
+void placeEdgeLabel(SectionFormat& format, const QRect& bodyLabel) {
+    Control& edge = format.control(kEdgeTitle);
+    const QRect onPage(bodyLabel.left(), bodyLabel.bottom() + 1 + kEdgeLabelGap, bodyLabel.width(),
+                       kEdgeLabelHeight);
+    edge.rect = onPage.translated(-kLeftMargin, -kTopMargin);
+    format.drawOnPage(pageRectangle(onPage));
 }
 
 void placeTexts(SectionFormat& format) {
@@ -82,8 +98,10 @@ void placeTexts(SectionFormat& format) {
     // The cover text's label gets its own line to cut along: its band, grown to hold a longer
     // text, with the strip's inset around the text.
     const QRect bodyOnPage = body.rect.translated(kLeftMargin, kTopMargin);
-    format.drawOnPage(
-        pageRectangle(kBodyLabel.united(bodyOnPage.adjusted(-kInset, -kInset, kInset, kInset))));
+    const QRect bodyLabel =
+        kBodyLabel.united(bodyOnPage.adjusted(-kInset, -kInset, kInset, kInset));
+    format.drawOnPage(pageRectangle(bodyLabel));
+    placeEdgeLabel(format, bodyLabel);
 }
 
 Control centredTitle(const QString& name, const QRect& rect) {
@@ -160,9 +178,14 @@ std::shared_ptr<const report::ReportDefinition> mdCoverMain(
     const Control trackList = report::subReport(
         kTrackList, QRect(kInset, kTitleTop + 500, kStripWidth - 2 * kInset, kTrackListEnd - 500),
         mdCoverSub(tracks), [tracks](const report::RowView&) { return tracks; });
+    Control edge =
+        report::label(kEdgeTitle, QRect(kBodyDesign.left(), 0, kStripWidth, kEdgeLabelHeight),
+                      QString(), kEdgeFont);
+    edge.alignment = Qt::AlignCenter;
+    edge.wordWrap = false;
     report::Section detail =
         report::section(QStringLiteral("Detail"), kStripOutline.bottom() + 1 - kTopMargin,
-                        {body, title, title2, trackList});
+                        {body, title, title2, trackList, edge});
     detail.canGrow = false;
     detail.onFormat = formatCover;
     detail.onBeforePrint = placeTexts;

@@ -7,8 +7,9 @@
 #include "report/rows.h"
 
 // The MD cover: a fold-out strip with the compilation's name and its track list, cut out along
-// its outline, and beside it the cover text under the name. It prints the fields C_Name and
-// CoverMemo of one compilation row.
+// its outline; beside it the disc's label, the cover text under the name, and below that the
+// disc's edge label with the name. It prints the fields C_Name and CoverMemo of one compilation
+// row.
 namespace reports {
 
 // The strip on the paper (twips from the paper's corner): 45 by 254 mm.

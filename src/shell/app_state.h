@@ -18,6 +18,7 @@ struct AppState {
     QString sourceGotoField;       // gSourceGotoField
     QString filterClause;
     QString sortClause;
+    QString clausesAlbumPath;  // the album database the two clauses were made for
     store::AlbumSourceState album;
 };
 

@@ -74,4 +74,12 @@ QString pdfPath(const PrintChoice& choice) {
     return platform::dataFolder() + QLatin1Char('/') + choice.pdfFileName;
 }
 
+QString pdfWriteMessage(const report::WriteError& error) {
+    QString cause = error.reason();
+    if (!cause.isEmpty()) {
+        cause[0] = cause[0].toUpper();
+    }
+    return kPdfWriteError + QLatin1Char('\n') + cause + QLatin1Char('.');
+}
+
 }  // namespace shell

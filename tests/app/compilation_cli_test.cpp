@@ -56,6 +56,49 @@ TEST_F(CompilationCommands, AFailedCheckPrintsItsMessageAndStoresNothing) {
     EXPECT_EQ(stored("SELECT Count(*) FROM Compilation"), "3");
 }
 
+// The editor's rules for values its boxes and lists cannot hold: each is refused with its own
+// message and nothing is stored; the longest texts and the smallest length are taken.
+TEST_F(CompilationCommands, ValuesTheEditorCannotHoldAreRefused) {
+    const QString name80(80, QChar(0x00e9));
+    const QString storage50(50, 's');
+    struct Case {
+        QString name;
+        QString length;
+        QString storage;
+        QString message;  // empty: stored
+    };
+    const QString minutes = "Field 'Length': a whole number of minutes, at least 1, is required.\n";
+    const Case cases[] = {
+        {"Negative", "-5", "", minutes},
+        {"Zero", "0", "", minutes},
+        {"Half", "74.5", "", minutes},
+        {"Comma", "74,25", "", minutes},
+        {"Words", "long", "", "Value must be a number (integer).\n"},
+        {"Huge", "40000", "", "Value must be a number (integer).\n"},
+        {name80 + "x", "74", "", "Field 'Name': at most 80 characters are allowed.\n"},
+        {"Box", "74", storage50 + "s", "Field 'Storage': at most 50 characters are allowed.\n"},
+        {name80, "1", storage50, ""},
+        {"Point Zero", "74.0", "", ""},
+    };
+    int expectedRows = 3;
+    for (const Case& c : cases) {
+        QStringList args{"add-compilation", path, c.name, "--format", "MD", "--length", c.length};
+        if (!c.storage.isEmpty()) {
+            args << "--storage" << c.storage;
+        }
+        const ProgramRun run = cli(args);
+        SCOPED_TRACE(c.name.left(12).toStdString() + " " + c.length.toStdString());
+        EXPECT_EQ(run.err, c.message);
+        EXPECT_EQ(run.exitCode, c.message.isEmpty() ? 0 : 1);
+        expectedRows += c.message.isEmpty() ? 1 : 0;
+    }
+    EXPECT_EQ(stored("SELECT Count(*) FROM Compilation"), QString::number(expectedRows));
+    EXPECT_EQ(stored("SELECT length(Name) || '|' || length(Box) || '|' || C_Length FROM "
+                     "Compilation WHERE C_Length = 1"),
+              "80|50|1");
+    EXPECT_EQ(stored("SELECT C_Length FROM Compilation WHERE Name = 'Point Zero'"), "74");
+}
+
 TEST_F(CompilationCommands, CoverTextPrintsTheTextThenTheBoldRangesAndStoresIt) {
     const ProgramRun songs = cli({"cover-text", path, "Mix", "ps"});
     ASSERT_EQ(songs.exitCode, 0) << songs.err.toStdString();

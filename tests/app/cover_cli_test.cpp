@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 
 #include "app/program_run.h"
@@ -82,6 +83,19 @@ TEST_F(CoverCommand, AFolderThatCannotBeWrittenIsAClearMessage) {
     const ProgramRun run = cli({"cover", path, "Mix", dir.file("missing/folder/mix.pdf")});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.err.contains("mix.pdf")) << run.err.toStdString();
+}
+
+// /dev/full stands for a full disk; a device is written to, never replaced by a file.
+TEST_F(CoverCommand, AFullDiskIsNamedAsTheCause) {
+    if (!QFileInfo::exists("/dev/full")) {
+        GTEST_SKIP() << "no /dev/full";
+    }
+    const ProgramRun run = cli({"cover", path, "Mix", "/dev/full"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(
+        run.err.endsWith("Cannot write the PDF file \"/dev/full\": No space left on device\n"))
+        << run.err.toStdString();
+    EXPECT_FALSE(QFileInfo("/dev/full").isFile());
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include "app/album_cli_fixture.h"
 #include "support/compilation_invariants.h"
+#include "support/databases.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -111,6 +112,14 @@ TEST_F(OrderCommands, FailingFilterPrintsTheDialogsMessageAndAddsNothing) {
         addTracks({"--filter", "Track Title", "Contains", "x", "Or", "Time", "<", "3 min"});
     EXPECT_EQ(badTime.exitCode, 1);
     EXPECT_EQ(badTime.err, "Second filter text must be a valid time (e.g. 00:49:07).\n");
+    // A word other than And and Or, an empty one too, is the dialog's concatenation failure.
+    for (const char* word : {"Xor", ""}) {
+        const ProgramRun joined =
+            addTracks({"--filter", "Track Title", "Contains", "x", word, "Live", "=", "yes"});
+        EXPECT_EQ(joined.exitCode, 1);
+        EXPECT_EQ(joined.err,
+                  "First and second filter definitions are not properly concatenated.\n");
+    }
     const ProgramRun unknown = addTracks({"--filter", "Colour", "=", "red"});
     EXPECT_EQ(unknown.exitCode, 1);
     EXPECT_EQ(unknown.err, "First filter definition is incomplete.\n");
@@ -176,6 +185,17 @@ TEST_F(OrderCommands, MoveTrackShiftsTheTracksBetweenAndRefusesNumbersThatAreNot
                   "\"" + bad + "\" is no track number of \"Road Trip\": its tracks are 1 to 5.\n");
     }
     EXPECT_EQ(trackColumn("Track_Title"), before);
+
+    // An earlier version's numbers 2 to 6: the numbers given are those shown, the tracks end
+    // up numbered 1 to 5.
+    testsupport::execRaw(path, "UPDATE CompilationTrack SET TrackNo = TrackNo + 1");
+    EXPECT_EQ(cli({"move-track", path, "Road Trip", "1", "2"}).err,
+              "\"1\" is no track number of \"Road Trip\": its 5 tracks are numbered 2 to 6, "
+              "not 1 to 5.\n");
+    ASSERT_EQ(cli({"move-track", path, "Road Trip", "6", "2"}).exitCode, 0);
+    EXPECT_EQ(trackColumn("Track_Title"),
+              QStringList({before[4], before[0], before[1], before[2], before[3]}));
+    EXPECT_EQ(trackColumn("TrackNo"), QStringList({"1", "2", "3", "4", "5"}));
     EXPECT_EQ(cli({"move-track", path, "Road Trip", "1"}).exitCode, 2);
     EXPECT_EQ(cli({"move-track", path, "Nowhere", "1", "2"}).err,
               "There is no compilation named \"Nowhere\".\n");

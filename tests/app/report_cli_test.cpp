@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 
 #include "app/program_run.h"
@@ -90,6 +91,12 @@ TEST_F(ReportCommand, APdfThatCannotBeWrittenKeepsTheEarlierOne) {
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.err.contains("Cannot write to PDF file. May be it is open?\n"));
     EXPECT_EQ(testsupport::fileBytes(pdf), "earlier");
+    // A full disk is named as the cause.
+    if (QFileInfo::exists("/dev/full")) {
+        EXPECT_TRUE(cli({"report", path, "tracks-all", "/dev/full"})
+                        .err.endsWith("Cannot write to PDF file. May be it is open?\n"
+                                      "No space left on device.\n"));
+    }
 }
 
 }  // namespace

@@ -110,11 +110,11 @@ TEST_F(Editor, ChecksComeInTheirOrderAndAFailureStoresNothing) {
     EXPECT_EQ(count(), "2");
 }
 
-TEST_F(Editor, UpdateCutsTextsAndWritesNullsAndTheEmptyCover) {
+TEST_F(Editor, UpdateWritesTheLongestTextsNullsAndTheEmptyCover) {
     CompilationEditor editor(database);
     editor.loadEditor(EditorMode::Add, std::nullopt);
-    fill(editor, QString(100, 'n'));
-    editor.values.storage = QString(60, 's');
+    fill(editor, QString(80, 'n'));
+    editor.values.storage = QString(50, 's');
     editor.values.dateText = "__.__.__";
     editor.connection().albumConnected = true;
     ASSERT_TRUE(editor.updateCompilation(dialogs).saved());

@@ -135,6 +135,27 @@ TEST_F(TrackOrderTest, DroppingATrackOnItselfOrOutsideTheTracksChangesNothing) {
     EXPECT_EQ(tracksOf(1), "1:A 2:B 3:C");
 }
 
+// An earlier version's file: tracks 2, 3, 5, 7, no track 1. The move numbers them 1 to 4 in
+// their running order and moves the tracks that carried the numbers given.
+TEST_F(TrackOrderTest, DroppingOnNumbersWithGapsNumbersTheTracksFirst) {
+    fill({"A", "B", "C", "D"}, {});
+    closeDatabase();
+    testsupport::execRaw(path,
+                         "UPDATE CompilationTrack SET TrackNo = TrackNo * 2 - 1 + "
+                         "(TrackNo = 1) WHERE CompilationID_F1 = 1");
+    ASSERT_EQ(tracksOf(1), "2:A 3:B 5:C 7:D");
+    for (int missing : {1, 4, 8}) {
+        EXPECT_EQ(testsupport::errorNumber([&] { move(missing, 2); }),
+                  engine::jet::kNoCurrentRecord);
+    }
+    closeDatabase();
+    EXPECT_EQ(tracksOf(1), "2:A 3:B 5:C 7:D");  // a refused move leaves the numbers alone
+    move(7, 3);
+    closeDatabase();
+    EXPECT_EQ(tracksOf(1), "1:A 2:D 3:B 4:C");
+    EXPECT_EQ(testsupport::brokenCompilations(path), 0);
+}
+
 TEST_F(TrackOrderTest, AFailedDropLeavesTheOldNumbers) {
     fill({"A", "B", "C", "D", "E"}, {});
     failWhenTrackNoBecomes(3);  // 1 to 4 writes 4, 1 and 2, then fails on 3

@@ -182,4 +182,28 @@ TEST_F(CdromCover, APlainCoverTextPrintsInTheBodysDesignFont) {
     EXPECT_DOUBLE_EQ(paragraph.tabPositions()[0].position * rtf::kTwipsPerUnit, 400);
 }
 
+// A line of many tabs prints whole, its tabs on the default stops, while the track list's lines
+// keep their tab stop.
+TEST_F(CdromCover, ALineOfManyTabsPrintsWholeBesideTheTrackList) {
+    QString many = QStringLiteral("x");
+    for (int i = 0; i < 2000; ++i) {
+        many += QStringLiteral("\tx");
+    }
+    const QString plain = QStringLiteral("1.\tAdams   Morning\r\n") + many + QStringLiteral("\n");
+    const auto document = onlyNamed(coverOf(plain), QStringLiteral("RichEditCoverShort")).document;
+    EXPECT_EQ(document->toPlainText(), QStringLiteral("1.\tAdams   Morning\n") + many + "\n");
+    const QTextBlock list = document->begin();
+    ASSERT_EQ(list.blockFormat().tabPositions().size(), 1);
+    const QTextBlock tabs = list.next();
+    EXPECT_DOUBLE_EQ(tabs.blockFormat().leftMargin() * rtf::kTwipsPerUnit, 400);
+    EXPECT_TRUE(tabs.blockFormat().tabPositions().isEmpty());
+    // Every tab takes room: the line is far wider than its 2001 letters.
+    QTextLayout* layout = tabs.layout();
+    qreal width = 0;
+    for (int line = 0; line < layout->lineCount(); ++line) {
+        width += layout->lineAt(line).naturalTextWidth();
+    }
+    EXPECT_GT(width * rtf::kTwipsPerUnit, 2000 * 100);
+}
+
 }  // namespace

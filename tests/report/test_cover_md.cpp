@@ -77,7 +77,7 @@ TEST(MdPerformers, TracksBeyondTheThousandthGetNoPerformer) {
 TEST_F(MdCover, TheStripOutlineFoldMarksAndRuleAreTrueToSize) {
     const report::PageModel cover = db.cover(addMix(composedRtf({QStringLiteral("Adams")})));
     const QVector<PageItem> drawn = drawings(cover);
-    ASSERT_EQ(drawn.size(), 1 + 6 + 1 + 1);
+    ASSERT_EQ(drawn.size(), 1 + 6 + 1 + 2);
     EXPECT_EQ(drawn[0].kind, ItemKind::Rectangle);
     EXPECT_EQ(drawn[0].rect, QRect(1200, 800, 2552, 14402));
     EXPECT_NEAR(drawn[0].rect.width() * 25.4 / 1440, 45.0, 0.05);
@@ -122,10 +122,20 @@ TEST_F(MdCover, TheCoverTextIsCentredInItsBandUnderTheName) {
     // It stands beside the strip, clear of the cut, inside a label of its own: its band, with
     // room around the text.
     EXPECT_GT(body.rect.left(), 3752 + 300);
-    const PageItem label = drawings(cover).back();
+    const QVector<PageItem> drawn = drawings(cover);
+    const PageItem label = drawn[drawn.size() - 2];
     EXPECT_EQ(label.kind, ItemKind::Rectangle);
     EXPECT_EQ(label.rect, QRect(body.rect.left() - 120, 700 + 185, 2552 + 240, 2700));
     EXPECT_TRUE(label.rect.contains(title2.rect));
+
+    // Below it the disc's edge label: the name on one line, cut out on its own.
+    const PageItem edge = onlyNamed(cover, QStringLiteral("lblTitle"));
+    EXPECT_EQ(edge.text, "Summer Mix");
+    EXPECT_EQ(edge.font.family, "Arial");
+    EXPECT_EQ(drawn.back().rect, edge.rect);
+    EXPECT_EQ(edge.rect,
+              QRect(label.rect.left(), label.rect.bottom() + 1 + 400, label.rect.width(), 340));
+    EXPECT_GE(edge.rect.height(), report::textHeight(edge.font, edge.text, edge.rect.width()));
 }
 
 TEST_F(MdCover, ACoverTextFillingItsBandLeavesNoRoomForTheName) {
@@ -134,9 +144,12 @@ TEST_F(MdCover, ACoverTextFillingItsBandLeavesNoRoomForTheName) {
     EXPECT_TRUE(hasNamed(cover, QStringLiteral("fldTitle")));
     // Its label grows beyond the band to hold it.
     const PageItem body = onlyNamed(cover, QStringLiteral("RichEditCoverShort"));
-    const QRect label = drawings(cover).back().rect;
+    const QVector<PageItem> drawn = drawings(cover);
+    const QRect label = drawn[drawn.size() - 2].rect;
     EXPECT_LT(label.top(), 700 + 185);
     EXPECT_TRUE(label.contains(body.rect.adjusted(-120, -120, 120, 120)));
+    // The edge label keeps below it.
+    EXPECT_EQ(drawn.back().rect.top(), label.bottom() + 1 + 400);
 }
 
 }  // namespace

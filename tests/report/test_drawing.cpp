@@ -1,6 +1,10 @@
 // Drawing a page model true to size, and writing it as PDF.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
+#include <csignal>
+
+#include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QPainter>
@@ -201,6 +205,35 @@ TEST(PdfExport, AReadOnlyFileOrFolderIsAnErrorAndLosesNothing) {
 
     exportPdf(model, path);  // writable again
     EXPECT_TRUE(testsupport::fileBytes(path).startsWith("%PDF"));
+}
+
+// The end of a PDF fails to be written (a disk that fills up, here a file size limit): the
+// export fails with the cause, and the earlier file stays, never a cut-off one in its place.
+TEST(PdfExport, AWriteThatFailsAtTheEndIsAnErrorAndLosesNothing) {
+    const testsupport::TempDir dir;
+    const PageModel model = twoPageList(PageSetup::a4());
+    const QString path = dir.file("TracksByPerformer.PDF");
+    QFile old(path);
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+    old.write("earlier export");
+    old.close();
+    rlimit saved{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &saved), 0);
+    rlimit small = saved;
+    small.rlim_cur = 4096;
+    const sighandler_t handler = std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    QString reason;
+    try {
+        exportPdf(model, path);
+    } catch (const WriteError& error) {
+        reason = error.reason();
+    }
+    setrlimit(RLIMIT_FSIZE, &saved);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(reason, "File too large");
+    EXPECT_EQ(testsupport::fileBytes(path), "earlier export");
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList({"TracksByPerformer.PDF"}));
 }
 
 }  // namespace

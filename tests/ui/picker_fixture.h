@@ -49,8 +49,9 @@ class PickerWindowTest : public OverviewFixture {
     void selectTarget(int row);
     void doubleClickRow(QAbstractItemView* grid, int row);
     void doubleClickSource(const QString& title);
-    // Answers the next track lookup through its buttons ("btnOK" or "btnCancel"), after
-    // inspect has looked at it; lookupShown() tells afterwards whether one was shown.
+    // Answers the next track lookup through its buttons ("btnOK" or "btnCancel", or its close
+    // button for ""), after inspect has looked at it; lookupShown() tells afterwards whether one
+    // was shown.
     void answerLookupWith(const QString& buttonName,
                           std::function<void(ui::TrackLookupWindow&)> inspect = {});
     bool lookupShown() const { return lookupShown_; }

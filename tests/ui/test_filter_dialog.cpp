@@ -275,6 +275,48 @@ TEST_F(FilterDialogTest, AReopenedDialogIsEmptyWhileTheSourceStaysFiltered) {
     EXPECT_EQ(pickerCount(), "1 2");
 }
 
+// The filter and the sort apply to every new TempSource of the run, with the count of the
+// tracks that pass; a connect of another album database drops them.
+TEST_F(FilterDialogTest, FilterAndSortOutliveThePickerUntilAnotherAlbumIsConnected) {
+    const auto reopenPicker = [&] {
+        picker()->close();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        openPicker(2);
+    };
+    const auto connectAlbums = [&](const QString& albums) {
+        store::EditorConnection connection;
+        dialogs.answerFile(albums);
+        store::connectAlbumDatabase(window->state().database, dialogs, window->state().album,
+                                    connection);
+        ASSERT_TRUE(connection.albumConnected);
+    };
+    const auto firstTitle = [&] {
+        return picker()->sourceGrid()->model()->index(0, 1).data().toString();
+    };
+    openPicker(2);
+    withFilter(applySimonsOver330);
+    window->state().sortClause = "ORDER BY Length DESC";
+    for (int opening = 0; opening < 2; ++opening) {
+        reopenPicker();
+        EXPECT_EQ(sourceTitles(), kSimonTitles);
+        EXPECT_EQ(firstTitle(), "Mrs. Robinson");
+        EXPECT_EQ(pickerCount(), "1 2");
+        EXPECT_EQ(gotoEntries(), QStringList({"Simon", "Simon & Garfunkel"}));
+        withFilter([&](ui::FilterDialog& dialog) { EXPECT_EQ(shownCount(dialog), 2); });
+        connectAlbums(dir.file("albums.mdb"));  // the same collection again
+    }
+
+    const QString others = dir.file("others.mdb");
+    writeAlbumFile(others, {{"Simon", "Boxer", 300}, {"Adams", "Morning", 100}}, true);
+    connectAlbums(others);
+    reopenPicker();
+    EXPECT_EQ(filterClause(), "");
+    EXPECT_EQ(window->state().sortClause, "");
+    EXPECT_EQ(sourceTitles(), QStringList({"Boxer", "Morning"}));
+    EXPECT_EQ(firstTitle(), "Morning");  // by performer, as TempSource is built
+    EXPECT_EQ(pickerCount(), "1 2");
+}
+
 TEST_F(FilterDialogTest, NoPassingTrackLeavesAnEmptySourceAndZero) {
     openPicker(2);
     withFilter([&](ui::FilterDialog& dialog) {

@@ -78,6 +78,12 @@ TEST_F(PickerWindow, ARecordedTrackAsksThroughTheLookup) {
     EXPECT_EQ(sumsOf(2), "0/0");
     EXPECT_EQ(text("txtTrackCount"), "0");
 
+    // Closing the lookup is Cancel too.
+    answerLookupWith("");
+    doubleClickSource("Mrs. Robinson");
+    ASSERT_TRUE(lookupShown());
+    EXPECT_EQ(tracksOf(2), "");
+
     answerLookupWith("btnOK");
     doubleClickSource("Mrs. Robinson");
     ASSERT_TRUE(lookupShown());

@@ -1,6 +1,7 @@
 // The print tool through the main window, and the preview it opens.
 #include <QAction>
 #include <QFile>
+#include <QFileInfo>
 #include <QPrinter>
 #include <QProcess>
 #include <QScrollArea>
@@ -79,7 +80,9 @@ TEST_F(PrintTool, ExportsThePdfFilesAndSaysWhenOneCannotBeWritten) {
     const QByteArray earlier = testsupport::fileBytes(data + "/TracksOnCompilation.PDF");
     print(5);
     ASSERT_EQ(dialogs.messages().size(), 1u);
-    EXPECT_EQ(dialogs.messages()[0].text, "Cannot write to PDF file. May be it is open?");
+    EXPECT_EQ(dialogs.messages()[0].text,
+              "Cannot write to PDF file. May be it is open?\n"
+              "The file or its folder is read-only or missing.");
     EXPECT_EQ(dialogs.messages()[0].icon, platform::MessageIcon::Exclamation);
     EXPECT_EQ(testsupport::fileBytes(data + "/TracksOnCompilation.PDF"), earlier);
     QFile::setPermissions(data + "/TracksOnCompilation.PDF", QFile::ReadOwner | QFile::WriteOwner);
@@ -185,8 +188,15 @@ TEST_F(Preview, PrintsAndSavesEveryPage) {
     QFile::setPermissions(saved, QFile::ReadOwner);
     dialogs.answerFile(saved);
     key(Qt::Key_S, Qt::ControlModifier);
-    EXPECT_EQ(dialogs.lastMessageText(), "Cannot write to PDF file. May be it is open?");
+    EXPECT_TRUE(
+        dialogs.lastMessageText().startsWith("Cannot write to PDF file. May be it is open?"));
     QFile::setPermissions(saved, QFile::ReadOwner | QFile::WriteOwner);
+    if (QFileInfo::exists("/dev/full")) {  // a full disk is named as the cause
+        dialogs.answerFile("/dev/full");
+        key(Qt::Key_S, Qt::ControlModifier);
+        EXPECT_EQ(dialogs.lastMessageText(),
+                  "Cannot write to PDF file. May be it is open?\nNo space left on device.");
+    }
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "cli/compilation_lookup.h"
 
 #include "engine/database.h"
+#include "engine/recordset.h"
 #include "query/field_values.h"
 
 namespace cli {
@@ -21,12 +22,37 @@ std::optional<Compilation> findCompilation(engine::Database& database, const QSt
                        {row.value(2).toInt(), row.value(3).toLongLong()}};
 }
 
+bool hasTrackNo(engine::Database& database, const Compilation& compilation, int trackNo) {
+    engine::Recordset row = database.openRecordset(
+        QStringLiteral("SELECT Count(*) FROM CompilationTrack WHERE CompilationID_F1 = %1 AND "
+                       "TrackNo = %2")
+            .arg(compilation.id)
+            .arg(trackNo),
+        engine::RecordsetType::Snapshot);
+    return row.value(0).toInt() > 0;
+}
+
 int noSuchTrack(engine::Database& database, const Compilation& compilation, const QString& name,
                 const QString& trackNo, Streams streams) {
-    const int count = assembly::countTracks(database, compilation.id).trackCount;
-    streams.err << "\"" << trackNo << "\" is no track number of \"" << name << "\": "
-                << (count == 0 ? QStringLiteral("it has no tracks.")
-                               : QStringLiteral("its tracks are 1 to %1.").arg(count))
+    engine::Recordset numbers = database.openRecordset(
+        QStringLiteral("SELECT Count(*), Min(TrackNo), Max(TrackNo) FROM CompilationTrack "
+                       "WHERE CompilationID_F1 = %1")
+            .arg(compilation.id),
+        engine::RecordsetType::Snapshot);
+    const int count = numbers.value(0).toInt();
+    const int first = numbers.value(1).toInt();
+    const int last = numbers.value(2).toInt();
+    QString tracks = QStringLiteral("its tracks are %1 to %2.").arg(first).arg(last);
+    if (count == 0) {
+        tracks = QStringLiteral("it has no tracks.");
+    } else if (first != 1 || last != count) {
+        // A file of an earlier version, with gaps in its numbers.
+        tracks = QStringLiteral("its %1 tracks are numbered %2 to %3, not 1 to %1.")
+                     .arg(count)
+                     .arg(first)
+                     .arg(last);
+    }
+    streams.err << "\"" << trackNo << "\" is no track number of \"" << name << "\": " << tracks
                 << Qt::endl;
     return 1;
 }

@@ -47,10 +47,9 @@ int moveTrack(const QStringList& args, Streams streams) {
         }
         const std::optional<int> from = trackNumber(args[2]);
         const std::optional<int> to = trackNumber(args[3]);
-        const int count = assembly::countTracks(database, compilation->id).trackCount;
         for (int index : {2, 3}) {
             const std::optional<int> number = index == 2 ? from : to;
-            if (!number || *number < 1 || *number > count) {
+            if (!number || !hasTrackNo(database, *compilation, *number)) {
                 return noSuchTrack(database, *compilation, args[1], args[index], streams);
             }
         }

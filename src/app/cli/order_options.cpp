@@ -9,6 +9,18 @@ bool isConcatenation(const QString& word) {
            word.compare(QLatin1String("Or"), Qt::CaseInsensitive) == 0;
 }
 
+// Whether a second row follows the first at args[i + 1]: And or Or, or any other word (an empty
+// one too) before a filter variable. Such a word is taken as the concatenation, so that the
+// filter refuses it with its own message, as the dialog does; a file name after the first row
+// is neither.
+bool secondRowFollows(const QStringList& args, int i) {
+    if (i + 1 >= args.size() || args[i + 1].startsWith(QLatin1String("--"))) {
+        return false;
+    }
+    return isConcatenation(args[i + 1]) ||
+           (i + 2 < args.size() && query::findVariable(args[i + 2]) != nullptr);
+}
+
 QString keyCaptions(query::SortCaller caller) {
     QStringList captions;
     for (const query::SortKey& key : query::sortKeys(caller)) {
@@ -27,7 +39,7 @@ QString takeFilter(const QStringList& args, int& i, FilterOption& filter) {
     }
     filter.rows[0] = {args[i + 1], args[i + 2], args[i + 3]};
     i += 3;
-    if (i + 1 < args.size() && isConcatenation(args[i + 1])) {
+    if (secondRowFollows(args, i)) {
         if (i + 4 >= args.size()) {
             return incomplete;
         }

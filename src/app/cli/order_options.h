@@ -25,8 +25,9 @@ struct SortOption {
 };
 
 // Reads "VARIABLE COMPARISON TEXT [And|Or VARIABLE COMPARISON TEXT]" that follows "--filter" at
-// args[i], and leaves i on the last value read. A message when fewer than three values follow,
-// or when And/Or lacks its three.
+// args[i], and leaves i on the last value read. Any word before a second variable is read as the
+// concatenation (the filter then refuses one that is not And or Or). A message when fewer than
+// three values follow, or when the concatenation lacks its three.
 QString takeFilter(const QStringList& args, int& i, FilterOption& filter);
 
 // Reads "VARIABLE Ascending|Descending" that follows "--sort" at args[i] into the next level,

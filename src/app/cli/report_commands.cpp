@@ -96,8 +96,8 @@ int writeReport(const ReportRequest& request, Streams streams) {
     try {
         report::exportPdf(model, request.output,
                           reports::listReportCaption(request.choice->report));
-    } catch (const report::ReportError&) {
-        streams.err << shell::kPdfWriteError << Qt::endl;
+    } catch (const report::WriteError& error) {
+        streams.err << shell::pdfWriteMessage(error) << Qt::endl;
         return 1;
     }
     streams.out << reports::listReportCaption(request.choice->report) << ": " << model.pages.size()

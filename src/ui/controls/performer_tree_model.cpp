@@ -117,22 +117,19 @@ void PerformerTreeModel::fetchMore(const QModelIndex& parent) {
         return;
     }
     Performer& performer = performers_[size_t(parent.row())];
-    assembly::NodeLevel children;
+    QStringList children;
     try {
         children = assembly::readChildNodes(database_, recordSource_(), performer.text);
     } catch (const engine::JetError&) {
         // A failing read gives the performer no children, as an empty one does.
     }
     performer.fetched = true;
-    if (!children.texts.isEmpty()) {
-        beginInsertRows(parent, 0, int(children.texts.size()) - 1);
-        performer.children = children.texts;
+    if (!children.isEmpty()) {
+        beginInsertRows(parent, 0, int(children.size()) - 1);
+        performer.children = children;
         endInsertRows();
     } else {
         emit dataChanged(parent, parent);  // the expander goes
-    }
-    if (children.incomplete) {
-        emit incompleteData();
     }
 }
 

@@ -120,10 +120,12 @@ QWidget* EditCompilationWindow::buildFieldsFrame() {
                         QStringLiteral("frmSelectedCompilation"));
     auto* grid = new QGridLayout(frame);
     name_ = named(new QLineEdit(frame), QStringLiteral("txtCompilationName"));
+    name_->setMaxLength(assembly::kNameLength);
     format_ = valueCombo(QStringLiteral("tdbCmbFmt"), false, frame);
     length_ = valueCombo(QStringLiteral("tdbCmbLen"), false, frame);
     manufacturer_ = valueCombo(QStringLiteral("tdbCmbMan"), true, frame);
     storage_ = named(new QLineEdit(frame), QStringLiteral("txtStorage"));
+    storage_->setMaxLength(assembly::kStorageLength);
     date_ = named(new QLineEdit(frame), QStringLiteral("TDBDateRecording"));
     date_->setInputMask(QStringLiteral("99.99.99;_"));
     notes_ = named(new QLineEdit(frame), QStringLiteral("txtNotes"));

@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QSplitter>
 
+#include "assembly/performer_tree.h"
 #include "assembly/track_picker.h"
 #include "engine/jet_error.h"
 #include "platform/dialogs.h"
@@ -20,6 +21,7 @@
 #include "query/goto_lists.h"
 #include "query/time_text.h"
 #include "shell/navigation.h"
+#include "shell/picker_source.h"
 #include "shell/session.h"
 #include "store/album_source.h"
 #include "store/compilation_queries.h"
@@ -220,16 +222,16 @@ void GetSongsWindow::load() {
     showSourcePosition();
 }
 
-// A new TempSource starts unfiltered and in the order it was built in, so the filter and sort
-// of an earlier opening are dropped: the goto list and the count then match the grid.
+// A new TempSource under the filter and sort of an earlier opening, which stay in force.
 void GetSongsWindow::bindSource() {
     shell::AppState& state = session_.state();
-    state.filterClause.clear();
-    state.sortClause.clear();
-    store::buildTempSource(state.database, state.album);
+    shell::buildPickerSource(state);
     sourceRows_.setDatabase(state.database);
     sourceRows_.setDatabaseName(state.databasePath);
-    sourceRows_.setRecordSource(QStringLiteral("TempSource"));
+    const bool plain = state.filterClause.isEmpty() && state.sortClause.isEmpty();
+    sourceRows_.setRecordSource(
+        plain ? assembly::kPlainSource
+              : query::sourceRecordSource(state.filterClause, state.sortClause));
     sourceRows_.refresh();
 }
 

@@ -377,10 +377,10 @@ void OverviewWindow::runTool(const QString& id) {
                                   platform::MessageAnswer::Ok});
                 break;
         }
-    } catch (const report::WriteError&) {
-        // A report that cannot be written, most often a PDF file open in another program.
+    } catch (const report::WriteError& error) {
+        // A report that cannot be written: a PDF file open in another program, a full disk.
         setBusy(false);
-        dialogs_.exclamation(shell::kPdfWriteError);
+        dialogs_.exclamation(shell::pdfWriteMessage(error));
     } catch (const report::ReportError& error) {
         // A report that cannot be laid out (its compilation gone, say) says why.
         setBusy(false);

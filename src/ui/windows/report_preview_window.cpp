@@ -263,8 +263,8 @@ void ReportPreviewWindow::saveAsPdf() {
     }
     try {
         report::exportPdf(model_, *path, caption_);
-    } catch (const report::ReportError&) {
-        dialogs_.exclamation(shell::kPdfWriteError);
+    } catch (const report::WriteError& error) {
+        dialogs_.exclamation(shell::pdfWriteMessage(error));
     }
 }
 

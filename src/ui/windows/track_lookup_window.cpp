@@ -70,10 +70,15 @@ void TrackLookupWindow::buildControls(const QString& performer, const QString& t
     buttons->addWidget(cancel_);
     layout->addLayout(buttons);
     connect(ok_, &QPushButton::clicked, this, &QDialog::accept);
-    connect(cancel_, &QPushButton::clicked, this, [this] {
-        addCancelled_ = true;
-        reject();
-    });
+    connect(cancel_, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+// Only OK adds a track that is already recorded again: closing the window with its close button
+// or Escape counts as "Cancel Copy", so that a user who just wants the question gone never gets
+// the track twice.
+void TrackLookupWindow::reject() {
+    addCancelled_ = true;
+    QDialog::reject();
 }
 
 }  // namespace ui

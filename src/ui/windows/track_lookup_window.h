@@ -25,9 +25,11 @@ class TrackLookupWindow : public QDialog {
     TrackLookupWindow(engine::Database& database, const QString& performer, const QString& title,
                       bool okEnabled, QWidget* opener);
 
-    // Set by "Cancel Copy"; OK leaves it clear.
+    // Set by "Cancel Copy", the close button and Escape; OK leaves it clear.
     bool addCancelled() const { return addCancelled_; }
     DataGrid* grid() const { return grid_; }
+
+    void reject() override;
 
   private:
     void buildControls(const QString& performer, const QString& title);
