@@ -1,5 +1,7 @@
 #include "store/compilation_queries.h"
 
+#include "engine/connection.h"
+#include "engine/database.h"
 #include "engine/jet_error.h"
 #include "engine/recordset.h"
 #include "store/data_control.h"
@@ -106,6 +108,16 @@ RecordCountText showRecordCount(engine::Recordset& recordset, const QString& dat
         recordset.moveFirst();
     }
     return text;
+}
+
+void ensureTrackLookupIndex(engine::Database& database) {
+    if (database.readOnly() || engine::isWriteProtected(database.name())) {
+        return;
+    }
+    // Text columns carry the engine's collation, so the index serves the case-blind comparison.
+    database.execute(
+        QStringLiteral("CREATE INDEX IF NOT EXISTS CompilationTrack_Lookup "
+                       "ON CompilationTrack (Track_Artist_Name, Track_Title)"));
 }
 
 }  // namespace store
