@@ -62,6 +62,15 @@ bool takesId(const QString& kind) {
     return kind == QLatin1String("compilationtrack") || kind == QLatin1String("albumneeded");
 }
 
+// A file may pass the structure check with tables of other columns: it opens without the index.
+bool hasLookupColumns(engine::Database& database) {
+    engine::Recordset columns =
+        database.openRecordset(QStringLiteral("SELECT * FROM CompilationTrack WHERE False"),
+                               engine::RecordsetType::Snapshot);
+    return columns.fieldIndex(QStringLiteral("Track_Artist_Name")) >= 0 &&
+           columns.fieldIndex(QStringLiteral("Track_Title")) >= 0;
+}
+
 }  // namespace
 
 QString standardStatement(const QString& kind, std::optional<qint64> compilationId) {
@@ -111,7 +120,8 @@ RecordCountText showRecordCount(engine::Recordset& recordset, const QString& dat
 }
 
 void ensureTrackLookupIndex(engine::Database& database) {
-    if (database.readOnly() || engine::isWriteProtected(database.name())) {
+    if (database.readOnly() || engine::isWriteProtected(database.name()) ||
+        !hasLookupColumns(database)) {
         return;
     }
     // Text columns carry the engine's collation, so the index serves the case-blind comparison.

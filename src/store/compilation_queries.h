@@ -14,7 +14,8 @@ class DataControl;
 
 // Creates CompilationTrack_Lookup, the index by which the lookup of a track already recorded
 // searches every compilation by performer and title (without it, each lookup reads all tracks),
-// unless the file has it, was opened read-only or is write-protected. Called where a file is
+// unless the file has it, was opened read-only or is write-protected, or its CompilationTrack
+// lacks those columns. Called where a file is
 // opened for writing and by Compact, never by a lookup, which only reads.
 void ensureTrackLookupIndex(engine::Database& database);
 
