@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "engine/field_type.h"
+
 namespace accessfile {
 
 namespace {
@@ -86,7 +88,7 @@ QString createTableSql(const QString& table, const QList<ColumnSpec>& columns) {
     for (const ColumnSpec& column : columns) {
         QString definition = quotedIdentifier(column.name) + QLatin1Char(' ') + column.declaredType;
         if (column.isText)
-            definition += QLatin1String(" COLLATE NOCASE");
+            definition += engine::textCollationClause();
         definitions << definition;
     }
     return QStringLiteral("CREATE TABLE %1 (%2)")

@@ -5,17 +5,11 @@
 #include "engine/recordset.h"
 #include "engine/transaction.h"
 #include "query/field_values.h"
+#include "store/compilation_invariants.h"
 
 namespace assembly {
 
 namespace {
-
-// The lookup compares performer and title by equality; without this index every lookup reads
-// all of CompilationTrack. Text columns carry the engine's NOCASE, so the index serves the
-// case-blind comparison.
-const QString kLookupIndex = QStringLiteral(
-    "CREATE INDEX IF NOT EXISTS CompilationTrack_Lookup "
-    "ON CompilationTrack (Track_Artist_Name, Track_Title)");
 
 engine::JetError noCurrentRecord() {
     return engine::JetError(engine::jet::kNoCurrentRecord, QStringLiteral("No current record."));
@@ -80,29 +74,7 @@ bool deleteTrackRow(engine::Database& database, qint64 compilationId, int trackN
     return true;
 }
 
-// Numbers the compilation's tracks 1, 2, 3 ... in their present order; rows already right stay
-// untouched.
-void renumberTracks(engine::Database& database, qint64 compilationId) {
-    engine::Recordset tracks = database.openRecordset(
-        QStringLiteral("SELECT TrackNo FROM CompilationTrack") +
-        compilationTracksWhere(compilationId) + QStringLiteral(" ORDER BY TrackNo"));
-    int trackNo = 1;
-    for (; !tracks.eof(); tracks.moveNext(), ++trackNo) {
-        if (tracks.value(0).toInt() != trackNo || tracks.value(0).isNull()) {
-            tracks.edit();
-            tracks.setValue(0, trackNo);
-            tracks.update();
-        }
-    }
-}
-
 }  // namespace
-
-void ensureTrackLookupIndex(engine::Database& database) {
-    if (!database.readOnly()) {
-        database.execute(kLookupIndex);
-    }
-}
 
 QString trackLookupStatement(const QString& performer, const QString& title) {
     return QStringLiteral("SELECT Compilation.*, CompilationTrack.* ") +
@@ -118,7 +90,6 @@ QString trackLookupStatement(const QString& performer, const QString& title) {
 
 engine::Recordset findTrackOnCompilations(engine::Database& database, const QString& performer,
                                           const QString& title) {
-    ensureTrackLookupIndex(database);
     return database.openRecordset(trackLookupStatement(performer, title));
 }
 
@@ -188,7 +159,7 @@ TrackSums removeTrack(engine::Database& database, qint64 compilationId, int trac
     if (!deleteTrackRow(database, compilationId, trackNo)) {
         throw noCurrentRecord();
     }
-    renumberTracks(database, compilationId);
+    store::renumberTracks(database, compilationId);
     const TrackSums sums = countTracks(database, compilationId);
     storeSums(database, compilationId, sums);
     transaction.commit();

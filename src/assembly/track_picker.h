@@ -17,16 +17,13 @@ class Recordset;
 namespace assembly {
 
 // The compilations holding a track of this performer and title (compared as the engine
-// compares text: without regard to case), ordered by compilation name and track number. Makes
-// the lookup's index first when the database may be written and has none.
+// compares text: without regard to case), ordered by compilation name and track number. Only
+// reads: the file carries the lookup's index (store::ensureTrackLookupIndex), and without it the
+// lookup scans all tracks.
 engine::Recordset findTrackOnCompilations(engine::Database& database, const QString& performer,
                                           const QString& title);
 // The statement findTrackOnCompilations opens, for a data control that shows the same rows.
 QString trackLookupStatement(const QString& performer, const QString& title);
-
-// Creates the index the lookup searches CompilationTrack by, unless the file has it or may not
-// be written (the lookup then still works, by a full scan).
-void ensureTrackLookupIndex(engine::Database& database);
 
 // A TempSource row as addTrack copies it into CompilationTrack. Null values stay Null.
 struct SourceTrack {

@@ -50,7 +50,7 @@ int selectInto(sqlite3* db, const QString& table, const QString& select) {
             const FieldType type = fieldTypeFromDeclared(declared);
             column += QLatin1Char(' ') + declared;
             if (isTextType(type)) {
-                column += QStringLiteral(" COLLATE NOCASE");
+                column += textCollationClause();
             }
         }
         columns << column;
@@ -182,7 +182,7 @@ void Database::appendTable(const TableDef& definition) {
         QString column =
             quoteName(field.name) + QLatin1Char(' ') + declaredType(field.type, field.size);
         if (isTextType(field.type)) {
-            column += QStringLiteral(" COLLATE NOCASE");
+            column += textCollationClause();
         }
         columns << column;
     }
@@ -230,7 +230,7 @@ void Database::appendField(const QString& table, const FieldDef& field) {
     QString column =
         quoteName(field.name) + QLatin1Char(' ') + declaredType(field.type, field.size);
     if (isTextType(field.type)) {
-        column += QStringLiteral(" COLLATE NOCASE");
+        column += textCollationClause();
     }
     execSqlite(shared->db(),
                QStringLiteral("ALTER TABLE main.%1 ADD COLUMN %2").arg(quoteName(table), column));

@@ -9,7 +9,7 @@ namespace engine {
 // Reads tables out of database files the engine cannot open itself (Access files). The engine
 // uses it for linked tables and for opening such a file read-only to list its tables.
 class ForeignTableReader {
-public:
+  public:
     virtual ~ForeignTableReader() = default;
     // True when the file looks like one this reader understands (by its header).
     virtual bool canRead(const QString& file) const = 0;
@@ -17,8 +17,8 @@ public:
     virtual QStringList tableNames(const QString& file) = 0;
     // Copies the named tables into the SQLite file sqliteOut (created when missing, tables of the
     // same name replaced), with declared column types as engine/field_type.h gives them and text
-    // columns COLLATE NOCASE. Throws JetError: kObjectNotFound (3011) with a description naming the
-    // missing table, kNotADatabase (3343) for a foreign or damaged file.
+    // columns in the engine's collation. Throws JetError: kObjectNotFound (3011) with a description
+    // naming the missing table, kNotADatabase (3343) for a foreign or damaged file.
     virtual void copyTables(const QString& file, const QStringList& tables,
                             const QString& sqliteOut) = 0;
 };

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "engine/field_type.h"
 #include "engine/jet_error.h"
 
 namespace engine {
@@ -22,11 +23,11 @@ const JetToken& blank() {
     return token;
 }
 
-void appendCollateNocase(JetTokens& out) {
+void appendTextCollation(JetTokens& out) {
     out.push_back(blank());
     out.push_back({Kind::Word, QStringLiteral("COLLATE")});
     out.push_back(blank());
-    out.push_back({Kind::Word, QStringLiteral("NOCASE")});
+    out.push_back({Kind::Word, QLatin1String(kTextCollation)});
 }
 
 // Removes the blanks at the end of `out` (not before `floor`) and returns them in order.
@@ -202,7 +203,7 @@ class Arranger {
         }
         if (out_.size() > l.termStart) {
             if (termWantsCollation())
-                appendCollateNocase(out_);
+                appendTextCollation(out_);
             if (l.clause == Level::Clause::GroupBy) {
                 size_t begin = l.termStart;
                 while (out_[begin].kind == Kind::Space)

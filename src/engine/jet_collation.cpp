@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 
+#include "engine/field_type.h"
 #include "engine/icu_check.h"
 #include "engine/jet_ascii_ranks.h"
 #include "engine/jet_error.h"
@@ -167,7 +168,7 @@ int compareJetText(std::string_view a, std::string_view b) {
 
 void registerJetCollation(sqlite3* db) {
     textOrder();  // an ICU failure surfaces here, not inside a comparison
-    sqlite3_create_collation_v2(db, "NOCASE", SQLITE_UTF8, nullptr, collate, nullptr);
+    sqlite3_create_collation_v2(db, kTextCollation, SQLITE_UTF8, nullptr, collate, nullptr);
 }
 
 }  // namespace engine

@@ -13,7 +13,8 @@ namespace engine {
 // the order is total. Returns <0, 0 or >0. Every comparison of data values goes through here.
 int compareJetText(std::string_view a, std::string_view b);
 
-// Replaces SQLite's ASCII-only NOCASE collation on the connection with compareJetText.
+// Installs compareJetText on the connection as the collation kTextCollation (field_type.h).
+// SQLite's own NOCASE stays as it is, so files declared with it keep its ASCII-only order.
 // Throws JetError when ICU cannot open its collator.
 void registerJetCollation(sqlite3* db);
 

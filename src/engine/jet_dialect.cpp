@@ -5,6 +5,7 @@
 #include <QDateTime>
 #include <algorithm>
 
+#include "engine/field_type.h"
 #include "engine/jet_clauses.h"
 #include "engine/jet_error.h"
 #include "engine/jet_sql_tokens.h"
@@ -99,7 +100,7 @@ JetTokens rewriteTokens(JetTokens tokens, bool caseBlindLiterals) {
             out.push_back({Kind::Space, QStringLiteral(" ")});
             out.push_back({Kind::Word, QStringLiteral("COLLATE")});
             out.push_back({Kind::Space, QStringLiteral(" ")});
-            out.push_back({Kind::Word, QStringLiteral("NOCASE")});
+            out.push_back({Kind::Word, QLatin1String(kTextCollation)});
         }
     }
     return out;

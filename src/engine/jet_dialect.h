@@ -45,7 +45,8 @@ QString isoDateText(const QDate& value);
 
 // Installs on a connection what Jet SQL needs:
 //  - like(pattern, text) with Jet's wildcards * ? # [abc] [!abc] [a-z], case-blind, NULL-safe
-//  - the collation NOCASE replaced by a Unicode case-blind one (every text column uses it)
+//  - the collation kTextCollation (field_type.h), Unicode and case-blind, that every text
+//    column is declared with
 //  - the functions format(x, fmt), Mid, Left, Right, Len, UCase, LCase, Trim, LTrim, RTrim,
 //    InStr, Val, IIf, Nz, Year, Month, Day, CStr, CInt, CLng, Int, Now, Date
 void registerJetFunctions(sqlite3* db);

@@ -151,7 +151,7 @@ void Snapshot::createTable(const QString& select) {
             definition += QLatin1Char(' ') + declaredType(fields_[i].type);
         }
         if (isTextType(fields_[i].type)) {
-            definition += QStringLiteral(" COLLATE NOCASE");
+            definition += textCollationClause();
         }
         definitions << definition;
         inserted << quoteName(columns_[i]);

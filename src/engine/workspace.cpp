@@ -10,6 +10,7 @@
 #include "engine/foreign_tables.h"
 #include "engine/jet_error.h"
 #include "engine/sqlite_statement.h"
+#include "engine/text_collation_layout.h"
 
 namespace engine {
 
@@ -26,7 +27,16 @@ Database Workspace::openDatabase(const QString& path, bool readOnly) {
         opened_.push_back(database);
         return database;
     }
-    Database database(Connection::open(path, readOnly));
+    std::shared_ptr<Connection> connection = Connection::open(path, readOnly);
+    if (!readOnly && declaresNocase(connection->db())) {
+        throw JetError(jet::kCannotOpenFile,
+                       QStringLiteral("The database '%1' was written by an earlier version and "
+                                      "keeps its text in an order that this version must "
+                                      "convert before it writes the file. Compact the database "
+                                      "to convert it.")
+                           .arg(path));
+    }
+    Database database(connection);
     opened_.push_back(database);
     return database;
 }

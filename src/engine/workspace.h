@@ -16,7 +16,8 @@ class Workspace {
     static Workspace& defaultWorkspace();
 
     // Opens a database file; a file the engine reads only through the foreign table reader (an
-    // Access file) opens read-only with its table names. Throws JetError.
+    // Access file) opens read-only with its table names. Throws JetError; 3051 when a file to
+    // be written still declares the text order of earlier versions (text_collation_layout.h).
     Database openDatabase(const QString& path, bool readOnly = false);
     // Closes every database opened through this workspace.
     void close();

@@ -9,29 +9,13 @@
 #include "shell/app_state.h"
 #include "shell/database_conversion.h"
 #include "shell/database_files.h"
+#include "shell/database_upgrade.h"
 #include "store/album_source.h"
+#include "store/compilation_queries.h"
 
 namespace shell {
 
 namespace {
-
-// Restores the status bar and the pointer whatever way a command ends.
-class BusyScope {
-  public:
-    explicit BusyScope(CommandFeedback& feedback, const QString& progress) : feedback_(feedback) {
-        feedback_.setBusy(true);
-        feedback_.setStatusText(progress);
-    }
-    ~BusyScope() {
-        feedback_.setStatusText(kStatusHint);
-        feedback_.setBusy(false);
-    }
-    BusyScope(const BusyScope&) = delete;
-    BusyScope& operator=(const BusyScope&) = delete;
-
-  private:
-    CommandFeedback& feedback_;
-};
 
 // A damaged or foreign file is bad input the user should hear about; other failures of the
 // commands end them quietly.
@@ -119,10 +103,18 @@ QString conversionFailure(const QString& accessPath, const engine::JetError& err
 }
 
 void reportLeftOutTracks(const ConversionCounts& counts, platform::Dialogs& dialogs) {
+    QStringList lines;
     if (counts.tracksLeftOut > 0) {
-        dialogs.information(QStringLiteral("%1 track(s) of the old file belong to no compilation "
-                                           "and were not copied.")
-                                .arg(counts.tracksLeftOut));
+        lines << QStringLiteral(
+                     "%1 track(s) of the old file belong to no compilation and were "
+                     "not copied.")
+                     .arg(counts.tracksLeftOut);
+    }
+    if (!counts.corrections.isEmpty()) {
+        lines << QStringLiteral("Corrected in the copy:") << counts.corrections;
+    }
+    if (!lines.isEmpty()) {
+        dialogs.information(lines.join(QStringLiteral("\r\n")));
     }
 }
 
@@ -154,7 +146,8 @@ std::optional<QString> databaseToOpen(const QString& path, platform::Dialogs& di
     try {
         engine::requireRegularFile(path);  // before any reader looks into it
         if (!isAccessCompilationDatabase(path)) {
-            return path;
+            return needsLayoutConversion(path) ? convertLayoutOnRequest(path, dialogs, feedback)
+                                               : path;
         }
     } catch (const engine::JetError& error) {
         reportUnreadableFile(error, dialogs);
@@ -175,6 +168,7 @@ OpenOutcome openCompilationDatabase(const QString& path, AppState& state,
         state.database = database;
         state.inputHint = kInputHint;
         store::dropAlbumLinks(state.database);
+        store::ensureTrackLookupIndex(state.database);
     } catch (const engine::JetError& error) {
         abandonCompilationDatabase(state);
         reportUnreadableFile(error, dialogs);
@@ -207,8 +201,9 @@ bool compactDatabase(platform::Dialogs& dialogs, CommandFeedback& feedback) {
         return false;
     }
     BusyScope busy(feedback, QStringLiteral("Repairing and compacting database ..."));
+    QStringList changes;
     try {
-        repairAndCompact(*chosen);
+        changes = repairAndCompact(*chosen);
     } catch (const engine::JetError& error) {
         // Refusals that leave the file as it was name it and say why.
         if (error.number() == engine::jet::kDatabaseExists ||
@@ -219,7 +214,8 @@ bool compactDatabase(platform::Dialogs& dialogs, CommandFeedback& feedback) {
         }
         return false;
     }
-    dialogs.information(QStringLiteral("Database successfully repaired and compacted."));
+    changes.prepend(QStringLiteral("Database successfully repaired and compacted."));
+    dialogs.information(changes.join(QStringLiteral("\r\n")));
     return true;
 }
 

@@ -20,6 +20,25 @@ class CommandFeedback {
 
 inline const QString kStatusHint =
     QStringLiteral("Choose 'New' to create or 'Open' to open a database");
+
+// Shows a command's progress text with the hourglass, and restores the status bar and the
+// pointer whatever way the command ends.
+class BusyScope {
+  public:
+    explicit BusyScope(CommandFeedback& feedback, const QString& progress) : feedback_(feedback) {
+        feedback_.setBusy(true);
+        feedback_.setStatusText(progress);
+    }
+    ~BusyScope() {
+        feedback_.setStatusText(kStatusHint);
+        feedback_.setBusy(false);
+    }
+    BusyScope(const BusyScope&) = delete;
+    BusyScope& operator=(const BusyScope&) = delete;
+
+  private:
+    CommandFeedback& feedback_;
+};
 inline const QString kMdbFilter = QStringLiteral("MS Access Files (*.mdb)|*.mdb");
 
 // The file dialog of the database commands: the filter, the data folder, the given title.
@@ -34,8 +53,9 @@ std::optional<QString> chooseDatabase(platform::Dialogs& dialogs);
 
 // Open's first step: an Access compilation database of the program's earlier versions is not
 // opened in place. The user is asked whether to convert it, then where to save the copy, which
-// is then opened instead. Returns the file to open: path itself when it needs no conversion, else
-// the converted copy; nothing when the user declined or cancelled, or the conversion failed
+// is then opened instead. An SQLite one of the earlier text order is converted in place after
+// asking (database_upgrade.h). Returns the file to open: path itself when it needs no conversion,
+// else the converted copy; nothing when the user declined or cancelled, or the conversion failed
 // (the failure has been reported).
 std::optional<QString> databaseToOpen(const QString& path, platform::Dialogs& dialogs,
                                       CommandFeedback& feedback);
@@ -47,7 +67,8 @@ enum class OpenOutcome { Opened, WrongStructure, Failed };
 
 // The structure check and the opening of a compilation database as the shared database. A file
 // without the five tables shows the structure message; a damaged or foreign file the engine's
-// description of it. On success the album links left in it are removed.
+// description of it. On success the album links left in it are removed, and a writable file
+// gets the lookup's index if it lacks it (store::ensureTrackLookupIndex).
 OpenOutcome openCompilationDatabase(const QString& path, AppState& state,
                                     platform::Dialogs& dialogs);
 

@@ -13,6 +13,7 @@
 #include "engine/workspace.h"
 #include "platform/split_path.h"
 #include "shell/database_files.h"
+#include "shell/database_upgrade.h"
 
 namespace shell {
 
@@ -254,7 +255,8 @@ ConversionCounts convertAccessDatabase(const QString& accessPath, const QString&
     TemporaryFile copy(target.absoluteDir().filePath(target.completeBaseName() +
                                                      QStringLiteral("-XXXXXX.converting")));
     createFromTemplate(copy.path());
-    const ConversionCounts counts = copyIntoNewDatabase(copy.path(), scratch.path(), progress);
+    ConversionCounts counts = copyIntoNewDatabase(copy.path(), scratch.path(), progress);
+    counts.corrections = repairCompilationInvariants(copy.path());
     engine::Workspace::repairDatabase(copy.path());  // the integrity check
     copy.renameTo(destination);
     return counts;

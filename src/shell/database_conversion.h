@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QtGlobal>
 #include <functional>
 
@@ -14,6 +15,9 @@ struct ConversionCounts {
     qint64 compilations = 0;
     qint64 tracks = 0;
     qint64 tracksLeftOut = 0;  // tracks whose compilation is not in the file
+    // Where the old file broke the invariants (sums, track numbers 1 to n) the copy was
+    // corrected: one line per correction, naming the compilation.
+    QStringList corrections;
 };
 
 // Status texts while a conversion runs: kConvertingText, then with the counts found.

@@ -8,6 +8,7 @@
 #include "engine/workspace.h"
 #include "platform/program_folder.h"
 #include "platform/split_path.h"
+#include "shell/database_upgrade.h"
 #include "shell/file_replacement.h"
 
 namespace shell {
@@ -72,7 +73,7 @@ void refuseOwnTemporaryName(const QString& file, const QString& temp) {
 
 }  // namespace
 
-void repairAndCompact(const QString& path) {
+QStringList repairAndCompact(const QString& path) {
     engine::Workspace::defaultWorkspace().close();
     const QString file = resolvedDatabaseFile(path);
     const QString temp = compactionTempPath(file);
@@ -83,7 +84,9 @@ void repairAndCompact(const QString& path) {
     engine::Workspace::repairDatabase(file);
     removeLeftover(temp);
     engine::Workspace::compactDatabase(file, temp);
+    const QStringList changes = upgradeCompactedCopy(temp);
     replaceFile(temp, file);
+    return changes;
 }
 
 }  // namespace shell

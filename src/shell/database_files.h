@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace shell {
 
@@ -27,6 +28,8 @@ QString compactionTempPath(const QString& path);
 // regular file, 3204 for a file whose own name is that of its temporary file (ends in ".$$$"),
 // 3027 for a read-only file or folder, 3045 naming the file when another program has it open.
 // On any failure the original file is left as it was.
-void repairAndCompact(const QString& path);
+// The compacted copy of a compilation database is brought up to this version before it
+// replaces the file (upgradeCompactedCopy); returns the lines of what that changed.
+QStringList repairAndCompact(const QString& path);
 
 }  // namespace shell

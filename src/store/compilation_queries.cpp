@@ -1,5 +1,7 @@
 #include "store/compilation_queries.h"
 
+#include "engine/connection.h"
+#include "engine/database.h"
 #include "engine/jet_error.h"
 #include "engine/recordset.h"
 #include "store/data_control.h"
@@ -60,6 +62,15 @@ bool takesId(const QString& kind) {
     return kind == QLatin1String("compilationtrack") || kind == QLatin1String("albumneeded");
 }
 
+// A file may pass the structure check with tables of other columns: it opens without the index.
+bool hasLookupColumns(engine::Database& database) {
+    engine::Recordset columns =
+        database.openRecordset(QStringLiteral("SELECT * FROM CompilationTrack WHERE False"),
+                               engine::RecordsetType::Snapshot);
+    return columns.fieldIndex(QStringLiteral("Track_Artist_Name")) >= 0 &&
+           columns.fieldIndex(QStringLiteral("Track_Title")) >= 0;
+}
+
 }  // namespace
 
 QString standardStatement(const QString& kind, std::optional<qint64> compilationId) {
@@ -106,6 +117,17 @@ RecordCountText showRecordCount(engine::Recordset& recordset, const QString& dat
         recordset.moveFirst();
     }
     return text;
+}
+
+void ensureTrackLookupIndex(engine::Database& database) {
+    if (database.readOnly() || engine::isWriteProtected(database.name()) ||
+        !hasLookupColumns(database)) {
+        return;
+    }
+    // Text columns carry the engine's collation, so the index serves the case-blind comparison.
+    database.execute(
+        QStringLiteral("CREATE INDEX IF NOT EXISTS CompilationTrack_Lookup "
+                       "ON CompilationTrack (Track_Artist_Name, Track_Title)"));
 }
 
 }  // namespace store

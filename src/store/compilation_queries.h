@@ -4,12 +4,20 @@
 #include <optional>
 
 namespace engine {
+class Database;
 class Recordset;
-}
+}  // namespace engine
 
 namespace store {
 
 class DataControl;
+
+// Creates CompilationTrack_Lookup, the index by which the lookup of a track already recorded
+// searches every compilation by performer and title (without it, each lookup reads all tracks),
+// unless the file has it, was opened read-only or is write-protected, or its CompilationTrack
+// lacks those columns. Called where a file is
+// opened for writing and by Compact, never by a lookup, which only reads.
+void ensureTrackLookupIndex(engine::Database& database);
 
 // The statement of a standard record source kind ("compilation", "compilationtrack",
 // "albumneeded", "songoncompilation"; any case). The kinds that take a compilation id read it

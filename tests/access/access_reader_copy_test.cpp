@@ -116,7 +116,7 @@ TEST_F(CopiedTables, DeclareTheEnginesTypesWithCaseBlindText) {
                                        {QStringLiteral("Note"), QStringLiteral("LONGTEXT")},
                                        {QStringLiteral("Blob"), QStringLiteral("LONGBINARY")}};
     EXPECT_EQ(columns, expected);
-    // Text compares without regard to the case of ASCII letters, as SQLite's NOCASE does.
+    // Text compares by the engine's collation, without regard to case.
     const QList<QVariantList> matches = sqliteRows(
         out, QStringLiteral("SELECT (SELECT count(*) FROM AllTypes WHERE Name = 'DIE ÄRZTE'), "
                             "(SELECT count(*) FROM AllTypes WHERE Note = 'motörhead – “ace”')"));

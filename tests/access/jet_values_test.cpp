@@ -7,6 +7,8 @@
 #include <cmath>
 #include <limits>
 
+#include "engine/jet_dialect.h"
+
 using namespace accessfile;
 
 TEST(JetDateText, DaysCountFromTheEndOf1899) {
@@ -63,6 +65,7 @@ struct TableColumn {
 QList<TableColumn> createdColumns(const QString& createSql, const QString& table) {
     sqlite3* db = nullptr;
     sqlite3_open(":memory:", &db);
+    engine::registerJetFunctions(db);
     QList<TableColumn> columns;
     if (sqlite3_exec(db, createSql.toUtf8().constData(), nullptr, nullptr, nullptr) == SQLITE_OK) {
         sqlite3_stmt* info = nullptr;
@@ -100,11 +103,11 @@ TEST(CopiedTableSql, DeclaresTypesAndCaseBlindText) {
     ASSERT_EQ(columns.size(), 3);
     EXPECT_EQ(columns[0].name, QStringLiteral("Title"));
     EXPECT_EQ(columns[0].type, QStringLiteral("TEXT(50)"));
-    EXPECT_EQ(columns[0].collation, QStringLiteral("NOCASE"));
+    EXPECT_EQ(columns[0].collation, QStringLiteral("MIXORAMA_TEXT"));
     EXPECT_EQ(columns[1].name, QStringLiteral("Index"));
     EXPECT_EQ(columns[1].collation, QStringLiteral("BINARY"));
     EXPECT_EQ(columns[2].name, QStringLiteral("Say \"hi\""));
-    EXPECT_EQ(columns[2].collation, QStringLiteral("NOCASE"));
+    EXPECT_EQ(columns[2].collation, QStringLiteral("MIXORAMA_TEXT"));
 }
 
 namespace {

@@ -158,3 +158,47 @@ TEST_F(TrackCommands, UnknownCompilationsAndBadArgumentsAreRefusedBeforeAnything
 }
 
 }  // namespace
+
+namespace {
+
+// The sqlite3 program, as a user would run it on the file.
+testsupport::ProgramRun sqlite3Shell(const QString& file, const QString& sql) {
+    QProcess process;
+    process.start(QStringLiteral("sqlite3"), {file, sql});
+    process.waitForFinished(60000);
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+TEST_F(TrackCommands, TheSqliteShellReadsButCannotWriteTextAndCheckFindsWhatItBreaks) {
+    ASSERT_EQ(addTracks("Road Trip", {"--first", "3"}).exitCode, 0);
+    const ProgramRun check = cli({"check", path});
+    EXPECT_EQ(check.exitCode, 0) << check.out.toStdString();
+    EXPECT_EQ(check.out, "ok\n");
+
+    EXPECT_EQ(sqlite3Shell(path, "SELECT count(*) FROM CompilationTrack").out, "3\n");
+    const ProgramRun written =
+        sqlite3Shell(path,
+                     "INSERT INTO CompilationTrack (CompilationID_F1, TrackNo, Track_Title) "
+                     "VALUES (1, 4, 'Sneaked in')");
+    EXPECT_NE(written.exitCode, 0);
+    EXPECT_TRUE(written.err.contains("no such collation sequence: MIXORAMA_TEXT"))
+        << written.err.toStdString();
+    EXPECT_EQ(sqlite3Shell(path, "SELECT count(*) FROM CompilationTrack").out, "3\n");
+
+    // A number column it can write: the check names what that broke, compact mends it.
+    ASSERT_EQ(
+        sqlite3Shell(path, "UPDATE Compilation SET SumTime = 1 WHERE CompilationID_P = 1").exitCode,
+        0);
+    const ProgramRun broken = cli({"check", path});
+    EXPECT_EQ(broken.exitCode, 1);
+    EXPECT_TRUE(
+        broken.out.startsWith("Compilation 'Road Trip': SumTime is 1, but its tracks last "))
+        << broken.out.toStdString();
+    const ProgramRun compacted = cli({"compact", path});
+    EXPECT_TRUE(compacted.out.startsWith("Compilation 'Road Trip': SumTime set from 1 to "))
+        << compacted.out.toStdString();
+    EXPECT_EQ(cli({"check", path}).out, "ok\n");
+}
+
+}  // namespace

@@ -18,9 +18,9 @@ class PerformerTreeTest : public ::testing::Test {
     void SetUp() override {
         testsupport::createCompilationDatabase(path);
         testsupport::execRaw(path, R"sql(
-            CREATE TABLE TempSource (ArtistSort TEXT COLLATE NOCASE, PerformerTrack TEXT,
-                                     TitleTrack TEXT COLLATE NOCASE,
-                                     TitleAlbum TEXT COLLATE NOCASE, Length INTEGER);
+            CREATE TABLE TempSource (ArtistSort TEXT COLLATE MIXORAMA_TEXT, PerformerTrack TEXT,
+                                     TitleTrack TEXT COLLATE MIXORAMA_TEXT,
+                                     TitleAlbum TEXT COLLATE MIXORAMA_TEXT, Length INTEGER);
             INSERT INTO TempSource VALUES
                 ('Beatles, The', 'The Beatles', 'Yesterday', 'Help', 125),
                 ('Beatles, The', 'The Beatles', 'Help!', 'Help', 140),

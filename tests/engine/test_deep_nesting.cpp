@@ -50,7 +50,7 @@ TEST(DeepNestingTranslation, TheClausesPassTakesAnyDepthWithoutRecursion) {
     const QString grouped = repeated("(SELECT a FROM t GROUP BY a HAVING a IN ", 20000);
     const QString arranged =
         engine::renderSqliteSql(engine::arrangeGroupingAndOrder(engine::tokenizeJetSql(grouped)));
-    EXPECT_EQ(arranged.count("ORDER BY a COLLATE NOCASE"), 20000);
+    EXPECT_EQ(arranged.count("ORDER BY a COLLATE MIXORAMA_TEXT"), 20000);
 }
 
 TEST(DeepNestingTranslation, CopiedGroupKeysCannotMultiplyTheStatement) {
@@ -60,10 +60,11 @@ TEST(DeepNestingTranslation, CopiedGroupKeysCannotMultiplyTheStatement) {
                repeated(")", levels);
     };
     EXPECT_EQ(errorOf([&] { engine::translateJetSql(groupedInKeys(40)); }), kTooComplex);
-    EXPECT_EQ(engine::translateJetSql(groupedInKeys(1)).sql,
-              "SELECT a FROM t GROUP BY (SELECT a FROM t GROUP BY a COLLATE NOCASE ORDER BY a "
-              "COLLATE NOCASE) COLLATE NOCASE ORDER BY (SELECT a FROM t GROUP BY a COLLATE "
-              "NOCASE ORDER BY a COLLATE NOCASE) COLLATE NOCASE");
+    EXPECT_EQ(
+        engine::translateJetSql(groupedInKeys(1)).sql,
+        "SELECT a FROM t GROUP BY (SELECT a FROM t GROUP BY a COLLATE MIXORAMA_TEXT ORDER BY a "
+        "COLLATE MIXORAMA_TEXT) COLLATE MIXORAMA_TEXT ORDER BY (SELECT a FROM t GROUP BY a COLLATE "
+        "MIXORAMA_TEXT ORDER BY a COLLATE MIXORAMA_TEXT) COLLATE MIXORAMA_TEXT");
     EXPECT_NO_THROW(engine::translateJetSql(groupedInKeys(3)));
 }
 
@@ -72,13 +73,14 @@ TEST(DeepNestingTranslation, NestedLevelsKeepTheirOwnClauses) {
                                       "GROUP BY ArtistSort LIMIT 2)) ORDER BY x DESC, 1")
                   .sql,
               "SELECT x FROM ((SELECT ArtistSort AS x FROM TempSource GROUP BY ArtistSort "
-              "COLLATE NOCASE ORDER BY ArtistSort COLLATE NOCASE LIMIT 2)) ORDER BY x COLLATE "
-              "NOCASE DESC, 1");
+              "COLLATE MIXORAMA_TEXT ORDER BY ArtistSort COLLATE MIXORAMA_TEXT LIMIT 2)) ORDER BY "
+              "x COLLATE "
+              "MIXORAMA_TEXT DESC, 1");
     EXPECT_EQ(engine::translateJetSql("SELECT a FROM t ORDER BY Mid(a, (1)) ASC , b COLLATE "
                                       "BINARY, (SELECT c FROM u ORDER BY c)")
                   .sql,
-              "SELECT a FROM t ORDER BY Mid(a, (1)) COLLATE NOCASE ASC , b COLLATE BINARY, "
-              "(SELECT c FROM u ORDER BY c COLLATE NOCASE) COLLATE NOCASE");
+              "SELECT a FROM t ORDER BY Mid(a, (1)) COLLATE MIXORAMA_TEXT ASC , b COLLATE BINARY, "
+              "(SELECT c FROM u ORDER BY c COLLATE MIXORAMA_TEXT) COLLATE MIXORAMA_TEXT");
 }
 
 TEST(DeepNestingAtSqlite, SqlitesOwnNestingLimitsGiveTheSameError) {

@@ -21,9 +21,9 @@ class JetDialect : public ::testing::Test {
     void SetUp() override {
         ASSERT_EQ(sqlite3_open(":memory:", &db_), SQLITE_OK);
         engine::registerJetFunctions(db_);
-        exec(R"(CREATE TABLE TempSource (ArtistSort TEXT(50) COLLATE NOCASE,
-                TitleTrack TEXT(50) COLLATE NOCASE, Item SMALLINT, "Index" SMALLINT,
-                Length DOUBLE, Live YESNO, TitleAlbum TEXT(50) COLLATE NOCASE,
+        exec(R"(CREATE TABLE TempSource (ArtistSort TEXT(50) COLLATE MIXORAMA_TEXT,
+                TitleTrack TEXT(50) COLLATE MIXORAMA_TEXT, Item SMALLINT, "Index" SMALLINT,
+                Length DOUBLE, Live YESNO, TitleAlbum TEXT(50) COLLATE MIXORAMA_TEXT,
                 TrackTrackID INTEGER))");
         exec(R"(INSERT INTO TempSource VALUES
                 ('Beatles', 'Help!', 1, 2, 139, 0, 'Help', 1),
@@ -112,7 +112,7 @@ TEST_F(JetDialect, ComparisonCriteria) {
 }
 
 TEST_F(JetDialect, DateLiteralsAcrossTheCentury) {
-    exec("CREATE TABLE Compilation (Name TEXT(50) COLLATE NOCASE, RecDate DATETIME)");
+    exec("CREATE TABLE Compilation (Name TEXT(50) COLLATE MIXORAMA_TEXT, RecDate DATETIME)");
     exec(R"(INSERT INTO Compilation VALUES ('a', '1997-01-21'), ('b', '1999-12-31'),
             ('c', '2000-01-01'), ('d', '2029-06-01'), ('e', '2001-02-03 22:30:00'), ('f', NULL))");
     auto names = [&](const QString& criterion) {
@@ -157,7 +157,9 @@ TEST_F(JetDialect, GroupsFollowTheirKeysWhateverTheIndexes) {
 }
 
 TEST_F(JetDialect, MemoGroupedThroughMid) {
-    exec("CREATE TABLE Compilation (Name TEXT(50) COLLATE NOCASE, Notes LONGTEXT COLLATE NOCASE)");
+    exec(
+        "CREATE TABLE Compilation (Name TEXT(50) COLLATE MIXORAMA_TEXT, Notes LONGTEXT COLLATE "
+        "MIXORAMA_TEXT)");
     exec(R"(INSERT INTO Compilation VALUES ('a', 'Studio'), ('b', 'live'), ('c', 'LIVE'),
             ('d', NULL), ('e', 'Ärger'), ('f', 'ärger'), ('g', 'Zugabe'))");
     const QStringList rows =
@@ -197,10 +199,10 @@ class JetDialectCompilations : public JetDialect {
     void SetUp() override {
         JetDialect::SetUp();
         exec(R"(CREATE TABLE Compilation (CompilationID_P INTEGER PRIMARY KEY,
-                Name TEXT(50) COLLATE NOCASE, SumTime DOUBLE, Box TEXT(50) COLLATE NOCASE))");
+                Name TEXT(50) COLLATE MIXORAMA_TEXT, SumTime DOUBLE, Box TEXT(50) COLLATE MIXORAMA_TEXT))");
         exec(R"(CREATE TABLE CompilationTrack (CompilationID_F1 INTEGER, TrackNo SMALLINT,
-                Track_Artist_Name TEXT(50) COLLATE NOCASE, Track_Title TEXT(50) COLLATE NOCASE,
-                Album_Title TEXT(50) COLLATE NOCASE, ArtistSort TEXT(50) COLLATE NOCASE,
+                Track_Artist_Name TEXT(50) COLLATE MIXORAMA_TEXT, Track_Title TEXT(50) COLLATE MIXORAMA_TEXT,
+                Album_Title TEXT(50) COLLATE MIXORAMA_TEXT, ArtistSort TEXT(50) COLLATE MIXORAMA_TEXT,
                 Length DOUBLE, "Index" SMALLINT))");
         exec("INSERT INTO Compilation VALUES (1, 'Mix', 500, 'B1'), (2, 'Empty', 0, 'B2')");
         exec(R"(INSERT INTO CompilationTrack VALUES
@@ -259,7 +261,7 @@ TEST_F(JetDialectCompilations, StandardStatementsRun) {
 }
 
 TEST_F(JetDialect, SelectIntoBuildsTheSourceTableFromNestedJoins) {
-    exec("CREATE TABLE Artist (ArtistID INTEGER, Name TEXT(50) COLLATE NOCASE)");
+    exec("CREATE TABLE Artist (ArtistID INTEGER, Name TEXT(50) COLLATE MIXORAMA_TEXT)");
     exec(R"(CREATE TABLE Track (TrackID INTEGER, AlbumID INTEGER, ArtistSort TEXT(50),
             Title TEXT(50), Item SMALLINT, "Index" SMALLINT))");
     exec("CREATE TABLE ArtistTrackLink (ArtistID INTEGER, TrackID INTEGER)");

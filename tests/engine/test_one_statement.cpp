@@ -34,14 +34,14 @@ TEST(OneStatementTranslation, ASemicolonInALiteralOrAtTheEndIsAllowed) {
     EXPECT_EQ(engine::translateJetSql("SELECT 1;").sql, "SELECT 1");
     EXPECT_EQ(engine::translateJetSql("SELECT 1 ;  \n").sql, "SELECT 1");
     EXPECT_EQ(engine::translateJetSql("SELECT 'a; DROP TABLE x' AS [b;c];").sql,
-              "SELECT 'a; DROP TABLE x' COLLATE NOCASE AS \"b;c\"");
+              "SELECT 'a; DROP TABLE x' COLLATE MIXORAMA_TEXT AS \"b;c\"");
 }
 
 TEST(OneStatementTranslation, CriteriaRefuseAnySemicolon) {
     EXPECT_EQ(errorOf([] { engine::translateJetExpression("Name = 'x'; DROP TABLE Compilation"); }),
               kAfterEnd);
     EXPECT_EQ(errorOf([] { engine::translateJetExpression("Name = 'x';"); }), kAfterEnd);
-    EXPECT_EQ(engine::translateJetExpression("Name = 'x;y'"), "Name = 'x;y' COLLATE NOCASE");
+    EXPECT_EQ(engine::translateJetExpression("Name = 'x;y'"), "Name = 'x;y' COLLATE MIXORAMA_TEXT");
 }
 
 // The guard where SQLite prepares: no path can run a second statement, translated or not.

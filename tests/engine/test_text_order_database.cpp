@@ -9,6 +9,7 @@
 #include "engine/database.h"
 #include "engine/jet_error.h"
 #include "engine/recordset.h"
+#include "engine/text_collation_layout.h"
 #include "engine/workspace.h"
 #include "support/databases.h"
 #include "support/temp_dir.h"
@@ -151,8 +152,8 @@ TEST_F(TextOrderDatabase, RandomNamesRefusedExactlyWhenFoldedAlike) {
         ASSERT_EQ(namesEqualTo(name), QStringList{name}) << name.toStdString();
 }
 
-// A NOCASE that orders by reversed bytes: an index written under it is out of order for the
-// engine.
+// The engine's collation name ordering by reversed bytes: an index written under it is out of
+// order for the engine.
 int reversedBytes(void*, int lengthA, const void* a, int lengthB, const void* b) {
     const std::string textA(static_cast<const char*>(a), size_t(lengthA));
     const std::string textB(static_cast<const char*>(b), size_t(lengthB));
@@ -162,7 +163,8 @@ int reversedBytes(void*, int lengthA, const void* a, int lengthB, const void* b)
 void writeNamesUnderReversedOrder(const QString& path, const QStringList& names) {
     sqlite3* raw = nullptr;
     ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &raw), SQLITE_OK);
-    sqlite3_create_collation_v2(raw, "NOCASE", SQLITE_UTF8, nullptr, reversedBytes, nullptr);
+    sqlite3_create_collation_v2(raw, engine::kTextCollation, SQLITE_UTF8, nullptr, reversedBytes,
+                                nullptr);
     for (const QString& name : names) {
         const QString insert = "INSERT INTO Compilation (Name, Format, C_Length) VALUES (" +
                                quoted(name) + ", 'MD', 74)";
@@ -200,3 +202,24 @@ TEST(TextOrderRepair, RepairAndCompactRebuildTheNameIndex) {
 }
 
 }  // namespace
+
+// Only a collation named NOCASE is renamed: the same words in strings, names and comments stay.
+TEST(NocaseLayout, RenamesTheCollationAndNothingElse) {
+    const std::vector<std::pair<QString, QString>> cases{
+        {"CREATE TABLE t (a TEXT(50) COLLATE NOCASE NOT NULL, b TEXT collate nocase)",
+         "CREATE TABLE t (a TEXT(50) COLLATE MIXORAMA_TEXT NOT NULL, b TEXT collate "
+         "MIXORAMA_TEXT)"},
+        {"CREATE TABLE t (a TEXT COLLATE \"NoCase\", b TEXT COLLATE /* x */ [NOCASE])",
+         "CREATE TABLE t (a TEXT COLLATE MIXORAMA_TEXT, b TEXT COLLATE /* x */ MIXORAMA_TEXT)"},
+        {"CREATE TABLE t (a TEXT DEFAULT 'COLLATE NOCASE' COLLATE BINARY, \"COLLATE\" NOCASE, "
+         "b -- COLLATE NOCASE\n TEXT)",
+         "CREATE TABLE t (a TEXT DEFAULT 'COLLATE NOCASE' COLLATE BINARY, \"COLLATE\" NOCASE, "
+         "b -- COLLATE NOCASE\n TEXT)"},
+        {"CREATE VIEW v AS SELECT a FROM t WHERE a = 'it''s' COLLATE NOCASE ORDER BY a COLLATE "
+         "NOCASE",
+         "CREATE VIEW v AS SELECT a FROM t WHERE a = 'it''s' COLLATE MIXORAMA_TEXT ORDER BY a "
+         "COLLATE MIXORAMA_TEXT"},
+    };
+    for (const auto& [schema, renamed] : cases)
+        EXPECT_EQ(engine::renameNocaseCollation(schema), renamed) << schema.toStdString();
+}

@@ -31,13 +31,13 @@ class GotoFixture : public ::testing::Test {
                     NULL),
                    (4, 'Zappa', 1, 400, 'Cassette', 90, NULL, NULL, NULL, NULL);
             CREATE TABLE TempSource (
-                ArtistSort TEXT(255) COLLATE NOCASE, PerformerTrack TEXT(255) COLLATE NOCASE,
-                TitleTrack TEXT(255) COLLATE NOCASE, Item SMALLINT, "Index" SMALLINT,
-                Length INTEGER, Version TEXT(255) COLLATE NOCASE, Live YESNO,
-                RecordedStart TEXT(50) COLLATE NOCASE, TitleAlbum TEXT(255) COLLATE NOCASE,
-                PerformerAlbum TEXT(255) COLLATE NOCASE, AlbumArtistSort TEXT(255) COLLATE NOCASE,
-                TrackTrackID INTEGER, TrackAlbumID INTEGER, RatingTrack TEXT(50) COLLATE NOCASE,
-                Location TEXT(255) COLLATE NOCASE, ArtistID INTEGER, TrackID INTEGER,
+                ArtistSort TEXT(255) COLLATE MIXORAMA_TEXT, PerformerTrack TEXT(255) COLLATE MIXORAMA_TEXT,
+                TitleTrack TEXT(255) COLLATE MIXORAMA_TEXT, Item SMALLINT, "Index" SMALLINT,
+                Length INTEGER, Version TEXT(255) COLLATE MIXORAMA_TEXT, Live YESNO,
+                RecordedStart TEXT(50) COLLATE MIXORAMA_TEXT, TitleAlbum TEXT(255) COLLATE MIXORAMA_TEXT,
+                PerformerAlbum TEXT(255) COLLATE MIXORAMA_TEXT, AlbumArtistSort TEXT(255) COLLATE MIXORAMA_TEXT,
+                TrackTrackID INTEGER, TrackAlbumID INTEGER, RatingTrack TEXT(50) COLLATE MIXORAMA_TEXT,
+                Location TEXT(255) COLLATE MIXORAMA_TEXT, ArtistID INTEGER, TrackID INTEGER,
                 MyRecorded SMALLINT);
             INSERT INTO TempSource (ArtistSort, PerformerTrack, TitleTrack, Item, "Index", Length,
                                     Live, TitleAlbum, AlbumArtistSort, RatingTrack, MyRecorded,

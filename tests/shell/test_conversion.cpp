@@ -133,6 +133,7 @@ TEST_F(Conversion, Jet4KeepsEveryRowIdAndValue) {
     EXPECT_EQ(counts.compilations, 6);
     EXPECT_EQ(counts.tracks, 300);
     EXPECT_EQ(counts.tracksLeftOut, 0);
+    EXPECT_TRUE(counts.corrections.isEmpty()) << counts.corrections.join('\n').toStdString();
     expectCopiedRowByRow(rows, converted);
     // The cover text is the RTF as stored, escapes and braces included.
     EXPECT_TRUE(testsupport::queryRaw(converted,
@@ -194,7 +195,9 @@ TEST_F(Conversion, MatchesColumnsWithoutRegardToCaseAndLeavesTheRestToTheTemplat
     EXPECT_EQ(sqliteRows(converted,
                          "SELECT CompilationID_P, Name, SumTrack, Box, Notes FROM "
                          "Compilation"),
-              QList<QVariantList>({{qint64(5), "Mix", qint64(0), QVariant(), QVariant()}}));
+              QList<QVariantList>({{qint64(5), "Mix", qint64(1), QVariant(), QVariant()}}))
+        << "the sums missing from the old file are counted";
+    EXPECT_EQ(counts.corrections, QStringList({"Compilation 'Mix': SumTrack set from 0 to 1."}));
     EXPECT_EQ(sqliteRows(converted,
                          "SELECT Track_Title, \"Index\", Live, Length FROM "
                          "CompilationTrack"),
@@ -206,7 +209,9 @@ TEST_F(Conversion, MatchesColumnsWithoutRegardToCaseAndLeavesTheRestToTheTemplat
     dialogs.answerFile(dir.file("second.mdb"));
     EXPECT_TRUE(shell::databaseToOpen(old, dialogs, *this));
     EXPECT_EQ(dialogs.lastMessageText(),
-              "1 track(s) of the old file belong to no compilation and were not copied.");
+              "1 track(s) of the old file belong to no compilation and were not copied.\r\n"
+              "Corrected in the copy:\r\n"
+              "Compilation 'Mix': SumTrack set from 0 to 1.");
 }
 
 TEST_F(Conversion, AFailureLeavesNeitherDestinationNorTemporaryFiles) {

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <stdexcept>
 
+#include "engine/jet_collation.h"
 #include "engine/jet_dialect.h"
 
 namespace testsupport {
@@ -37,7 +38,69 @@ void execOn(sqlite3* db, const QString& sql) {
     }
 }
 
+int engineOrder(void*, int lengthA, const void* a, int lengthB, const void* b) {
+    return engine::compareJetText({static_cast<const char*>(a), size_t(lengthA)},
+                                  {static_cast<const char*>(b), size_t(lengthB)});
+}
+
+// A connection as earlier versions had it: the engine's order installed as NOCASE.
+class OldVersionConnection : public RawConnection {
+  public:
+    explicit OldVersionConnection(const QString& path) : RawConnection(path) {
+        sqlite3_create_collation_v2(db(), "NOCASE", SQLITE_UTF8, nullptr, engineOrder, nullptr);
+    }
+};
+
 }  // namespace
+
+void makeOldLayout(const QString& path) {
+    OldVersionConnection connection(path);
+    execOn(connection.db(),
+           "BEGIN; PRAGMA writable_schema = ON; "
+           "UPDATE sqlite_master SET sql = replace(sql, 'COLLATE MIXORAMA_TEXT', "
+           "'COLLATE NOCASE'); "
+           "PRAGMA writable_schema = OFF; COMMIT;");
+    // A schema changed behind SQLite's back counts as changed once its version moves on.
+    sqlite3_stmt* version = nullptr;
+    sqlite3_prepare_v2(connection.db(), "PRAGMA schema_version", -1, &version, nullptr);
+    sqlite3_step(version);
+    const qint64 next = sqlite3_column_int64(version, 0) + 1;
+    sqlite3_finalize(version);
+    execOn(connection.db(), QStringLiteral("PRAGMA schema_version = %1").arg(next));
+}
+
+QString oldOrderIntegrityCheck(const QString& path) {
+    OldVersionConnection connection(path);
+    sqlite3_stmt* statement = nullptr;
+    sqlite3_prepare_v2(connection.db(), "PRAGMA integrity_check", -1, &statement, nullptr);
+    const QString result =
+        sqlite3_step(statement) == SQLITE_ROW
+            ? QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)))
+            : QString::fromUtf8(sqlite3_errmsg(connection.db()));
+    sqlite3_finalize(statement);
+    return result;
+}
+
+QString plainSqlite(const QString& path, const QString& sql) {
+    sqlite3* db = nullptr;
+    sqlite3_open(path.toUtf8().constData(), &db);
+    char* error = nullptr;
+    QString firstValue;
+    const auto keepFirst = [](void* kept, int, char** values, char**) {
+        auto* text = static_cast<QString*>(kept);
+        if (text->isNull()) {
+            *text = QString::fromUtf8(values[0] != nullptr ? values[0] : "");
+        }
+        return 0;
+    };
+    const int rc = sqlite3_exec(db, sql.toUtf8().constData(), keepFirst, &firstValue, &error);
+    const QString outcome = rc != SQLITE_OK       ? QString::fromUtf8(error)
+                            : firstValue.isNull() ? QStringLiteral("ok")
+                                                  : firstValue;
+    sqlite3_free(error);
+    sqlite3_close(db);
+    return outcome;
+}
 
 void createCompilationDatabase(const QString& path) {
     QFile schema(QStringLiteral(MIXORAMA_SOURCE_DIR "/resources/template.sql"));

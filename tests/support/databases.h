@@ -17,6 +17,15 @@ QString integrityCheck(const QString& path);
 // Leaves the file as a writer killed in the middle of running sql would: part of the change
 // written into the file, the old pages in its "-journal" beside it.
 void leaveInterruptedChange(const QString& path, const QString& sql);
+// Turns a compilation database into one of the earlier layout: its text columns declared with
+// SQLite's NOCASE, under which name earlier versions installed the engine's order, so that its
+// indexes stay in that order, as those versions left them.
+void makeOldLayout(const QString& path);
+// SQLite's integrity check of a file under the order earlier versions installed as NOCASE.
+QString oldOrderIntegrityCheck(const QString& path);
+// The outcome of running sql on the file with plain SQLite, as any other program would: SQLite's
+// message when it fails, else the first value of the first row, or "ok" without rows.
+QString plainSqlite(const QString& path, const QString& sql);
 // The number of rows of every table of the file, as "name=count" lines in the file's order.
 QStringList rowCounts(const QString& path);
 

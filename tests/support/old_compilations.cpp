@@ -56,7 +56,7 @@ QVariantList compilationRow(const CompilationPlan& plan, int index) {
     const QVariantList notes{none, QStringLiteral("Für Oma – zum 80."),    QString(""),
                              none, QStringLiteral("Line one\r\nline two"), none};
     const QVariant cover = index == 0 ? QVariant(coverText(plan.tracks)) : none;
-    const double seconds = 180.0 * plan.tracks;  // stored as a Double by the old versions
+    const double seconds = 0;  // SumTime, stored as a Double by the old versions
     return {plan.id,
             plan.name,
             plan.tracks,
@@ -179,9 +179,12 @@ OldCompilationRows sampleOldCompilations(jet4::Format format, int trackCount) {
     int index = 0;
     for (const CompilationPlan& plan : plans(format, trackCount)) {
         rows.compilations.push_back(compilationRow(plan, index++));
+        double seconds = 0;  // the sums agree with the tracks, as the old versions kept them
         for (int trackNo = 1; trackNo <= plan.tracks; ++trackNo) {
             rows.tracks.push_back(trackRow(plan.id, trackNo, n++, format));
+            seconds += rows.tracks.back()[6].toDouble();
         }
+        rows.compilations.back()[3] = seconds;
     }
     rows.formats = oneColumn({QStringLiteral("MD"), QStringLiteral("MiniDisc 80"),
                               QStringLiteral("Cassette"), QStringLiteral("Bänder")});

@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include "engine/jet_dialect.h"
+
 namespace {
 
 QVariant columnValue(sqlite3_stmt* statement, int column) {
@@ -32,6 +34,7 @@ QList<QVariantList> sqliteRows(const QString& file, const QString& sql) {
         sqlite3_close(db);
         return rows;
     }
+    engine::registerJetFunctions(db);
     sqlite3_stmt* statement = nullptr;
     if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &statement, nullptr) == SQLITE_OK) {
         while (sqlite3_step(statement) == SQLITE_ROW) {

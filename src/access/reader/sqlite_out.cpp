@@ -1,16 +1,34 @@
 #include "access/reader/sqlite_out.h"
 
+#include <algorithm>
+#include <cstring>
+
 #include "access/reader/failure.h"
+#include "engine/field_type.h"
 
 namespace mdbread {
 
 using accessfile::protocol::ExitCode;
+
+namespace {
+
+// The copied tables declare their text columns with the engine's collation, which the engine
+// installs when it reads them. This program only writes rows into tables without a text index,
+// so it never compares texts; the name must merely be known for the tables to be created.
+int byteOrder(void*, int lengthA, const void* a, int lengthB, const void* b) {
+    const int common = std::memcmp(a, b, size_t(std::min(lengthA, lengthB)));
+    return common != 0 ? common : lengthA - lengthB;
+}
+
+}  // namespace
 
 SqliteOut::SqliteOut(const char* path) {
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
     if (sqlite3_open_v2(path, &db_, flags, nullptr) != SQLITE_OK)
         fail(QStringLiteral("cannot open %1").arg(QString::fromUtf8(path)));
     sqlite3_busy_timeout(db_, 5000);
+    sqlite3_create_collation_v2(db_, engine::kTextCollation, SQLITE_UTF8, nullptr, byteOrder,
+                                nullptr);
     // The copy is a scratch file that lives as long as the links: no waiting for the disk, and
     // the journal stays in memory, where it can still undo a copy that fails half-way.
     sqlite3_exec(db_, "PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF", nullptr, nullptr,

@@ -9,6 +9,7 @@
 #include "engine/workspace.h"
 #include "shell/database_conversion.h"
 #include "shell/database_files.h"
+#include "shell/database_upgrade.h"
 
 namespace cli {
 
@@ -60,13 +61,36 @@ int compact(const QStringList& args, Streams streams) {
     if (args.size() != 1) {
         return usage(streams, QStringLiteral("compact FILE"));
     }
+    QStringList changes;
     try {
-        shell::repairAndCompact(args[0]);
+        changes = shell::repairAndCompact(args[0]);
     } catch (const engine::JetError& error) {
         return reportError(streams, error);
     }
+    for (const QString& change : changes) {
+        streams.out << change << Qt::endl;
+    }
     streams.out << "Database successfully repaired and compacted." << Qt::endl;
     return 0;
+}
+
+int check(const QStringList& args, Streams streams) {
+    if (args.size() != 1) {
+        return usage(streams, QStringLiteral("check FILE"));
+    }
+    QStringList problems;
+    try {
+        problems = shell::checkDatabaseFile(args[0]);
+    } catch (const engine::JetError& error) {
+        return reportError(streams, error);
+    }
+    for (const QString& problem : problems) {
+        streams.out << problem << Qt::endl;
+    }
+    if (problems.isEmpty()) {
+        streams.out << "ok" << Qt::endl;
+    }
+    return problems.isEmpty() ? 0 : 1;
 }
 
 int convert(const QStringList& args, Streams streams) {
@@ -84,6 +108,9 @@ int convert(const QStringList& args, Streams streams) {
     if (counts.tracksLeftOut > 0) {
         streams.out << counts.tracksLeftOut
                     << " track(s) belong to no compilation and were not copied." << Qt::endl;
+    }
+    for (const QString& correction : counts.corrections) {
+        streams.out << "Corrected: " << correction << Qt::endl;
     }
     return 0;
 }

@@ -23,6 +23,7 @@ int reportError(Streams streams, const engine::JetError& error);
 int newDatabase(const QStringList& args, Streams streams);
 int runSql(const QStringList& args, Streams streams);
 int compact(const QStringList& args, Streams streams);
+int check(const QStringList& args, Streams streams);
 int convert(const QStringList& args, Streams streams);
 int makeAlbums(const QStringList& args, Streams streams);
 int tempSource(const QStringList& args, Streams streams);

@@ -19,6 +19,7 @@ const std::map<QString, Command>& commands() {
         {QStringLiteral("new"), cli::newDatabase},
         {QStringLiteral("sql"), cli::runSql},
         {QStringLiteral("compact"), cli::compact},
+        {QStringLiteral("check"), cli::check},
         {QStringLiteral("convert"), cli::convert},
         {QStringLiteral("make-albums"), cli::makeAlbums},
         {QStringLiteral("tempsource"), cli::tempSource},
@@ -39,7 +40,11 @@ void printHelp(QTextStream& out) {
     out << "usage: mixorama-cli COMMAND ARGS\n"
            "  new FILE               create a compilation database from the template\n"
            "  sql FILE \"STATEMENT\"   run one statement in the Access SQL dialect\n"
-           "  compact FILE           repair and compact a compilation database\n"
+           "  compact FILE           repair and compact a compilation database; converts\n"
+           "                         one of an earlier version and repairs its sums and\n"
+           "                         track numbers, printing what it changed\n"
+           "  check FILE             check the file and every compilation's sums and track\n"
+           "                         numbers: prints ok or each problem (exit 1)\n"
            "  convert OLD.mdb NEW.mdb\n"
            "                         copy an Access compilation database of an earlier\n"
            "                         version into a new database\n"

@@ -40,7 +40,6 @@ TrackLookupWindow::TrackLookupWindow(engine::Database& database, const QString& 
     }
     setGridLayout(*grid_, QStringLiteral("track"), screenColourCount(*this));
     // The lookup's rows, read the way the picker looks the track up.
-    assembly::ensureTrackLookupIndex(database);
     compilations_.setDatabase(database);
     compilations_.setRecordsetType(engine::RecordsetType::Snapshot);
     compilations_.setRecordSource(assembly::trackLookupStatement(performer, title));
