@@ -53,6 +53,23 @@ QString errorText(const QByteArray& errors) {
     return QString::fromUtf8(errors).trimmed();
 }
 
+// The tables the program reported it could not read whole.
+std::vector<engine::IncompleteTable> incompleteTables(const QByteArray& output) {
+    const QByteArray prefix(protocol::kIncompletePrefix);
+    std::vector<engine::IncompleteTable> tables;
+    for (const QByteArray& line : output.split('\n')) {
+        if (!line.startsWith(prefix))
+            continue;
+        const QList<QByteArray> parts = line.mid(prefix.size()).split(' ');
+        if (parts.size() < 3)
+            continue;
+        tables.push_back({QString::fromUtf8(line.mid(prefix.size() + parts[0].size() +
+                                                     parts[1].size() + 2)),
+                          parts[0].toLongLong(), parts[1].toLongLong()});
+    }
+    return tables;
+}
+
 QString executableFolder() {
     if (QCoreApplication::instance() != nullptr)
         return QCoreApplication::applicationDirPath();
@@ -91,12 +108,14 @@ QStringList AccessTableReader::tableNames(const QString& file) {
     return names;
 }
 
-void AccessTableReader::copyTables(const QString& file, const QStringList& tables,
-                                   const QString& sqliteOut) {
+std::vector<engine::IncompleteTable> AccessTableReader::copyTables(const QString& file,
+                                                                   const QStringList& tables,
+                                                                   const QString& sqliteOut) {
     if (tables.isEmpty())
-        return;
-    run(file, QStringList{QString::fromLatin1(protocol::kCopyCommand), file, sqliteOut} + tables,
-        tables);
+        return {};
+    return incompleteTables(run(
+        file, QStringList{QString::fromLatin1(protocol::kCopyCommand), file, sqliteOut} + tables,
+        tables));
 }
 
 // Checks the file before starting the program, so that foreign files never reach libmdb, then

@@ -15,4 +15,15 @@ void setForeignTableReader(std::shared_ptr<ForeignTableReader> reader) {
 
 ForeignTableReader* foreignTableReader() { return installedReader().get(); }
 
+QStringList describeIncompleteTables(const std::vector<IncompleteTable>& tables) {
+    QStringList lines;
+    for (const IncompleteTable& table : tables) {
+        lines << QStringLiteral("%1: %2 rows expected, %3 read")
+                     .arg(table.table)
+                     .arg(table.expected)
+                     .arg(table.copied);
+    }
+    return lines;
+}
+
 }  // namespace engine

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QtGlobal>
 #include <functional>
 
@@ -14,6 +15,13 @@ struct ConversionCounts {
     qint64 compilations = 0;
     qint64 tracks = 0;
     qint64 tracksLeftOut = 0;  // tracks whose compilation is not in the file
+    QStringList notes;         // further lines for the user about the copy, in order
+};
+
+struct ConversionOptions {
+    // A damaged file whose tables cannot all be read whole is still copied, as far as it reads;
+    // notes then name what is missing.
+    bool keepPartial = false;
 };
 
 // Status texts while a conversion runs: kConvertingText, then with the counts found.
@@ -31,10 +39,12 @@ QString convertedCopyPath(const QString& accessPath);
 // Copies the five tables of the Access file into a new compilation database at destination:
 // every row with its ids, the old value lists in place of the template's. The copy is built in
 // a temporary file beside the destination and renamed to it only when it is complete and whole.
-// Throws JetError: 3204 when the destination exists (it is never overwritten), the reader's
-// error for a damaged file, the engine's for rows the new database refuses. After a failure
-// neither the destination nor the temporary file exists.
+// Throws JetError: 3204 when the destination exists (it is never overwritten), 3049 when a
+// table of a damaged file cannot be read whole (unless options.keepPartial), the reader's error
+// for a file damaged beyond reading, the engine's for rows the new database refuses. After a
+// failure neither the destination nor a temporary file exists.
 ConversionCounts convertAccessDatabase(const QString& accessPath, const QString& destination,
-                                       const ConversionProgress& progress = {});
+                                       const ConversionProgress& progress = {},
+                                       const ConversionOptions& options = {});
 
 }  // namespace shell

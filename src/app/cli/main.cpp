@@ -9,6 +9,7 @@
 
 #include "access/access_reader.h"
 #include "cli/commands.h"
+#include "engine/scratch_files.h"
 
 namespace {
 
@@ -40,9 +41,11 @@ void printHelp(QTextStream& out) {
            "  new FILE               create a compilation database from the template\n"
            "  sql FILE \"STATEMENT\"   run one statement in the Access SQL dialect\n"
            "  compact FILE           repair and compact a compilation database\n"
-           "  convert OLD.mdb NEW.mdb\n"
+           "  convert OLD.mdb NEW.mdb [--keep-partial]\n"
            "                         copy an Access compilation database of an earlier\n"
-           "                         version into a new database\n"
+           "                         version into a new database; a damaged file whose\n"
+           "                         tables cannot be read whole is refused unless\n"
+           "                         --keep-partial keeps the rows that could be read\n"
            "  make-albums OUT.mdb --albums N --seed S [--no-rating]\n"
            "                         write a generated album database (Access file)\n"
            "  tempsource DB ALBUM.mdb [--print]\n"
@@ -104,6 +107,7 @@ int main(int argc, char* argv[]) {
     QTextStream out(stdout);
     QTextStream err(stderr);
     accessfile::installAccessReader();
+    engine::removeScratchFilesOfEndedRuns();  // left by a run that was killed
     QStringList args = app->arguments().mid(1);
     if (args.isEmpty() || args[0] == QLatin1String("--help") || args[0] == QLatin1String("-h")) {
         printHelp(out);

@@ -197,10 +197,15 @@ QWidget* GetSongsWindow::buildSidePanel() {
     return panel;
 }
 
-// The loading sequence; every step that fails is skipped and the next one runs.
+// The loading sequence; without a source it stops, otherwise every step that fails is skipped
+// and the next one runs.
 void GetSongsWindow::load() {
     if (owner_ != nullptr) {
         setGeometry(shell::alignedWith(geometry(), owner_->geometry()));
+    }
+    sourceBuilt_ = buildSource();
+    if (!sourceBuilt_) {
+        return;
     }
     loadStep([this] { bindSource(); });
     loadStep([this] { readCompilation(); });
@@ -222,11 +227,21 @@ void GetSongsWindow::load() {
 
 // A new TempSource starts unfiltered and in the order it was built in, so the filter and sort
 // of an earlier opening are dropped: the goto list and the count then match the grid.
-void GetSongsWindow::bindSource() {
+bool GetSongsWindow::buildSource() {
     shell::AppState& state = session_.state();
     state.filterClause.clear();
     state.sortClause.clear();
-    store::buildTempSource(state.database, state.album);
+    try {
+        store::buildTempSource(state.database, state.album);
+    } catch (const engine::JetError& error) {
+        dialogs_.exclamation(error.description());
+        return false;
+    }
+    return true;
+}
+
+void GetSongsWindow::bindSource() {
+    shell::AppState& state = session_.state();
     sourceRows_.setDatabase(state.database);
     sourceRows_.setDatabaseName(state.databasePath);
     sourceRows_.setRecordSource(QStringLiteral("TempSource"));
