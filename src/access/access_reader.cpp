@@ -60,12 +60,14 @@ std::vector<engine::IncompleteTable> incompleteTables(const QByteArray& output) 
     for (const QByteArray& line : output.split('\n')) {
         if (!line.startsWith(prefix))
             continue;
-        const QList<QByteArray> parts = line.mid(prefix.size()).split(' ');
-        if (parts.size() < 3)
+        const QByteArray rest = line.mid(prefix.size());
+        const qsizetype afterExpected = rest.indexOf(' ');
+        const qsizetype afterCopied = rest.indexOf(' ', afterExpected + 1);
+        if (afterExpected < 0 || afterCopied < 0)
             continue;
-        tables.push_back({QString::fromUtf8(line.mid(prefix.size() + parts[0].size() +
-                                                     parts[1].size() + 2)),
-                          parts[0].toLongLong(), parts[1].toLongLong()});
+        tables.push_back(
+            {QString::fromUtf8(rest.mid(afterCopied + 1)), rest.left(afterExpected).toLongLong(),
+             rest.mid(afterExpected + 1, afterCopied - afterExpected - 1).toLongLong()});
     }
     return tables;
 }

@@ -13,7 +13,9 @@ void setForeignTableReader(std::shared_ptr<ForeignTableReader> reader) {
     installedReader() = std::move(reader);
 }
 
-ForeignTableReader* foreignTableReader() { return installedReader().get(); }
+ForeignTableReader* foreignTableReader() {
+    return installedReader().get();
+}
 
 QStringList describeIncompleteTables(const std::vector<IncompleteTable>& tables) {
     QStringList lines;

@@ -21,7 +21,7 @@ QStringList describeIncompleteTables(const std::vector<IncompleteTable>& tables)
 // Reads tables out of database files the engine cannot open itself (Access files). The engine
 // uses it for linked tables and for opening such a file read-only to list its tables.
 class ForeignTableReader {
-public:
+  public:
     virtual ~ForeignTableReader() = default;
     // True when the file looks like one this reader understands (by its header).
     virtual bool canRead(const QString& file) const = 0;

@@ -72,8 +72,8 @@ bool writeAll(int fd, const QByteArray& bytes) {
     }
     qsizetype done = 0;
     while (done < bytes.size()) {
-        const ssize_t written = pwrite(fd, bytes.constData() + done, size_t(bytes.size() - done),
-                                       off_t(done));
+        const ssize_t written =
+            pwrite(fd, bytes.constData() + done, size_t(bytes.size() - done), off_t(done));
         if (written <= 0) {
             return false;
         }

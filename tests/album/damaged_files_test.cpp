@@ -1,6 +1,6 @@
 #include <QFile>
-#include <QRegularExpression>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <functional>
 
 #include "album/album_builder.h"

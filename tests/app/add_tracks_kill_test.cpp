@@ -170,8 +170,8 @@ TEST_F(AddTracksKill, AStartLeavesTheFilesOfALiveProcessAlone) {
 TEST_F(AddTracksKill, AKilledConversionLeavesNothingAfterTheNextStart) {
     const QString old = dir.filePath("old.mdb");
     const QString copy = dir.filePath("new.mdb");
-    testsupport::writeOldCompilationDatabase(old,
-                                             testsupport::sampleOldCompilations(jet4::Format::Jet4, 3000));
+    testsupport::writeOldCompilationDatabase(
+        old, testsupport::sampleOldCompilations(jet4::Format::Jet4, 3000));
     process.setArguments({"convert", old, copy});
     const qint64 whole = runToTheEnd();
     ASSERT_TRUE(QFile::remove(copy));

@@ -242,7 +242,8 @@ TEST_P(DamagedConversion, SaysWhatItCouldNotReadAndKeepsAPartialCopyOnlyOnReques
     const QByteArray before = testsupport::fileDigest(old);
 
     EXPECT_EQ(errorOf(old, converted), engine::jet::kDatabaseCorrupt);
-    const QRegularExpression line(QStringLiteral("CompilationTrack: 300 rows expected, (\\d+) read"));
+    const QRegularExpression line(
+        QStringLiteral("CompilationTrack: 300 rows expected, (\\d+) read"));
     const QRegularExpressionMatch found = line.match(message);
     ASSERT_TRUE(found.hasMatch()) << message.toStdString();
     const qint64 read = found.captured(1).toLongLong();
@@ -255,9 +256,10 @@ TEST_P(DamagedConversion, SaysWhatItCouldNotReadAndKeepsAPartialCopyOnlyOnReques
     const shell::ConversionCounts counts = shell::convertAccessDatabase(old, converted, {}, keep);
     EXPECT_EQ(counts.compilations, 6);
     EXPECT_EQ(counts.tracks + counts.tracksLeftOut, read);
-    EXPECT_EQ(counts.notes,
-              QStringList({"Not every row of the damaged file could be read:",
-                           QStringLiteral("CompilationTrack: 300 rows expected, %1 read").arg(read)}));
+    EXPECT_EQ(
+        counts.notes,
+        QStringList({"Not every row of the damaged file could be read:",
+                     QStringLiteral("CompilationTrack: 300 rows expected, %1 read").arg(read)}));
     EXPECT_EQ(testsupport::queryRaw(converted, "SELECT count(*) FROM CompilationTrack"),
               QString::number(counts.tracks));
     EXPECT_EQ(files(), QStringList({"coll-converted.mdb", "coll.mdb"}));
@@ -267,8 +269,7 @@ TEST_P(DamagedConversion, SaysWhatItCouldNotReadAndKeepsAPartialCopyOnlyOnReques
 INSTANTIATE_TEST_SUITE_P(Formats, DamagedConversion,
                          ::testing::Values(jet4::Format::Jet4, jet4::Format::Jet3),
                          [](const auto& info) {
-                             return std::string(info.param == jet4::Format::Jet4 ? "Jet4"
-                                                                                 : "Jet3");
+                             return std::string(info.param == jet4::Format::Jet4 ? "Jet4" : "Jet3");
                          });
 
 TEST_F(Conversion, AnExistingDestinationIsNeverOverwritten) {

@@ -174,16 +174,16 @@ struct StaleSourceCase {
     const char* message;
 };
 
-class StaleTempSource : public AlbumSource, public ::testing::WithParamInterface<StaleSourceCase> {
-};
+class StaleTempSource : public AlbumSource,
+                        public ::testing::WithParamInterface<StaleSourceCase> {};
 
 TEST_P(StaleTempSource, IsNeverUsedWhenItCannotBeRemoved) {
     connect(makeAlbums(true));
     store::buildTempSource(database, state);
     ASSERT_EQ(state.passedCount, 8);
     database.close();  // killed: TempSource stays in the file
-    database = engine::Workspace::defaultWorkspace().openDatabase(compilationPath,
-                                                                  GetParam().readOnly);
+    database =
+        engine::Workspace::defaultWorkspace().openDatabase(compilationPath, GetParam().readOnly);
     std::optional<testsupport::WriteLock> otherWriter;
     if (!GetParam().readOnly) {
         otherWriter.emplace(compilationPath);
@@ -214,17 +214,17 @@ TEST_P(StaleTempSource, IsNeverUsedWhenItCannotBeRemoved) {
     EXPECT_TRUE(editor.albumConnected);
     store::buildTempSource(database, state);
     EXPECT_EQ(state.passedCount, 8);
-    EXPECT_TRUE(sourceRows("SELECT RatingTrack FROM TempSource WHERE RatingTrack IS NOT NULL")
-                    .isEmpty());
+    EXPECT_TRUE(
+        sourceRows("SELECT RatingTrack FROM TempSource WHERE RatingTrack IS NOT NULL").isEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Causes, StaleTempSource,
-    ::testing::Values(
-        StaleSourceCase{"LockedByAnotherWriter", false, 3218, "Could not update; currently locked."},
-        StaleSourceCase{"ReadOnlyFile", true, 3027,
-                        "Cannot update. Database or object is read-only."}),
-    [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Causes, StaleTempSource,
+                         ::testing::Values(StaleSourceCase{"LockedByAnotherWriter", false, 3218,
+                                                           "Could not update; currently locked."},
+                                           StaleSourceCase{
+                                               "ReadOnlyFile", true, 3027,
+                                               "Cannot update. Database or object is read-only."}),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST(RecordingYear, TakesTheFirstFourCharactersOfTheTrimmedText) {
     EXPECT_EQ(store::recordingYear(" 1987-05-01").toString(), "1987");

@@ -18,7 +18,10 @@ int usage(Streams streams, const QString& text) {
 }
 
 int reportError(Streams streams, const engine::JetError& error) {
-    streams.err << "Error " << error.number() << ": " << error.description() << Qt::endl;
+    streams.err
+        << "Error " << error.number() << ": "
+        << QString(error.description()).replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
+        << Qt::endl;
     return 1;
 }
 
