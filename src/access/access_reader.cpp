@@ -53,6 +53,25 @@ QString errorText(const QByteArray& errors) {
     return QString::fromUtf8(errors).trimmed();
 }
 
+// The tables the program reported it could not read whole.
+std::vector<engine::IncompleteTable> incompleteTables(const QByteArray& output) {
+    const QByteArray prefix(protocol::kIncompletePrefix);
+    std::vector<engine::IncompleteTable> tables;
+    for (const QByteArray& line : output.split('\n')) {
+        if (!line.startsWith(prefix))
+            continue;
+        const QByteArray rest = line.mid(prefix.size());
+        const qsizetype afterExpected = rest.indexOf(' ');
+        const qsizetype afterCopied = rest.indexOf(' ', afterExpected + 1);
+        if (afterExpected < 0 || afterCopied < 0)
+            continue;
+        tables.push_back(
+            {QString::fromUtf8(rest.mid(afterCopied + 1)), rest.left(afterExpected).toLongLong(),
+             rest.mid(afterExpected + 1, afterCopied - afterExpected - 1).toLongLong()});
+    }
+    return tables;
+}
+
 QString executableFolder() {
     if (QCoreApplication::instance() != nullptr)
         return QCoreApplication::applicationDirPath();
@@ -91,12 +110,14 @@ QStringList AccessTableReader::tableNames(const QString& file) {
     return names;
 }
 
-void AccessTableReader::copyTables(const QString& file, const QStringList& tables,
-                                   const QString& sqliteOut) {
+std::vector<engine::IncompleteTable> AccessTableReader::copyTables(const QString& file,
+                                                                   const QStringList& tables,
+                                                                   const QString& sqliteOut) {
     if (tables.isEmpty())
-        return;
-    run(file, QStringList{QString::fromLatin1(protocol::kCopyCommand), file, sqliteOut} + tables,
-        tables);
+        return {};
+    return incompleteTables(run(
+        file, QStringList{QString::fromLatin1(protocol::kCopyCommand), file, sqliteOut} + tables,
+        tables));
 }
 
 // Checks the file before starting the program, so that foreign files never reach libmdb, then

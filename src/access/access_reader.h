@@ -19,8 +19,8 @@ class AccessTableReader : public engine::ForeignTableReader {
 
     bool canRead(const QString& file) const override;
     QStringList tableNames(const QString& file) override;
-    void copyTables(const QString& file, const QStringList& tables,
-                    const QString& sqliteOut) override;
+    std::vector<engine::IncompleteTable> copyTables(const QString& file, const QStringList& tables,
+                                                    const QString& sqliteOut) override;
 
   private:
     QByteArray run(const QString& file, const QStringList& arguments,

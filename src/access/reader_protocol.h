@@ -21,5 +21,8 @@ enum ExitCode : int {
 inline constexpr char kMissingTablePrefix[] = "table not found: ";
 // Lines on stdout while copying, so a watcher sees the program is still working.
 inline constexpr char kProgressPrefix[] = "progress ";
+// A line on stdout for a table of which not every row could be read: the prefix, the row count
+// its definition states, the rows copied and the table's name, separated by blanks.
+inline constexpr char kIncompletePrefix[] = "incomplete ";
 
 }  // namespace accessfile::protocol

@@ -5,13 +5,13 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryFile>
 #include <QUrl>
 
 #include "engine/database_file.h"
 #include "engine/foreign_tables.h"
 #include "engine/jet_dialect.h"
 #include "engine/jet_error.h"
+#include "engine/scratch_files.h"
 #include "engine/sqlite_statement.h"
 
 namespace engine {
@@ -182,11 +182,12 @@ void Connection::close() {
     // The links' views and attachments end with the connection; what must not outlive it are
     // the scratch copies of foreign files.
     for (const QString& copy : copiedFiles_) {
-        QFile::remove(copy);
+        removeScratchFile(copy);
     }
     links_.clear();
     attachedFiles_.clear();
     copiedFiles_.clear();
+    incompleteCopies_.clear();
     linkedFileTables_.clear();
     sqlite3_close_v2(db_);
     db_ = nullptr;
@@ -253,16 +254,11 @@ ForeignTableReader& Connection::readerFor(const QString& file) {
     return *reader;
 }
 
+// Named in this process's owner file before the reader writes it, so that a copy left by a
+// killed run goes at the next start.
 QString Connection::newScratchFile() {
-    QTemporaryFile temp(QDir::tempPath() + QStringLiteral("/mixorama-links-XXXXXX.sqlite"));
-    temp.setAutoRemove(false);
-    if (!temp.open()) {
-        throw JetError(jet::kDiskError, QStringLiteral("Disk or network error."));
-    }
-    const QString path = temp.fileName();
-    temp.close();
-    QFile::remove(path);
-    return path;
+    return newScratchPath(QDir::tempPath(), QStringLiteral("mixorama-links-"),
+                          QStringLiteral(".sqlite"));
 }
 
 // Copies tables of a foreign file into its scratch copy, which is attached before and after.
@@ -275,11 +271,12 @@ QString Connection::copyForeignTables(const QString& file, const QStringList& ta
     if (!fresh) {
         execSqlite(db(), QStringLiteral("DETACH DATABASE %1").arg(quoteName(schema)));
     }
+    std::vector<IncompleteTable> incomplete;
     try {
-        reader.copyTables(file, tables, copy);
+        incomplete = reader.copyTables(file, tables, copy);
     } catch (...) {
         if (fresh) {
-            QFile::remove(copy);
+            removeScratchFile(copy);
         } else {
             attach(copy, schema);
         }
@@ -290,8 +287,27 @@ QString Connection::copyForeignTables(const QString& file, const QStringList& ta
         attachedFiles_.insert(key, schema);
         copiedFiles_.insert(schema, copy);
     }
+    std::vector<IncompleteTable>& known = incompleteCopies_[schema];
+    for (const QString& table : tables) {  // copied afresh: what an earlier copy lacked is gone
+        std::erase_if(known, [&](const IncompleteTable& t) {
+            return t.table.compare(table, Qt::CaseInsensitive) == 0;
+        });
+    }
+    known.insert(known.end(), incomplete.begin(), incomplete.end());
     attach(copy, schema);
     return schema;
+}
+
+std::vector<IncompleteTable> Connection::incompleteLinks() const {
+    std::vector<IncompleteTable> found;
+    for (const LinkedTable& link : links_) {
+        for (const IncompleteTable& table : incompleteCopies_.value(link.schema)) {
+            if (table.table.compare(link.sourceTableName, Qt::CaseInsensitive) == 0) {
+                found.push_back(table);
+            }
+        }
+    }
+    return found;
 }
 
 void Connection::prefetchLinkedTables(const QString& file, const QStringList& tables) {
@@ -379,9 +395,10 @@ void Connection::detachIfUnused(const QString& schema) {
             break;
         }
     }
+    incompleteCopies_.remove(schema);
     const QString copy = copiedFiles_.take(schema);
     if (!copy.isEmpty()) {
-        QFile::remove(copy);
+        removeScratchFile(copy);
     }
 }
 

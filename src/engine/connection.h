@@ -5,11 +5,13 @@
 #include <QStringList>
 #include <memory>
 
+#include <vector>
+
 #include "engine/field_type.h"
+#include "engine/foreign_tables.h"
 
 namespace engine {
 class FileUse;
-class ForeignTableReader;
 }  // namespace engine
 
 struct sqlite3;
@@ -64,6 +66,8 @@ class Connection {
     // linking them one by one afterwards reads nothing more.
     void prefetchLinkedTables(const QString& file, const QStringList& tables);
     bool removeLink(const QString& name);
+    // The linked tables whose foreign file could not be read whole.
+    std::vector<IncompleteTable> incompleteLinks() const;
 
     int nextSnapshotNumber() { return ++snapshotCounter_; }
 
@@ -89,6 +93,7 @@ class Connection {
     QHash<QString, QString> attachedFiles_;         // linked file -> schema
     QHash<QString, QString> copiedFiles_;           // schema -> temporary copy to delete
     QHash<QString, QStringList> linkedFileTables_;  // foreign file -> the tables it holds
+    QHash<QString, std::vector<IncompleteTable>> incompleteCopies_;  // by schema
     int attachCounter_ = 0;
     int snapshotCounter_ = 0;
 };

@@ -64,12 +64,15 @@ int selectInto(sqlite3* db, const QString& table, const QString& select) {
     return rows;
 }
 
+// The file of a Connect string. DATABASE= is its last item and its value runs to the end of the
+// string, so that a file name holding ";" stays whole.
 QString linkedFile(const TableDef& definition) {
-    const int at = definition.connect.indexOf(QLatin1String("DATABASE="), 0, Qt::CaseInsensitive);
+    const QLatin1String key("DATABASE=");
+    const qsizetype at = definition.connect.indexOf(key, 0, Qt::CaseInsensitive);
     if (at < 0) {
         throw JetError(jet::kNotADatabase, QStringLiteral("Could not find installable ISAM."));
     }
-    return definition.connect.mid(at + 9).section(QLatin1Char(';'), 0, 0);
+    return definition.connect.mid(at + key.size());
 }
 
 QString sourceTable(const TableDef& definition) {
@@ -161,16 +164,7 @@ bool Database::hasTable(const QString& name) const {
 void Database::appendTable(const TableDef& definition) {
     std::shared_ptr<Connection> shared = connection();
     if (!definition.connect.isEmpty()) {
-        const int at =
-            definition.connect.indexOf(QLatin1String("DATABASE="), 0, Qt::CaseInsensitive);
-        if (at < 0) {
-            throw JetError(jet::kNotADatabase, QStringLiteral("Could not find installable ISAM."));
-        }
-        QString file = definition.connect.mid(at + 9);
-        file = file.section(QLatin1Char(';'), 0, 0);
-        const QString source =
-            definition.sourceTableName.isEmpty() ? definition.name : definition.sourceTableName;
-        shared->addLink(definition.name, file, source);
+        shared->addLink(definition.name, linkedFile(definition), sourceTable(definition));
         return;
     }
     if (hasTable(definition.name)) {
@@ -240,6 +234,10 @@ QString Database::linkConnect(const QString& table) const {
     const auto& links = connection()->links();
     const auto it = links.find(table.toLower());
     return it == links.end() ? QString() : QStringLiteral(";DATABASE=") + it->file;
+}
+
+std::vector<IncompleteTable> Database::incompleteLinks() const {
+    return connection()->incompleteLinks();
 }
 
 void Database::createQueryDef(const QString& name, const QString& jetSql) {

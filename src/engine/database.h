@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/field_type.h"
+#include "engine/foreign_tables.h"
 #include "engine/recordset.h"
 
 namespace engine {
@@ -20,6 +21,7 @@ struct FieldDef {
 
 // A table definition to append: a local table with fields, or a linked table whose Connect is
 // ";DATABASE=" followed by the file and whose SourceTableName names the table in that file.
+// DATABASE= is the last item of Connect: the file name runs to its end, ";" included.
 struct TableDef {
     QString name;
     QString connect;
@@ -54,6 +56,8 @@ class Database {
     void deleteTable(const QString& name);  // throws 3265 when there is none
     void appendField(const QString& table, const FieldDef& field);
     QString linkConnect(const QString& table) const;  // ";DATABASE=file" of a linked table, else ""
+    // Linked tables of which not every row could be read from their damaged file.
+    std::vector<IncompleteTable> incompleteLinks() const;
     void refreshTableDefs() {}  // names are always read afresh; kept for the callers' rhythm
 
     // Query definitions: a named one is kept as a view; an unnamed one runs at once.

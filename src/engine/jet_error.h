@@ -15,6 +15,7 @@ inline constexpr int kUpdateWithoutEdit = 3020;
 inline constexpr int kTableExists = 3010;
 inline constexpr int kNotADatabase = 3343;         // unrecognised database format
 inline constexpr int kCannotOpenFile = 3051;
+inline constexpr int kDatabaseCorrupt = 3049;      // a damaged file: not every row readable
 inline constexpr int kCannotFindInputTable = 3078;
 inline constexpr int kSyntaxError = 3075;          // syntax error in a query or criterion
 inline constexpr int kItemNotFound = 3265;         // no such field or table definition

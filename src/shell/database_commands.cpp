@@ -34,6 +34,17 @@ void reportUnreadableFile(const engine::JetError& error, platform::Dialogs& dial
     }
 }
 
+// TempSource and album links left by an earlier run or window. What cannot be removed now (the
+// file locked by another writer, a read-only file) does no harm: nothing reads TempSource before
+// a connect has removed it, and a connect that cannot remove it refuses with the reason.
+void dropLeftAlbumLinks(engine::Database& database) {
+    try {
+        store::dropAlbumLinks(database);
+    } catch (const engine::JetError&) {
+        // left for the next connect, which removes it or says why it cannot
+    }
+}
+
 }  // namespace
 
 platform::FileRequest databaseFileRequest(const QString& title, bool mayNotExist) {
@@ -132,6 +143,9 @@ std::optional<QString> convertOnRequest(const QString& accessPath, platform::Dia
         const ConversionCounts counts = convertAccessDatabase(
             accessPath, *destination, [&](const QString& text) { feedback.setStatusText(text); });
         reportLeftOutTracks(counts, dialogs);
+        if (!counts.notes.isEmpty()) {
+            dialogs.information(counts.notes.join(QStringLiteral("\r\n")));
+        }
     } catch (const engine::JetError& error) {
         dialogs.exclamation(conversionFailure(accessPath, error));
         return std::nullopt;
@@ -167,7 +181,7 @@ OpenOutcome openCompilationDatabase(const QString& path, AppState& state,
         state.databasePath = QFileInfo(path).absoluteFilePath();  // the full path, as typed or not
         state.database = database;
         state.inputHint = kInputHint;
-        store::dropAlbumLinks(state.database);
+        dropLeftAlbumLinks(state.database);
         store::ensureTrackLookupIndex(state.database);
     } catch (const engine::JetError& error) {
         abandonCompilationDatabase(state);
@@ -179,7 +193,7 @@ OpenOutcome openCompilationDatabase(const QString& path, AppState& state,
 
 void closeCompilationDatabase(AppState& state) {
     if (state.database.isOpen()) {
-        store::dropAlbumLinks(state.database);
+        dropLeftAlbumLinks(state.database);
         state.database.close();
     }
     state.database = engine::Database();

@@ -4,11 +4,11 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>
-#include <QTemporaryFile>
 
 #include "engine/database_file.h"
 #include "engine/foreign_tables.h"
 #include "engine/jet_error.h"
+#include "engine/scratch_files.h"
 #include "engine/transaction.h"
 #include "engine/workspace.h"
 #include "platform/split_path.h"
@@ -37,23 +37,27 @@ JetError databaseExists() {
     return JetError(jet::kDatabaseExists, QStringLiteral("Database already exists."));
 }
 
-// A file that is removed when the conversion ends, unless it was kept.
+// A file that is removed, with its journal, when the conversion ends, unless it was kept; after a
+// kill, the next start removes it.
 class TemporaryFile {
   public:
-    // A name that does not exist yet: pattern as QTemporaryFile takes it.
-    explicit TemporaryFile(const QString& pattern) {
-        QTemporaryFile probe(pattern);
-        if (!probe.open()) {
+    // A name that does not exist yet in folder: prefix, random letters, suffix.
+    TemporaryFile(const QString& folder, const QString& prefix, const QString& suffix)
+        : path_(engine::newScratchPath(folder, prefix, suffix)) {
+        // Fails here, before any reading, where the folder takes no new file.
+        QFile probe(path_);
+        if (!probe.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
+            engine::removeScratchFile(path_);
             throw JetError(jet::kDiskError, QStringLiteral("Disk or network error. (cannot "
                                                            "create a file in '%1')")
-                                                .arg(QFileInfo(pattern).absolutePath()));
+                                                .arg(QDir::toNativeSeparators(folder)));
         }
-        path_ = probe.fileName();
-        // probe removes its file: the engine creates its own there and refuses an existing one
+        probe.close();
+        probe.remove();  // the engine creates its own there and refuses an existing one
     }
     ~TemporaryFile() {
         if (!path_.isEmpty()) {
-            QFile::remove(path_);
+            engine::removeScratchFile(path_);
         }
     }
     TemporaryFile(const TemporaryFile&) = delete;
@@ -70,6 +74,7 @@ class TemporaryFile {
             throw JetError(jet::kDiskError,
                            QStringLiteral("Disk or network error. (%1)").arg(file.errorString()));
         }
+        engine::keepScratchFile(path_);
         path_.clear();
     }
 
@@ -90,6 +95,14 @@ class OpenDatabase {
   private:
     engine::Database database_;
 };
+
+JetError damagedFile(const QString& accessPath,
+                     const std::vector<engine::IncompleteTable>& incomplete) {
+    return JetError(jet::kDatabaseCorrupt,
+                    QStringLiteral("'%1' is damaged: not every row could be read.\r\n")
+                            .arg(QDir::toNativeSeparators(accessPath)) +
+                        engine::describeIncompleteTables(incomplete).join(QStringLiteral("\r\n")));
+}
 
 engine::ForeignTableReader& readerOf(const QString& accessPath) {
     engine::ForeignTableReader* reader = engine::foreignTableReader();
@@ -239,7 +252,8 @@ QString convertedCopyPath(const QString& accessPath) {
 }
 
 ConversionCounts convertAccessDatabase(const QString& accessPath, const QString& destination,
-                                       const ConversionProgress& progress) {
+                                       const ConversionProgress& progress,
+                                       const ConversionOptions& options) {
     if (QFileInfo::exists(destination)) {
         throw databaseExists();
     }
@@ -247,16 +261,23 @@ ConversionCounts convertAccessDatabase(const QString& accessPath, const QString&
     if (progress) {
         progress(kConvertingText);
     }
-    const TemporaryFile scratch(
-        QDir::temp().filePath(QStringLiteral("mixorama-old-XXXXXX.sqlite")));
-    reader.copyTables(accessPath, QStringList{kCompilation, kCompilationTrack} + kValueLists,
-                      scratch.path());
+    const TemporaryFile scratch(QDir::tempPath(), QStringLiteral("mixorama-old-"),
+                                QStringLiteral(".sqlite"));
+    const std::vector<engine::IncompleteTable> incomplete = reader.copyTables(
+        accessPath, QStringList{kCompilation, kCompilationTrack} + kValueLists, scratch.path());
+    if (!incomplete.empty() && !options.keepPartial) {
+        throw damagedFile(accessPath, incomplete);
+    }
     const QFileInfo target(destination);
-    TemporaryFile copy(target.absoluteDir().filePath(target.completeBaseName() +
-                                                     QStringLiteral("-XXXXXX.converting")));
+    TemporaryFile copy(target.absolutePath(), target.completeBaseName() + QLatin1Char('-'),
+                       QStringLiteral(".converting"));
     createFromTemplate(copy.path());
     ConversionCounts counts = copyIntoNewDatabase(copy.path(), scratch.path(), progress);
     counts.corrections = repairCompilationInvariants(copy.path());
+    if (!incomplete.empty()) {
+        counts.notes << QStringLiteral("Not every row of the damaged file could be read:")
+                     << engine::describeIncompleteTables(incomplete);
+    }
     engine::Workspace::repairDatabase(copy.path());  // the integrity check
     copy.renameTo(destination);
     return counts;

@@ -18,6 +18,13 @@ struct ConversionCounts {
     // Where the old file broke the invariants (sums, track numbers 1 to n) the copy was
     // corrected: one line per correction, naming the compilation.
     QStringList corrections;
+    QStringList notes;         // further lines for the user about the copy, in order
+};
+
+struct ConversionOptions {
+    // A damaged file whose tables cannot all be read whole is still copied, as far as it reads;
+    // notes then name what is missing.
+    bool keepPartial = false;
 };
 
 // Status texts while a conversion runs: kConvertingText, then with the counts found.
@@ -35,10 +42,12 @@ QString convertedCopyPath(const QString& accessPath);
 // Copies the five tables of the Access file into a new compilation database at destination:
 // every row with its ids, the old value lists in place of the template's. The copy is built in
 // a temporary file beside the destination and renamed to it only when it is complete and whole.
-// Throws JetError: 3204 when the destination exists (it is never overwritten), the reader's
-// error for a damaged file, the engine's for rows the new database refuses. After a failure
-// neither the destination nor the temporary file exists.
+// Throws JetError: 3204 when the destination exists (it is never overwritten), 3049 when a
+// table of a damaged file cannot be read whole (unless options.keepPartial), the reader's error
+// for a file damaged beyond reading, the engine's for rows the new database refuses. After a
+// failure neither the destination nor a temporary file exists.
 ConversionCounts convertAccessDatabase(const QString& accessPath, const QString& destination,
-                                       const ConversionProgress& progress = {});
+                                       const ConversionProgress& progress = {},
+                                       const ConversionOptions& options = {});
 
 }  // namespace shell

@@ -18,7 +18,7 @@ void buildPickerSource(AppState& state) {
     try {
         state.album.passedCount = query::countPassingTracks(state.database, state.filterClause);
     } catch (const engine::JetError&) {
-        // A source the filter no longer fits (no TempSource could be built): shown unfiltered.
+        // A filter the new source cannot answer: the source is shown unfiltered.
         state.filterClause.clear();
     }
 }

@@ -37,12 +37,42 @@ void markConnected(EditorConnection& editor) {
     }
 }
 
-void ignoringErrors(const std::function<void()>& step) {
+// Deletes a table or link; one that is not there is no failure. Anything else (the file locked
+// by another writer, a read-only file) ends the step that asked: TempSource must never outlive
+// a failed attempt to replace it unnoticed.
+void deleteIfPresent(engine::Database& database, const QString& table) {
     try {
-        step();
-    } catch (const engine::JetError&) {
-        // These steps tolerate what is missing and go on with what exists.
+        database.deleteTable(table);
+    } catch (const engine::JetError& error) {
+        if (error.number() != engine::jet::kItemNotFound) {
+            throw;
+        }
     }
+}
+
+// The album tables TempSource is made from; TrackRating is optional.
+bool albumTablesLinked(const engine::Database& database) {
+    for (const QString& table : albumLinkOrder()) {
+        if (table != kRatingTable && database.linkConnect(table).isEmpty()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// A damaged page of the album file reads as no rows: the user hears which tracks are missing
+// from the source rather than missing them unnoticed.
+void reportIncompleteTables(const engine::Database& database, const QString& albumPath,
+                            platform::Dialogs& dialogs) {
+    const std::vector<engine::IncompleteTable> incomplete = database.incompleteLinks();
+    if (incomplete.empty()) {
+        return;
+    }
+    dialogs.exclamation(
+        QStringLiteral("The album database '%1' is damaged: not every row could be read.\r\n")
+            .arg(albumPath) +
+        engine::describeIncompleteTables(incomplete).join(QStringLiteral("\r\n")) +
+        QStringLiteral("\r\nThe rows that could not be read are missing from the tracks."));
 }
 
 }  // namespace
@@ -78,6 +108,14 @@ void connectAlbumDatabase(engine::Database& database, platform::Dialogs& dialogs
     }
     try {
         dropAlbumLinks(database);
+    } catch (const engine::JetError& error) {
+        // TempSource or the links of an earlier connect could not be removed: going on would
+        // show their rows as those of the chosen file.
+        markConnectFailed(state, editor);
+        dialogs.exclamation(error.description());
+        return;
+    }
+    try {
         setAlbumFolderSetting(platform::splitPath(*chosen).folder);
         state.albumDatabasePath = *chosen;
         const QString connect = QStringLiteral(";DATABASE=") + state.albumDatabasePath;
@@ -102,6 +140,7 @@ void connectAlbumDatabase(engine::Database& database, platform::Dialogs& dialogs
         // No rating table: the album database is fine without it. TrackRating is linked last,
         // so every other link is in place.
     }
+    reportIncompleteTables(database, state.albumDatabasePath, dialogs);
     markConnected(editor);
 }
 
@@ -115,7 +154,7 @@ void dropAlbumLinks(engine::Database& database) {
            << "TrackRating"
            << "Location";
     for (const QString& table : tables) {
-        ignoringErrors([&] { database.deleteTable(table); });
+        deleteIfPresent(database, table);
     }
     database.refreshTableDefs();
 }
@@ -189,33 +228,32 @@ QString tempSourceFillStatement(bool withRating) {
 }
 
 void buildTempSource(engine::Database& database, AlbumSourceState& state) {
+    state.passedCount = 0;
     // One transaction for the whole build: the table's new pages then need no journal, and the
     // file never holds half a TempSource.
     engine::ScopedTransaction build(database);
-    ignoringErrors([&] { database.deleteTable(QStringLiteral("TempSource")); });
+    deleteIfPresent(database, QStringLiteral("TempSource"));
+    if (!albumTablesLinked(database)) {
+        build.commit();  // nothing connected: no source rows
+        return;
+    }
     // The empty table takes its column types from the album tables; the rows then arrive
     // already fixed up, in one pass.
-    ignoringErrors([&] { database.execute(tempSourceShapeStatement(state.albumHasRating)); });
+    database.execute(tempSourceShapeStatement(state.albumHasRating));
     database.refreshTableDefs();
-    ignoringErrors([&] {
-        database.appendField(QStringLiteral("TempSource"),
-                             {QStringLiteral("MyRecorded"), engine::FieldType::Integer, 0});
-    });
+    database.appendField(QStringLiteral("TempSource"),
+                         {QStringLiteral("MyRecorded"), engine::FieldType::Integer, 0});
     if (!state.albumHasRating) {
-        ignoringErrors([&] {
-            database.appendField(QStringLiteral("TempSource"),
-                                 {QStringLiteral("RatingTrack"), engine::FieldType::Text, 50});
-        });
+        database.appendField(QStringLiteral("TempSource"),
+                             {QStringLiteral("RatingTrack"), engine::FieldType::Text, 50});
     }
-    ignoringErrors([&] { database.execute(tempSourceFillStatement(state.albumHasRating)); });
-    state.passedCount = 0;
-    ignoringErrors([&] {
-        engine::Recordset rows =
-            database.openRecordset(QStringLiteral("SELECT Count(*) AS N FROM TempSource"),
-                                   engine::RecordsetType::Snapshot);
-        state.passedCount = rows.value(0).toLongLong();
-    });
+    database.execute(tempSourceFillStatement(state.albumHasRating));
+    engine::Recordset rows = database.openRecordset(
+        QStringLiteral("SELECT Count(*) AS N FROM TempSource"), engine::RecordsetType::Snapshot);
+    const qint64 count = rows.value(0).toLongLong();
+    rows.close();
     build.commit();
+    state.passedCount = count;
 }
 
 QVariant recordingYear(const QString& recordedStart) {

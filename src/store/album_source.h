@@ -38,12 +38,14 @@ void setAlbumFolderSetting(const QString& folder);
 
 // Lets the user choose the album database and links its seven tables into the compilation
 // database. A file without the album tables shows the structure message; an album database
-// without TrackRating is accepted. Failures leave "Get Tracks" disabled.
+// without TrackRating is accepted; TempSource or links of an earlier connect that cannot be
+// removed give the engine's message. Failures leave "Get Tracks" disabled.
 void connectAlbumDatabase(engine::Database& database, platform::Dialogs& dialogs,
                           AlbumSourceState& state, EditorConnection& editor);
 
 // Removes TempSource and the album links from the compilation database; missing ones are no
-// failure. The album file itself is never touched.
+// failure, any other failure throws JetError (3218 locked, 3027 read-only). The album file
+// itself is never touched.
 void dropAlbumLinks(engine::Database& database);
 
 // TempSource without rows: the flattened album tables' columns with their types.
@@ -54,8 +56,9 @@ QString tempSourceShapeStatement(bool withRating);
 // the trimmed date text, where they are a whole number) and Null for empty versions.
 QString tempSourceFillStatement(bool withRating);
 
-// Builds TempSource from the linked album tables and sets passedCount to its rows. Every step
-// goes on after a failure; without links no TempSource is made and passedCount is 0.
+// Builds TempSource from the linked album tables and sets passedCount to its rows. Without links
+// no TempSource is made and passedCount is 0. Any failure throws JetError and leaves passedCount
+// 0; the caller must then not read TempSource, which may still hold rows of an earlier build.
 void buildTempSource(engine::Database& database, AlbumSourceState& state);
 
 // The recording year of a RecordedStart text: its first four characters after trimming blanks.

@@ -1,11 +1,13 @@
 #include <QFile>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <functional>
 
 #include "album/album_builder.h"
 #include "album/album_fixture.h"
 #include "jet4/jet4.h"
 #include "support/databases.h"
+#include "support/old_compilations.h"
 
 namespace albumtest {
 namespace {
@@ -112,6 +114,30 @@ TEST_P(DamagedAlbumFile, GivesAMessageAndLeavesTheCompilationsWhole) {
 
 INSTANTIATE_TEST_SUITE_P(Kinds, DamagedAlbumFile, ::testing::ValuesIn(kDamages),
                          [](const auto& info) { return std::string(info.param.name); });
+
+// A damaged page reads as no rows without an error from the reader: the connect says which
+// table lost rows, and the source holds what could be read.
+TEST_F(AlbumFileTest, ATableThatCannotBeReadWholeIsReportedAtConnect) {
+    const QString path = dir.file("albums; scratched.mdb");
+    albumgen::Options options;
+    options.albums = 12;
+    albumgen::writeAlbumDatabase(path, options);
+    const qint64 whole =
+        qint64(expectedSourceRows(albumgen::tableRows(albumgen::generate(options))).size());
+    testsupport::zeroADataPageOfTheLargestTable(path, jet4::Format::Jet4);
+
+    connectAndBuild(path);
+    ASSERT_EQ(dialogs.messages().size(), 1u);
+    const QString message = dialogs.messages()[0].text;
+    EXPECT_TRUE(message.startsWith("The album database '" + path + "' is damaged"))
+        << message.toStdString();
+    EXPECT_TRUE(message.contains(QRegularExpression(": (\\d+) rows expected, (\\d+) read\r\n")))
+        << message.toStdString();
+    EXPECT_EQ(dialogs.messages()[0].icon, platform::MessageIcon::Exclamation);
+    EXPECT_TRUE(editor.albumConnected);
+    EXPECT_GT(state.passedCount, 0);
+    EXPECT_LT(state.passedCount, whole);
+}
 
 TEST_F(AlbumFileTest, ACompilationDatabaseChosenAsAlbumDatabaseGetsTheStructureMessage) {
     const QString other = dir.file("other compilations.mdb");

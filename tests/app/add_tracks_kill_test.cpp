@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
@@ -15,9 +16,11 @@
 
 #include "app/program_run.h"
 #include "engine/jet_error.h"
+#include "engine/scratch_files.h"
 #include "engine/workspace.h"
 #include "support/compilation_invariants.h"
 #include "support/databases.h"
+#include "support/old_compilations.h"
 
 namespace {
 
@@ -74,6 +77,11 @@ class AddTracksKill : public ::testing::Test {
         return clock.elapsed();
     }
 
+    // Temporary files in the test's folder (its TMPDIR) and beside the databases.
+    QStringList temporaryFiles() const {
+        return QDir(dir.path()).entryList({"mixorama-*", "*.converting*"}, QDir::Files);
+    }
+
     void killAfter(qint64 ms) {
         process.start();
         ASSERT_TRUE(process.waitForStarted());
@@ -103,8 +111,10 @@ TEST_F(AddTracksKill, EveryCompilationStaysWholeWhenKilledAtAnyMoment) {
     // The moments that ended before the first add and after the last, for the search below.
     qint64 tooEarly = 0;
     qint64 tooLate = whole;
+    int killsLeavingFiles = 0;
     auto killAt = [&](qint64 ms) {
         killAfter(ms);
+        killsLeavingFiles += temporaryFiles().isEmpty() ? 0 : 1;
         const int after = tracksAfterOpen();
         EXPECT_GE(after, before) << "killed after " << ms << " ms";
         EXPECT_LE(after, before + kAdds);
@@ -128,6 +138,58 @@ TEST_F(AddTracksKill, EveryCompilationStaysWholeWhenKilledAtAnyMoment) {
     }
     std::cout << killedWhileAdding << " kills in the middle of the adds" << std::endl;
     EXPECT_GT(killedWhileAdding, 0) << "no kill landed between two adds";
+
+    // What a killed run leaves goes with the next start.
+    EXPECT_GT(killsLeavingFiles, 0);
+    runToTheEnd();
+    EXPECT_EQ(temporaryFiles(), QStringList());
+}
+
+// Two processes: a start removes only what runs that ended left; the files of a live process
+// (this test) stay, journal included, however they are named.
+TEST_F(AddTracksKill, AStartLeavesTheFilesOfALiveProcessAlone) {
+    const QByteArray savedTmp = qgetenv("TMPDIR");
+    qputenv("TMPDIR", dir.path().toUtf8());
+    const QString mine = engine::newScratchPath(dir.path(), "mixorama-links-", ".sqlite");
+    for (const QString& name : {mine, mine + "-journal"}) {
+        QFile file(name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("in use");
+    }
+    process.setArguments({"tracks", path, "Target"});
+    runToTheEnd();
+    EXPECT_TRUE(QFile::exists(mine));
+    EXPECT_TRUE(QFile::exists(mine + "-journal"));
+    engine::removeScratchFile(mine);
+    EXPECT_EQ(temporaryFiles(), QStringList()) << "the owner file goes with the last file";
+    qputenv("TMPDIR", savedTmp);
+}
+
+// convert killed at random moments: the next start removes the scratch copy of the old tables
+// and the half-built database with its journal; a destination is there only when complete.
+TEST_F(AddTracksKill, AKilledConversionLeavesNothingAfterTheNextStart) {
+    const QString old = dir.filePath("old.mdb");
+    const QString copy = dir.filePath("new.mdb");
+    testsupport::writeOldCompilationDatabase(
+        old, testsupport::sampleOldCompilations(jet4::Format::Jet4, 3000));
+    process.setArguments({"convert", old, copy});
+    const qint64 whole = runToTheEnd();
+    ASSERT_TRUE(QFile::remove(copy));
+    std::mt19937 random(1997);
+    std::uniform_int_distribution<qint64> moment(0, whole);
+    int killsLeavingFiles = 0;
+    for (int kill = 0; kill < 8; ++kill) {
+        killAfter(moment(random));
+        killsLeavingFiles += temporaryFiles().isEmpty() ? 0 : 1;
+        if (QFile::exists(copy)) {
+            EXPECT_EQ(testsupport::queryRaw(copy, "SELECT count(*) FROM CompilationTrack"), "3000");
+            QFile::remove(copy);
+        }
+    }
+    EXPECT_GT(killsLeavingFiles, 0);
+    process.setArguments({"tracks", path, "Target"});
+    runToTheEnd();
+    EXPECT_EQ(temporaryFiles(), QStringList());
 }
 
 // Renumbering by a sort, killed at random moments: the tracks keep either their old numbers or

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QImage>
 #include <QProcess>
+#include <QRegularExpression>
 
 #include "app/program_run.h"
 #include "support/databases.h"
@@ -165,6 +166,35 @@ TEST(ConvertCommand, CopiesAnOldAccessDatabaseAndRefusesToOverwrite) {
     EXPECT_TRUE(damaged.err.startsWith("Error 3343: ")) << damaged.err.toStdString();
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList({"new.mdb", "old.mdb"}));
     EXPECT_EQ(cli({"convert", old}).exitCode, 2);
+}
+
+// A file that reads without an error but not whole: refused unless a partial copy is asked for.
+TEST(ConvertCommand, RefusesADamagedFileUnlessAPartialCopyIsAskedFor) {
+    testsupport::TempDir dir;
+    const QString old = dir.file("old.mdb");
+    const QString copy = dir.file("new.mdb");
+    testsupport::writeOldCompilationDatabase(
+        old, testsupport::sampleOldCompilations(jet4::Format::Jet4));
+    testsupport::zeroADataPageOfTheLargestTable(old, jet4::Format::Jet4);
+
+    const ProgramRun refused = cli({"convert", old, copy});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_TRUE(refused.out.isEmpty()) << refused.out.toStdString();
+    const QRegularExpression lost(
+        "^Error 3049: '.*old.mdb' is damaged: not every row could be "
+        "read.\r?\nCompilationTrack: 300 rows expected, (\\d+) read\n");
+    const QRegularExpressionMatch match = lost.match(refused.err);
+    ASSERT_TRUE(match.hasMatch()) << refused.err.toStdString();
+    EXPECT_TRUE(refused.err.contains("--keep-partial"));
+    EXPECT_FALSE(QFile::exists(copy));
+
+    const ProgramRun kept = cli({"convert", old, copy, "--keep-partial"});
+    EXPECT_EQ(kept.exitCode, 0) << kept.err.toStdString();
+    EXPECT_TRUE(
+        kept.out.endsWith("Not every row of the damaged file could be read:\n"
+                          "CompilationTrack: 300 rows expected, " +
+                          match.captured(1) + " read\n"))
+        << kept.out.toStdString();
 }
 
 TEST(Screenshots, EveryWindowIsPictured) {

@@ -81,6 +81,37 @@ TEST_F(TrackCommands, RecordedTracksAreListedAndSkippedOnRequest) {
     EXPECT_EQ(testsupport::brokenCompilations(path), 0);
 }
 
+// A killed add-tracks leaves its TempSource, rows of another album database. While another
+// writer holds the file, the next add-tracks cannot replace it and must add none of those rows.
+TEST_F(TrackCommands, AStaleTempSourceThatCannotBeReplacedAddsNothing) {
+    testsupport::execRaw(path, R"sql(
+        CREATE TABLE TempSource (ArtistSort TEXT, PerformerTrack TEXT, TitleTrack TEXT,
+            Item INTEGER, "Index" INTEGER, Length INTEGER, Version TEXT, Live INTEGER,
+            RecordedStart TEXT, TitleAlbum TEXT, PerformerAlbum TEXT, AlbumArtistSort TEXT,
+            TrackTrackID INTEGER, TrackAlbumID INTEGER, RatingTrack TEXT, Location TEXT,
+            ArtistID INTEGER, TrackID INTEGER, MyRecorded INTEGER);
+        INSERT INTO TempSource (ArtistSort, PerformerTrack, TitleTrack, Length, TrackTrackID)
+            VALUES ('Old', 'Old', 'Stale 1', 60, 901), ('Old', 'Old', 'Stale 2', 60, 902),
+                   ('Old', 'Old', 'Stale 3', 60, 903);
+    )sql");
+    {
+        const testsupport::WriteLock otherWriter(path);
+        const ProgramRun refused = addTracks("Road Trip", {});
+        EXPECT_EQ(refused.exitCode, 1);
+        EXPECT_TRUE(refused.err.contains("currently locked")) << refused.err.toStdString();
+        EXPECT_FALSE(refused.out.contains("added")) << refused.out.toStdString();
+    }
+    EXPECT_TRUE(titles("Road Trip").isEmpty());
+    EXPECT_EQ(sql("SELECT SumTrack FROM Compilation WHERE Name = 'Road Trip'"), QStringList({"0"}));
+
+    // With the file free the old rows are replaced by those of the album database.
+    const ProgramRun added = addTracks("Road Trip", {"--first", "3"});
+    ASSERT_EQ(added.exitCode, 0) << added.err.toStdString();
+    const QStringList stored = titles("Road Trip");
+    EXPECT_EQ(stored.size(), 3);
+    EXPECT_TRUE(stored.filter("Stale").isEmpty()) << stored.join(", ").toStdString();
+}
+
 TEST_F(TrackCommands, TellsByHowMuchTheTracksExceedTheMedium) {
     const ProgramRun added = addTracks("Short One", {"--first", "3"});
     ASSERT_EQ(added.exitCode, 0);

@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 
 #include "access/access_reader.h"
 #include "engine/jet_error.h"
@@ -73,10 +74,11 @@ class Conversion : public ::testing::Test, public shell::CommandFeedback {
     void SetUp() override {
         engine::setForeignTableReader(std::make_shared<accessfile::AccessTableReader>(
             QStringLiteral(MIXORAMA_PROGRAM_DIR "/mixorama-mdbread")));
-        // Scratch copies go to a folder of this test, so that it can see none are left.
-        QDir(dir.path()).mkdir("tmp");
+        // Scratch copies go to a folder of this test, so that it can see none are left. Its ";"
+        // must not cut the scratch copy's name out of the link to it.
+        QDir(dir.path()).mkdir(kScratch);
         savedTmp = qgetenv("TMPDIR");
-        qputenv("TMPDIR", dir.file("tmp").toUtf8());
+        qputenv("TMPDIR", dir.file(kScratch).toUtf8());
     }
     void TearDown() override {
         qputenv("TMPDIR", savedTmp);
@@ -93,7 +95,7 @@ class Conversion : public ::testing::Test, public shell::CommandFeedback {
     // The files of the test folder and of its scratch folder.
     QStringList files() const {
         return QDir(dir.path()).entryList(QDir::Files) +
-               QDir(dir.file("tmp")).entryList(QDir::Files);
+               QDir(dir.file(kScratch)).entryList(QDir::Files);
     }
     int errorOf(const QString& source, const QString& destination) {
         try {
@@ -105,6 +107,7 @@ class Conversion : public ::testing::Test, public shell::CommandFeedback {
         return 0;
     }
 
+    static constexpr char kScratch[] = "scratch;folder";
     testsupport::TempDir dir;
     QByteArray savedTmp;
     const QString old = dir.file("coll.mdb");
@@ -232,6 +235,47 @@ TEST_F(Conversion, AFailureLeavesNeitherDestinationNorTemporaryFiles) {
     EXPECT_EQ(errorOf(ours, converted), engine::jet::kNotADatabase);
     EXPECT_EQ(message, "'" + ours + "' is not an Access database: there is nothing to convert.");
 }
+
+// A damaged page reads as no rows without an error. The conversion compares what it read with
+// the row count the table's definition states and copies nothing unless asked to keep what it
+// could read.
+class DamagedConversion : public Conversion, public ::testing::WithParamInterface<jet4::Format> {};
+
+TEST_P(DamagedConversion, SaysWhatItCouldNotReadAndKeepsAPartialCopyOnlyOnRequest) {
+    writeOld(testsupport::sampleOldCompilations(GetParam()), GetParam());
+    testsupport::zeroADataPageOfTheLargestTable(old, GetParam());
+    const QByteArray before = testsupport::fileDigest(old);
+
+    EXPECT_EQ(errorOf(old, converted), engine::jet::kDatabaseCorrupt);
+    const QRegularExpression line(
+        QStringLiteral("CompilationTrack: 300 rows expected, (\\d+) read"));
+    const QRegularExpressionMatch found = line.match(message);
+    ASSERT_TRUE(found.hasMatch()) << message.toStdString();
+    const qint64 read = found.captured(1).toLongLong();
+    EXPECT_LT(read, 300);
+    EXPECT_TRUE(message.startsWith("'" + old + "' is damaged")) << message.toStdString();
+    EXPECT_EQ(files(), QStringList({"coll.mdb"}));
+
+    shell::ConversionOptions keep;
+    keep.keepPartial = true;
+    const shell::ConversionCounts counts = shell::convertAccessDatabase(old, converted, {}, keep);
+    EXPECT_EQ(counts.compilations, 6);
+    EXPECT_EQ(counts.tracks + counts.tracksLeftOut, read);
+    EXPECT_EQ(
+        counts.notes,
+        QStringList({"Not every row of the damaged file could be read:",
+                     QStringLiteral("CompilationTrack: 300 rows expected, %1 read").arg(read)}));
+    EXPECT_EQ(testsupport::queryRaw(converted, "SELECT count(*) FROM CompilationTrack"),
+              QString::number(counts.tracks));
+    EXPECT_EQ(files(), QStringList({"coll-converted.mdb", "coll.mdb"}));
+    EXPECT_EQ(testsupport::fileDigest(old), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, DamagedConversion,
+                         ::testing::Values(jet4::Format::Jet4, jet4::Format::Jet3),
+                         [](const auto& info) {
+                             return std::string(info.param == jet4::Format::Jet4 ? "Jet4" : "Jet3");
+                         });
 
 TEST_F(Conversion, AnExistingDestinationIsNeverOverwritten) {
     writeOld(testsupport::sampleOldCompilations(jet4::Format::Jet4, 10));

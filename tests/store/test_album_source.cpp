@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QStandardPaths>
+#include <optional>
 
 #include "album_tables.h"
 #include "engine/jet_error.h"
@@ -9,6 +10,7 @@
 #include "platform/scripted_dialogs.h"
 #include "store/album_source.h"
 #include "support/databases.h"
+#include "support/jet_errors.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -162,6 +164,67 @@ TEST_F(AlbumSource, DropRemovesLinksAndTempSourceAndTheRebuildStartsAfresh) {
     EXPECT_EQ(state.passedCount, 0);
     EXPECT_FALSE(database.hasTable("TempSource"));
 }
+
+// A run that was killed leaves its TempSource in the file. When the next connect cannot remove
+// it, nothing goes on with those rows: the connect and the build name the reason.
+struct StaleSourceCase {
+    const char* name;
+    bool readOnly;  // else another writer holds the file's write lock
+    int error;
+    const char* message;
+};
+
+class StaleTempSource : public AlbumSource,
+                        public ::testing::WithParamInterface<StaleSourceCase> {};
+
+TEST_P(StaleTempSource, IsNeverUsedWhenItCannotBeRemoved) {
+    connect(makeAlbums(true));
+    store::buildTempSource(database, state);
+    ASSERT_EQ(state.passedCount, 8);
+    database.close();  // killed: TempSource stays in the file
+    database =
+        engine::Workspace::defaultWorkspace().openDatabase(compilationPath, GetParam().readOnly);
+    std::optional<testsupport::WriteLock> otherWriter;
+    if (!GetParam().readOnly) {
+        otherWriter.emplace(compilationPath);
+    }
+    dialogs.clear();
+    editor.getTracksEnabled = true;
+    const QString unrated = makeAlbums(false);
+    connect(unrated);
+    ASSERT_EQ(dialogs.messages().size(), 1u);
+    EXPECT_EQ(dialogs.messages()[0].text, GetParam().message);
+    EXPECT_EQ(dialogs.messages()[0].icon, platform::MessageIcon::Exclamation);
+    EXPECT_FALSE(editor.albumConnected);
+    EXPECT_FALSE(editor.getTracksEnabled);
+
+    // Built anyway (the picker of a window opened before), the source fails the same way.
+    state.passedCount = 8;
+    EXPECT_EQ(testsupport::errorNumber([&] { store::buildTempSource(database, state); }),
+              GetParam().error);
+    EXPECT_EQ(state.passedCount, 0);
+
+    // Once the file is free the next connect replaces the old rows.
+    otherWriter.reset();
+    if (GetParam().readOnly) {
+        database.close();
+        database = engine::Workspace::defaultWorkspace().openDatabase(compilationPath);
+    }
+    connect(unrated);
+    EXPECT_TRUE(editor.albumConnected);
+    store::buildTempSource(database, state);
+    EXPECT_EQ(state.passedCount, 8);
+    EXPECT_TRUE(
+        sourceRows("SELECT RatingTrack FROM TempSource WHERE RatingTrack IS NOT NULL").isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Causes, StaleTempSource,
+                         ::testing::Values(StaleSourceCase{"LockedByAnotherWriter", false, 3218,
+                                                           "Could not update; currently locked."},
+                                           StaleSourceCase{
+                                               "ReadOnlyFile", true, 3027,
+                                               "Cannot update. Database or object is read-only."}),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST(RecordingYear, TakesTheFirstFourCharactersOfTheTrimmedText) {
     EXPECT_EQ(store::recordingYear(" 1987-05-01").toString(), "1987");

@@ -131,6 +131,18 @@ QString queryRaw(const QString& path, const QString& sql) {
     return result;
 }
 
+WriteLock::WriteLock(const QString& path) {
+    if (sqlite3_open(path.toUtf8().constData(), &db_) != SQLITE_OK) {
+        throw std::runtime_error("cannot open " + path.toStdString());
+    }
+    execOn(db_, QStringLiteral("BEGIN IMMEDIATE"));
+}
+
+WriteLock::~WriteLock() {
+    sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(db_);
+}
+
 QString integrityCheck(const QString& path) {
     return queryRaw(path, "PRAGMA integrity_check");
 }

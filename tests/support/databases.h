@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+struct sqlite3;
+
 namespace testsupport {
 
 // Creates a compilation database at path from the template's schema file.
@@ -28,5 +30,18 @@ QString oldOrderIntegrityCheck(const QString& path);
 QString plainSqlite(const QString& path, const QString& sql);
 // The number of rows of every table of the file, as "name=count" lines in the file's order.
 QStringList rowCounts(const QString& path);
+
+// Another writer of the file: while it lives it holds the write lock (BEGIN IMMEDIATE), as a
+// second program in the middle of a change would.
+class WriteLock {
+  public:
+    explicit WriteLock(const QString& path);
+    ~WriteLock();
+    WriteLock(const WriteLock&) = delete;
+    WriteLock& operator=(const WriteLock&) = delete;
+
+  private:
+    sqlite3* db_ = nullptr;
+};
 
 }  // namespace testsupport

@@ -4,6 +4,8 @@
 #include <QDate>
 #include <QDateTime>
 #include <QFile>
+#include <QHash>
+#include <QtEndian>
 #include <stdexcept>
 
 namespace testsupport {
@@ -211,6 +213,34 @@ QByteArray fileDigest(const QString& path) {
         return {};
     }
     return QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256);
+}
+
+void zeroADataPageOfTheLargestTable(const QString& path, jet4::Format format) {
+    const qsizetype pageSize = format == jet4::Format::Jet4 ? 4096 : 2048;
+    constexpr char kDataPage = 0x01;
+    constexpr int kOwnerOffset = 4;  // the page of the table's definition
+    QFile file(path);
+    if (!file.open(QIODevice::ReadWrite)) {
+        throw std::runtime_error("cannot open " + path.toStdString());
+    }
+    QByteArray bytes = file.readAll();
+    QHash<quint32, QList<qsizetype>> pagesOfTable;
+    for (qsizetype page = 1; page < bytes.size() / pageSize; ++page) {
+        const char* start = bytes.constData() + page * pageSize;
+        if (start[0] == kDataPage) {
+            pagesOfTable[qFromLittleEndian<quint32>(start + kOwnerOffset)] << page;
+        }
+    }
+    QList<qsizetype> largest;
+    for (const QList<qsizetype>& pages : pagesOfTable) {
+        largest = pages.size() > largest.size() ? pages : largest;
+    }
+    if (largest.size() < 2) {
+        throw std::runtime_error("no table of several data pages in " + path.toStdString());
+    }
+    bytes.replace(largest[largest.size() / 2] * pageSize, pageSize, QByteArray(pageSize, '\0'));
+    file.seek(0);
+    file.write(bytes);
 }
 
 }  // namespace testsupport

@@ -36,6 +36,10 @@ OldCompilationRows sampleOldCompilations(jet4::Format format, int trackCount = 3
 void writeOldCompilationDatabase(const QString& path, const OldCompilationRows& rows,
                                  jet4::Format format = jet4::Format::Jet4);
 
+// Damages an Access file as a bad sector does: one data page in the middle of the table that
+// has the most data pages becomes zeros, and the reader finds no rows on it.
+void zeroADataPageOfTheLargestTable(const QString& path, jet4::Format format);
+
 // The SHA-256 of a file's bytes, to show that a file was not written.
 QByteArray fileDigest(const QString& path);
 

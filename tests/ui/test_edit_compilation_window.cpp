@@ -12,6 +12,7 @@
 #include "albumgen/albumgen.h"
 #include "overview_fixture.h"
 #include "rtf/rtf.h"
+#include "support/databases.h"
 #include "support/document_summary.h"
 #include "ui/controls/cover_text_box.h"
 #include "ui/controls/data_grid.h"
@@ -193,6 +194,17 @@ TEST_F(EditorWindow, GetTracksNeedsAStoredCompilationAndAConnect) {
     picker->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(picker.isNull());
+    EXPECT_TRUE(editor->isVisible());
+
+    // The picker's TempSource stays in the file; while another writer holds the file it cannot
+    // be rebuilt, and no picker shows the old rows.
+    {
+        const testsupport::WriteLock otherWriter(window->state().databasePath);
+        editorButton("BtnGetSongs")->click();
+    }
+    EXPECT_EQ(dialogs.lastMessageText(), "Could not update; currently locked.");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(editor->findChild<ui::GetSongsWindow*>(), nullptr);
     EXPECT_TRUE(editor->isVisible());
 
     dialogs.answerFile(std::nullopt);

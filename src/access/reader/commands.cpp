@@ -43,6 +43,16 @@ void indexOwnKey(const QString& table, const QList<accessfile::ColumnSpec>& colu
     }
 }
 
+// A damaged data page reads as no rows at all, without an error: the count the table's
+// definition keeps tells.
+void reportIfIncomplete(const QString& table, long expected, long copied) {
+    if (expected == copied)
+        return;
+    std::printf("%s%ld %ld %s\n", accessfile::protocol::kIncompletePrefix, expected, copied,
+                table.toUtf8().constData());
+    std::fflush(stdout);
+}
+
 void copyTable(const MdbFile& file, MdbCatalogEntry* entry, const QString& target, SqliteOut& out) {
     const TableDefPtr table = file.readTable(entry);
     BoundRow row(table.get());
@@ -59,6 +69,7 @@ void copyTable(const MdbFile& file, MdbCatalogEntry* entry, const QString& targe
             reportProgress(target, rows);
     }
     reportProgress(target, rows);
+    reportIfIncomplete(target, long(table->num_rows), rows);
     indexOwnKey(target, columns, out);
 }
 

@@ -12,12 +12,12 @@ bool connectAlbumFile(engine::Database& database, const QString& albumFile,
     store::EditorConnection editor;
     editor.isSaved = true;
     store::connectAlbumDatabase(database, dialogs, state, editor);
-    if (editor.albumConnected) {
-        return true;
-    }
     for (const platform::MessageRequest& message : dialogs.messages()) {
         streams.err << QString(message.text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
                     << Qt::endl;
+    }
+    if (editor.albumConnected) {
+        return true;  // a damaged album file was reported above
     }
     if (dialogs.messages().empty()) {
         streams.err << "The album database could not be connected." << Qt::endl;

@@ -19,7 +19,10 @@ int usage(Streams streams, const QString& text) {
 }
 
 int reportError(Streams streams, const engine::JetError& error) {
-    streams.err << "Error " << error.number() << ": " << error.description() << Qt::endl;
+    streams.err
+        << "Error " << error.number() << ": "
+        << QString(error.description()).replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
+        << Qt::endl;
     return 1;
 }
 
@@ -94,20 +97,32 @@ int check(const QStringList& args, Streams streams) {
 }
 
 int convert(const QStringList& args, Streams streams) {
-    if (args.size() != 2) {
-        return usage(streams, QStringLiteral("convert OLD.mdb NEW.mdb"));
+    QStringList files = args;
+    shell::ConversionOptions options;
+    options.keepPartial = files.removeAll(QStringLiteral("--keep-partial")) > 0;
+    if (files.size() != 2) {
+        return usage(streams, QStringLiteral("convert OLD.mdb NEW.mdb [--keep-partial]"));
     }
     shell::ConversionCounts counts;
     try {
-        counts = shell::convertAccessDatabase(args[0], args[1]);
+        counts = shell::convertAccessDatabase(files[0], files[1], {}, options);
     } catch (const engine::JetError& error) {
-        return reportError(streams, error);
+        reportError(streams, error);
+        if (error.number() == engine::jet::kDatabaseCorrupt) {
+            streams.err << "Nothing was written. With --keep-partial the rows that could be "
+                           "read are copied."
+                        << Qt::endl;
+        }
+        return 1;
     }
     streams.out << "Copied " << counts.compilations << " compilation(s) and " << counts.tracks
-                << " track(s) into " << args[1] << "." << Qt::endl;
+                << " track(s) into " << files[1] << "." << Qt::endl;
     if (counts.tracksLeftOut > 0) {
         streams.out << counts.tracksLeftOut
                     << " track(s) belong to no compilation and were not copied." << Qt::endl;
+    }
+    for (const QString& note : counts.notes) {
+        streams.out << note << Qt::endl;
     }
     for (const QString& correction : counts.corrections) {
         streams.out << "Corrected: " << correction << Qt::endl;

@@ -9,6 +9,7 @@
 
 #include "access/access_reader.h"
 #include "cli/commands.h"
+#include "engine/scratch_files.h"
 
 namespace {
 
@@ -45,9 +46,11 @@ void printHelp(QTextStream& out) {
            "                         track numbers, printing what it changed\n"
            "  check FILE             check the file and every compilation's sums and track\n"
            "                         numbers: prints ok or each problem (exit 1)\n"
-           "  convert OLD.mdb NEW.mdb\n"
+           "  convert OLD.mdb NEW.mdb [--keep-partial]\n"
            "                         copy an Access compilation database of an earlier\n"
-           "                         version into a new database\n"
+           "                         version into a new database; a damaged file whose\n"
+           "                         tables cannot be read whole is refused unless\n"
+           "                         --keep-partial keeps the rows that could be read\n"
            "  make-albums OUT.mdb --albums N --seed S [--no-rating]\n"
            "                         write a generated album database (Access file)\n"
            "  tempsource DB ALBUM.mdb [--print]\n"
@@ -109,6 +112,7 @@ int main(int argc, char* argv[]) {
     QTextStream out(stdout);
     QTextStream err(stderr);
     accessfile::installAccessReader();
+    engine::removeScratchFilesOfEndedRuns();  // left by a run that was killed
     QStringList args = app->arguments().mid(1);
     if (args.isEmpty() || args[0] == QLatin1String("--help") || args[0] == QLatin1String("-h")) {
         printHelp(out);

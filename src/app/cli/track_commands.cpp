@@ -217,6 +217,7 @@ int addTracks(const QStringList& args, Streams streams) {
         if (!connectAlbumFile(database, parsed.files[2], state, streams)) {
             return 1;
         }
+        // Only rows built from this album file are added: a build that fails ends the command.
         store::buildTempSource(database, state);
         assembly::TrackSums sums = compilation->stored;
         int added = 0;
@@ -226,12 +227,12 @@ int addTracks(const QStringList& args, Streams streams) {
             store::dropAlbumLinks(database);  // the tracks added so far stay
             throw;
         }
-        store::dropAlbumLinks(database);
-        database.close();
         streams.out << added << " track(s) added" << Qt::endl;
         streams.out << "Total time " << query::formatTime(double(sums.totalTime)) << " ("
                     << sums.trackCount << " tracks): " << fitText(sums, compilation->lengthMinutes)
                     << Qt::endl;
+        store::dropAlbumLinks(database);
+        database.close();
     } catch (const engine::JetError& error) {
         return reportError(streams, error);
     }

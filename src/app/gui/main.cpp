@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "access/access_reader.h"
+#include "engine/scratch_files.h"
 #include "gui/screenshots.h"
 #include "ui/qt_dialogs.h"
 #include "ui/windows/overview_window.h"
@@ -35,6 +36,7 @@ int main(int argc, char* argv[]) {
     QApplication::setApplicationName(QStringLiteral("Mixorama"));
     QApplication::setOrganizationName(QStringLiteral("Mixorama"));
     accessfile::installAccessReader();
+    engine::removeScratchFilesOfEndedRuns();  // left by a run that was killed
     if (screenshots) {
         return app::writeScreenshots(QString::fromLocal8Bit(argv[2]));
     }

@@ -478,9 +478,13 @@ EditCompilationWindow* openCompilationEditor(shell::Session& session, platform::
                          &OverviewWindow::showEditorResult);
         QObject::connect(editor, &EditCompilationWindow::getTracksRequested, editor,
                          [&session, &dialogs, main, editor](qint64 compilationId) {
-                             (new GetSongsWindow(session, main->windowRegistry(), dialogs,
-                                                 compilationId, editor))
-                                 ->show();
+                             auto* picker = new GetSongsWindow(session, main->windowRegistry(),
+                                                               dialogs, compilationId, editor);
+                             if (picker->sourceBuilt()) {
+                                 picker->show();
+                             } else {
+                                 picker->deleteLater();
+                             }
                          });
     }
     editor->show();

@@ -199,10 +199,15 @@ QWidget* GetSongsWindow::buildSidePanel() {
     return panel;
 }
 
-// The loading sequence; every step that fails is skipped and the next one runs.
+// The loading sequence; without a source it stops, otherwise every step that fails is skipped
+// and the next one runs.
 void GetSongsWindow::load() {
     if (owner_ != nullptr) {
         setGeometry(shell::alignedWith(geometry(), owner_->geometry()));
+    }
+    sourceBuilt_ = buildSource();
+    if (!sourceBuilt_) {
+        return;
     }
     loadStep([this] { bindSource(); });
     loadStep([this] { readCompilation(); });
@@ -222,10 +227,20 @@ void GetSongsWindow::load() {
     showSourcePosition();
 }
 
-// A new TempSource under the filter and sort of an earlier opening, which stay in force.
+// A new TempSource under the filter and sort of an earlier opening, which stay in force. A
+// source that cannot be built leaves the window unshown: no rows of an earlier album database.
+bool GetSongsWindow::buildSource() {
+    try {
+        shell::buildPickerSource(session_.state());
+    } catch (const engine::JetError& error) {
+        dialogs_.exclamation(error.description());
+        return false;
+    }
+    return true;
+}
+
 void GetSongsWindow::bindSource() {
     shell::AppState& state = session_.state();
-    shell::buildPickerSource(state);
     sourceRows_.setDatabase(state.database);
     sourceRows_.setDatabaseName(state.databasePath);
     const bool plain = state.filterClause.isEmpty() && state.sortClause.isEmpty();

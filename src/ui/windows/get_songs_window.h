@@ -36,6 +36,9 @@ class GetSongsWindow : public QWidget {
                    qint64 compilationId, QWidget* owner);
 
     qint64 compilationId() const { return compilationId_; }
+    // False when TempSource could not be built (the reason was shown): the window must not be
+    // shown, as its grids and lists would read rows of an earlier build.
+    bool sourceBuilt() const { return sourceBuilt_; }
     DataGrid* sourceGrid() const { return source_; }
     DataGrid* targetGrid() const { return target_; }
 
@@ -69,6 +72,7 @@ class GetSongsWindow : public QWidget {
     QWidget* buildCounters();
     QWidget* buildSidePanel();
     void load();
+    bool buildSource();
     void bindSource();
     void bindTarget();
     void readCompilation();
@@ -95,6 +99,7 @@ class GetSongsWindow : public QWidget {
     store::DataControl sourceRows_;  // datSource
     store::DataControl targetRows_;  // datCompilation01
     Shown shown_;
+    bool sourceBuilt_ = false;
     DataGrid* source_ = nullptr;
     DataGrid* target_ = nullptr;
     QLineEdit* name_ = nullptr;
