@@ -135,7 +135,8 @@ TEST_F(CommandLine, CompactGoesThroughTheTemporaryFile) {
     stale.close();
     const ProgramRun compacted = cli({"compact", path});
     EXPECT_EQ(compacted.exitCode, 0) << compacted.err.toStdString();
-    EXPECT_EQ(compacted.out.trimmed(), "Database successfully repaired and compacted.");
+    // The sample's sums disagree with its tracks: compact says so after its own line.
+    EXPECT_EQ(compacted.out.split('\n').value(0), "Database successfully repaired and compacted.");
     EXPECT_FALSE(QFile::exists(dir.file("x.$$$")));
     EXPECT_EQ(lines("SELECT Count(*) AS N FROM Compilation").value(1), "2");
 }
@@ -191,7 +192,7 @@ TEST(ConvertCommand, RefusesADamagedFileUnlessAPartialCopyIsAskedFor) {
     const ProgramRun kept = cli({"convert", old, copy, "--keep-partial"});
     EXPECT_EQ(kept.exitCode, 0) << kept.err.toStdString();
     EXPECT_TRUE(
-        kept.out.endsWith("Not every row of the damaged file could be read:\n"
+        kept.out.contains("Not every row of the damaged file could be read:\n"
                           "CompilationTrack: 300 rows expected, " +
                           match.captured(1) + " read\n"))
         << kept.out.toStdString();

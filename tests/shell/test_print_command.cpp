@@ -42,10 +42,11 @@ TEST(PrintChoices, EachEntryOfTheListProducesItsOutput) {
 
 TEST(PrintChoices, ThePdfFilesGoToTheProgramsDataFolder) {
     const testsupport::TempDir home;
+    const QByteArray earlier = qgetenv("MIXORAMA_HOME");  // later tests need the real one
     qputenv("MIXORAMA_HOME", home.path().toLocal8Bit());
     EXPECT_EQ(shell::pdfPath(*shell::printChoice(4)), home.file("data/TracksByPerformer.PDF"));
     EXPECT_EQ(shell::pdfPath(*shell::printChoice(5)), home.file("data/TracksOnCompilation.PDF"));
-    qunsetenv("MIXORAMA_HOME");
+    qputenv("MIXORAMA_HOME", earlier);
 }
 
 class PrintChecks : public ::testing::Test {

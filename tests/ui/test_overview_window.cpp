@@ -121,7 +121,9 @@ TEST_F(OverviewFiles, CompactWorksOnAClosedFileThroughItsTemporaryFile) {
     dialogs.answerFile(path);
     window->toolBar()->clickTool("ID_CompactDB");
     ASSERT_EQ(dialogs.messages().size(), 1u);
-    EXPECT_EQ(dialogs.messages()[0].text, "Database successfully repaired and compacted.");
+    // The sample's sums disagree with its tracks: the message lists the repairs after its line.
+    EXPECT_TRUE(
+        dialogs.messages()[0].text.startsWith("Database successfully repaired and compacted."));
     EXPECT_EQ(dialogs.messages()[0].icon, platform::MessageIcon::Information);
     EXPECT_FALSE(QFile::exists(dir.file("coll.$$$")));
     EXPECT_EQ(testsupport::queryRaw(path, "SELECT count(*) FROM Compilation"), "4");

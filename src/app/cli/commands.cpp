@@ -70,10 +70,10 @@ int compact(const QStringList& args, Streams streams) {
     } catch (const engine::JetError& error) {
         return reportError(streams, error);
     }
+    streams.out << "Database successfully repaired and compacted." << Qt::endl;
     for (const QString& change : changes) {
         streams.out << change << Qt::endl;
     }
-    streams.out << "Database successfully repaired and compacted." << Qt::endl;
     return 0;
 }
 
