@@ -29,9 +29,9 @@ class ForeignTableReader {
     virtual QStringList tableNames(const QString& file) = 0;
     // Copies the named tables into the SQLite file sqliteOut (created when missing, tables of the
     // same name replaced), with declared column types as engine/field_type.h gives them and text
-    // columns in the engine's collation. Returns the tables it could not read whole (their readable rows are
-    // copied). Throws JetError: kObjectNotFound (3011) with a description naming the missing
-    // table, kNotADatabase (3343) for a foreign file or one damaged beyond reading.
+    // columns in the engine's collation. Returns the tables it could not read whole (their readable
+    // rows are copied). Throws JetError: kObjectNotFound (3011) with a description naming the
+    // missing table, kNotADatabase (3343) for a foreign file or one damaged beyond reading.
     virtual std::vector<IncompleteTable> copyTables(const QString& file, const QStringList& tables,
                                                     const QString& sqliteOut) = 0;
 };

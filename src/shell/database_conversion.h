@@ -18,7 +18,7 @@ struct ConversionCounts {
     // Where the old file broke the invariants (sums, track numbers 1 to n) the copy was
     // corrected: one line per correction, naming the compilation.
     QStringList corrections;
-    QStringList notes;         // further lines for the user about the copy, in order
+    QStringList notes;  // further lines for the user about the copy, in order
 };
 
 struct ConversionOptions {
