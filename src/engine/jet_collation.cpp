@@ -171,4 +171,9 @@ void registerJetCollation(sqlite3* db) {
     sqlite3_create_collation_v2(db, kTextCollation, SQLITE_UTF8, nullptr, collate, nullptr);
 }
 
+void registerEarlierTextOrder(sqlite3* db) {
+    registerJetCollation(db);
+    sqlite3_create_collation_v2(db, "NOCASE", SQLITE_UTF8, nullptr, collate, nullptr);
+}
+
 }  // namespace engine

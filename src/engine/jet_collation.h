@@ -18,4 +18,8 @@ int compareJetText(std::string_view a, std::string_view b);
 // Throws JetError when ICU cannot open its collator.
 void registerJetCollation(sqlite3* db);
 
+// Installs compareJetText under the name NOCASE as well, as earlier versions did: their files
+// are in order only under it. For reading such a file (its check) before it is converted.
+void registerEarlierTextOrder(sqlite3* db);
+
 }  // namespace engine

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 
 #include "engine/connection.h"
+#include "engine/jet_collation.h"
 #include "engine/jet_error.h"
 #include "engine/sqlite_statement.h"
 #include "engine/text_collation_layout.h"
@@ -125,6 +126,11 @@ QStringList checkDatabaseFile(const QString& path) {
     }
     const bool oldLayout = engine::hasNocaseLayout(path);
     engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(path, true);
+    if (oldLayout) {
+        // Checked in the order it was written in; other programs see it out of order until
+        // it is converted, which the line below says.
+        engine::registerEarlierTextOrder(database.connection()->db());
+    }
     QStringList problems = integrityProblems(database);
     if (oldLayout) {
         problems << kOldLayout;

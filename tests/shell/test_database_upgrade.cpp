@@ -102,7 +102,10 @@ TEST_F(DatabaseUpgrade, AnEarlierFileIsNotWrittenUntilConvertedOnOpenAfterAsking
     // As the earlier version left it, it is whole under its own order, out of order for others.
     ASSERT_EQ(testsupport::oldOrderIntegrityCheck(path), "ok");
     ASSERT_NE(testsupport::plainSqlite(path, "PRAGMA integrity_check"), "ok");
-    EXPECT_EQ(shell::checkDatabaseFile(path).filter("earlier version").size(), 1);
+    // Its check judges it in its own order: the layout is the one problem, no damage.
+    const QStringList problems = shell::checkDatabaseFile(path);
+    ASSERT_EQ(problems.size(), 1) << problems.join('\n').toStdString();
+    EXPECT_TRUE(problems[0].contains("earlier version"));
     EXPECT_EQ(errorNumber([&] { engine::Workspace::defaultWorkspace().openDatabase(path); }),
               engine::jet::kCannotOpenFile);
     const QByteArray before = testsupport::fileBytes(path);
