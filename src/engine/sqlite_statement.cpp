@@ -123,6 +123,12 @@ void execSqlite(sqlite3* db, const QString& sql) {
     Statement(db, sql).exec();
 }
 
+QString reindexAndCheck(sqlite3* db) {
+    execSqlite(db, QStringLiteral("REINDEX"));
+    Statement check(db, QStringLiteral("PRAGMA integrity_check"));
+    return check.step() ? check.text(0) : QStringLiteral("no answer from the integrity check");
+}
+
 QString quoteName(const QString& name) {
     QString quoted = name;
     quoted.replace(QLatin1Char('"'), QLatin1String("\"\""));

@@ -15,6 +15,9 @@ namespace engine {
 // Runs one SQLite statement to its end, ignoring any rows; throws JetError (3142 when the
 // text holds a second statement, which then does not run).
 void execSqlite(sqlite3* db, const QString& sql);
+// Rebuilds every index of the main file in the collations installed now and checks the file;
+// returns "ok" or the check's first complaint.
+QString reindexAndCheck(sqlite3* db);
 // Quotes a name for SQLite: "name", with inner quotes doubled.
 QString quoteName(const QString& name);
 

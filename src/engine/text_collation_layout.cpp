@@ -114,12 +114,10 @@ void renameInSchema(const QString& path) {
 // Step two, on a connection that read the new schema: the indexes in the engine's order.
 void rebuildIndexes(const QString& path) {
     std::shared_ptr<Connection> connection = Connection::open(path, false);
-    execSqlite(connection->db(), QStringLiteral("REINDEX"));
-    Statement check(connection->db(), QStringLiteral("PRAGMA integrity_check"));
-    if (!check.step() || check.text(0) != QLatin1String("ok")) {
-        throw JetError(
-            jet::kNotADatabase,
-            QStringLiteral("its indexes do not agree with its rows (%1).").arg(check.text(0)));
+    const QString result = reindexAndCheck(connection->db());
+    if (result != QLatin1String("ok")) {
+        throw JetError(jet::kNotADatabase,
+                       QStringLiteral("its indexes do not agree with its rows (%1).").arg(result));
     }
 }
 

@@ -99,9 +99,7 @@ void Workspace::repairDatabase(const QString& path) {
     std::shared_ptr<Connection> connection = Connection::open(path, false);
     // Indexes are rebuilt in any case: one written by another program may order text by other
     // rules than the engine's.
-    execSqlite(connection->db(), QStringLiteral("REINDEX"));
-    Statement check(connection->db(), QStringLiteral("PRAGMA integrity_check"));
-    if (!check.step() || check.text(0) != QLatin1String("ok")) {
+    if (reindexAndCheck(connection->db()) != QLatin1String("ok")) {
         throw JetError(
             jet::kNotADatabase,
             QStringLiteral("The database '%1' is damaged and cannot be repaired.").arg(path));
