@@ -145,7 +145,8 @@ TEST(CoverTextBox, FontWithoutBoldKeepsThePerformersBold) {
     box.applyFont(font);
     const QTextDocument& document = *box.document();
     EXPECT_EQ(boldRanges(document), (QStringList{"3+7", "22+7"}));
-    for (const auto& run : summarize(document)[0].runs) {
+    const auto paragraphs = summarize(document);
+    for (const auto& run : paragraphs[0].runs) {
         EXPECT_EQ(run.family, "Times New Roman");
         EXPECT_EQ(run.points, 12);
         EXPECT_TRUE(run.italic);

@@ -8,12 +8,12 @@
 
 namespace ui {
 
-RowDrag::RowDrag(QTableView* view) : QObject(view), view_(view) {
-    view_->viewport()->installEventFilter(this);
+RowDrag::RowDrag(QTableView* view) : QObject(view), view_(view), viewport_(view->viewport()) {
+    viewport_->installEventFilter(this);
 }
 
 bool RowDrag::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != view_->viewport()) {
+    if (watched != viewport_) {
         return false;
     }
     switch (event->type()) {

@@ -41,6 +41,9 @@ class RowDrag : public QObject {
     void end();
 
     QTableView* view_;
+    // Kept apart from the view: while the view is destroyed its viewport still sends events,
+    // and the view can no longer be asked for it then.
+    QObject* viewport_;
     int pressedRow_ = -1;  // the row under a held left button, -1 when none
     QPoint pressedAt_;
     bool dragging_ = false;
