@@ -228,9 +228,9 @@ QString tempSourceFillStatement(bool withRating) {
 
 void buildTempSource(engine::Database& database, AlbumSourceState& state) {
     state.passedCount = 0;
-    // TempSource is a table of this connection (engine/connection_tables.h), not of the
-    // compilation file: another window or program on the same file would otherwise replace it
-    // under the rows this one shows and adds, and a killed run would leave it in the file.
+    // TempSource is a table of this connection (engine/connection_tables.h), deliberately not of
+    // the compilation file as in earlier versions: another window or program on the same file
+    // would replace it under the rows this one shows and adds, and a killed run would leave it.
     // One transaction for the whole build: the table's new pages then need no journal, and a
     // failed build leaves no half TempSource.
     engine::ScopedTransaction build(database);
