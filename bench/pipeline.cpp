@@ -36,8 +36,8 @@ QString joinScript(bool withRating) {
             "LEFT JOIN TrackRating ON Track.TrackRatingID = TrackRating.TrackRatingID ");
     sql += QStringLiteral(
         "LEFT JOIN Location ON Album.LocationID = Location.LocationID "
-        "ORDER BY Track.ArtistSort COLLATE MIXORAMA_TEXT, Album.ArtistSort COLLATE MIXORAMA_TEXT, "
-        "Album.Title COLLATE MIXORAMA_TEXT;\n"
+        "ORDER BY Track.ArtistSort COLLATE NOCASE, Album.ArtistSort COLLATE NOCASE, "
+        "Album.Title COLLATE NOCASE;\n"
         "ALTER TABLE TempSource ADD COLUMN MyRecorded INTEGER;\n"
         "UPDATE TempSource SET "
         "MyRecorded = CASE WHEN substr(trim(RecordedStart), 1, 4) GLOB '[0-9]*' AND "

@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QUrl>
 
+#include "engine/connection_tables.h"
 #include "engine/database_file.h"
 #include "engine/foreign_tables.h"
 #include "engine/jet_dialect.h"
@@ -197,11 +198,18 @@ void Connection::close() {
 QStringList Connection::tableNames() {
     QStringList names = foreignTables_;
     if (!foreign_) {
+        // The file's tables, then this connection's own; a leftover of earlier versions under
+        // a connection table's name is no table of the database.
         Statement query(db(),
-                        QStringLiteral("SELECT name FROM main.sqlite_master WHERE type = 'table' "
-                                       "AND substr(name, 1, 7) <> 'sqlite_' ORDER BY rowid"));
+                        QStringLiteral("SELECT name, 0, rowid FROM main.sqlite_master WHERE type = "
+                                       "'table' AND substr(name, 1, 7) <> 'sqlite_' UNION ALL "
+                                       "SELECT name, 1, rowid FROM temp.sqlite_master WHERE "
+                                       "type = 'table' ORDER BY 2, 3"));
         while (query.step()) {
-            names << query.text(0);
+            const QString name = query.text(0);
+            if (isConnectionTable(name) == (query.int64(1) == 1)) {
+                names << name;
+            }
         }
     }
     for (const LinkedTable& link : links_) {
@@ -214,18 +222,43 @@ bool Connection::hasLocalTable(const QString& name) {
     if (foreign_) {
         return foreignTables_.contains(name, Qt::CaseInsensitive);
     }
-    Statement query(db(),
-                    QStringLiteral("SELECT 1 FROM main.sqlite_master WHERE type = 'table' AND "
-                                   "lower(name) = lower(?)"));
+    Statement query(db(), QStringLiteral("SELECT 1 FROM %1.sqlite_master WHERE type = 'table' AND "
+                                         "lower(name) = lower(?)")
+                              .arg(schemaOfTable(name)));
     query.bind(1, name);
     return query.step();
 }
 
 bool Connection::hasView(const QString& name) {
+    return hasFileView(name) || hasConnectionView(name);
+}
+
+bool Connection::hasFileView(const QString& name) {
     Statement query(db(), QStringLiteral("SELECT 1 FROM main.sqlite_master WHERE type = 'view' AND "
                                          "lower(name) = lower(?)"));
     query.bind(1, name);
     return query.step();
+}
+
+bool Connection::hasConnectionView(const QString& name) {
+    return connectionViewNames().contains(name, Qt::CaseInsensitive);
+}
+
+QStringList Connection::connectionViewNames() {
+    QStringList names;
+    if (foreign_) {
+        return names;
+    }
+    // The temporary schema's views are the links' and the connection's queries.
+    Statement query(db(), QStringLiteral("SELECT name FROM temp.sqlite_master WHERE type = 'view' "
+                                         "ORDER BY name"));
+    while (query.step()) {
+        const QString name = query.text(0);
+        if (!links_.contains(name.toLower())) {
+            names << name;
+        }
+    }
+    return names;
 }
 
 void Connection::attach(const QString& file, const QString& schema) {

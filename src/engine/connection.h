@@ -58,7 +58,11 @@ class Connection {
     QStringList tableNames();
     const QStringList& foreignTables() const { return foreignTables_; }
     bool hasLocalTable(const QString& name);
+    // A query of the file or of this connection (one over a connection table).
     bool hasView(const QString& name);
+    bool hasFileView(const QString& name);
+    bool hasConnectionView(const QString& name);
+    QStringList connectionViewNames();
 
     const QHash<QString, LinkedTable>& links() const { return links_; }
     void addLink(const QString& name, const QString& file, const QString& sourceTable);

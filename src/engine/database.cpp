@@ -6,6 +6,7 @@
 #include <QRegularExpression>
 
 #include "engine/connection.h"
+#include "engine/connection_tables.h"
 #include "engine/jet_dialect.h"
 #include "engine/jet_error.h"
 #include "engine/sqlite_statement.h"
@@ -55,10 +56,10 @@ int selectInto(sqlite3* db, const QString& table, const QString& select) {
         }
         columns << column;
     }
+    const QString target = qualifiedTable(table);
     ScopedTransaction transaction(db);
-    execSqlite(
-        db, QStringLiteral("CREATE TABLE main.%1 (%2)").arg(quoteName(table), columns.join(", ")));
-    execSqlite(db, QStringLiteral("INSERT INTO main.%1 %2").arg(quoteName(table), select));
+    execSqlite(db, QStringLiteral("CREATE TABLE %1 (%2)").arg(target, columns.join(", ")));
+    execSqlite(db, QStringLiteral("INSERT INTO %1 %2").arg(target, select));
     const int rows = sqlite3_changes(db);
     transaction.commit();
     return rows;
@@ -180,8 +181,8 @@ void Database::appendTable(const TableDef& definition) {
         }
         columns << column;
     }
-    execSqlite(shared->db(), QStringLiteral("CREATE TABLE main.%1 (%2)")
-                                 .arg(quoteName(definition.name), columns.join(", ")));
+    execSqlite(shared->db(), QStringLiteral("CREATE TABLE %1 (%2)")
+                                 .arg(qualifiedTable(definition.name), columns.join(", ")));
 }
 
 void Database::appendTables(const std::vector<TableDef>& definitions) {
@@ -213,7 +214,7 @@ void Database::deleteTable(const QString& name) {
     if (!shared->hasLocalTable(name)) {
         throw itemNotFound();
     }
-    execSqlite(shared->db(), QStringLiteral("DROP TABLE main.%1").arg(quoteName(name)));
+    execSqlite(shared->db(), QStringLiteral("DROP TABLE %1").arg(qualifiedTable(name)));
 }
 
 void Database::appendField(const QString& table, const FieldDef& field) {
@@ -227,7 +228,7 @@ void Database::appendField(const QString& table, const FieldDef& field) {
         column += textCollationClause();
     }
     execSqlite(shared->db(),
-               QStringLiteral("ALTER TABLE main.%1 ADD COLUMN %2").arg(quoteName(table), column));
+               QStringLiteral("ALTER TABLE %1 ADD COLUMN %2").arg(qualifiedTable(table), column));
 }
 
 QString Database::linkConnect(const QString& table) const {
@@ -246,32 +247,47 @@ void Database::createQueryDef(const QString& name, const QString& jetSql) {
         execute(jetSql);
         return;
     }
-    if (shared->hasView(name) || hasTable(name)) {
-        throw JetError(jet::kTableExists, QStringLiteral("Object '%1' already exists.").arg(name));
-    }
     const TranslatedSql translated = translateJetSql(jetSql);
     if (!translated.returnsRows) {
         throw JetError(jet::kInvalidOperation, QStringLiteral("Invalid operation."));
     }
+    // A view of the file reads the file's tables only, so a query over a connection table is
+    // the connection's too; it shadows a query of that name in the file.
+    const bool ofConnection = readsConnectionTable(translated.sql);
+    if (ofConnection ? shared->hasConnectionView(name) || hasTable(name)
+                     : shared->hasView(name) || hasTable(name)) {
+        throw JetError(jet::kTableExists, QStringLiteral("Object '%1' already exists.").arg(name));
+    }
     execSqlite(shared->db(),
-               QStringLiteral("CREATE VIEW main.%1 AS %2").arg(quoteName(name), translated.sql));
+               QStringLiteral("CREATE VIEW %1.%2 AS %3")
+                   .arg(ofConnection ? QStringLiteral("temp") : QStringLiteral("main"),
+                        quoteName(name), translated.sql));
 }
 
 void Database::deleteQueryDef(const QString& name) {
     std::shared_ptr<Connection> shared = connection();
-    if (!shared->hasView(name)) {
+    const QString schema = shared->hasConnectionView(name) ? QStringLiteral("temp")
+                           : shared->hasFileView(name)     ? QStringLiteral("main")
+                                                           : QString();
+    if (schema.isEmpty()) {
         throw itemNotFound();
     }
-    execSqlite(shared->db(), QStringLiteral("DROP VIEW main.%1").arg(quoteName(name)));
+    execSqlite(shared->db(), QStringLiteral("DROP VIEW %1.%2").arg(schema, quoteName(name)));
 }
 
 QStringList Database::queryDefNames() const {
+    std::shared_ptr<Connection> shared = connection();
     Statement query(
-        connection()->db(),
+        shared->db(),
         QStringLiteral("SELECT name FROM main.sqlite_master WHERE type = 'view' ORDER BY name"));
     QStringList names;
     while (query.step()) {
         names << query.text(0);
+    }
+    for (const QString& name : shared->connectionViewNames()) {
+        if (!names.contains(name, Qt::CaseInsensitive)) {
+            names << name;
+        }
     }
     return names;
 }

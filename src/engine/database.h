@@ -47,8 +47,9 @@ class Database {
     // source: a table or query name, or a SELECT in the Jet dialect.
     Recordset openRecordset(const QString& source, RecordsetType type = RecordsetType::Dynaset);
 
-    // Table definitions
-    QStringList tableNames() const;  // local tables, then linked tables
+    // Table definitions. A connection table (connection_tables.h) is made, altered and dropped
+    // in this connection's temporary schema, whichever way it is made.
+    QStringList tableNames() const;  // the file's tables, the connection's, then linked tables
     bool hasTable(const QString& name) const;
     void appendTable(const TableDef& definition);  // linked: throws 3011 for a missing table
     // Appends in order, as appendTable one by one would, reading each linked file only once.
@@ -60,7 +61,8 @@ class Database {
     std::vector<IncompleteTable> incompleteLinks() const;
     void refreshTableDefs() {}  // names are always read afresh; kept for the callers' rhythm
 
-    // Query definitions: a named one is kept as a view; an unnamed one runs at once.
+    // Query definitions: a named one is kept as a view, of this connection alone when it reads a
+    // connection table (connection_tables.h); an unnamed one runs at once.
     void createQueryDef(const QString& name, const QString& jetSql);
     void deleteQueryDef(const QString& name);
     QStringList queryDefNames() const;

@@ -5,6 +5,7 @@
 #include <QRegularExpression>
 
 #include "engine/connection.h"
+#include "engine/connection_tables.h"
 #include "engine/jet_dialect.h"
 #include "engine/jet_error.h"
 #include "engine/sqlite_statement.h"
@@ -94,8 +95,9 @@ void Snapshot::readFields(const QString& select) {
         FieldInfo field;
         field.name = statement.columnName(i);
         const QString database = statement.columnDatabase(i);
-        if (database == QLatin1String("main")) {
-            field.originTable = statement.columnOriginTable(i);
+        const QString table = statement.columnOriginTable(i);
+        if (!table.isEmpty() && database == schemaOfTable(table)) {
+            field.originTable = table;
             field.originColumn = statement.columnOriginName(i);
         }
         const QString declared = statement.columnDeclaredType(i);
@@ -167,8 +169,7 @@ int Snapshot::fieldIndex(const QString& name) const {
 }
 
 QString Snapshot::rowsTable() const {
-    return direct_ ? QStringLiteral("main.") + quoteName(ridTables_.first())
-                   : QStringLiteral("temp.") + table_;
+    return direct_ ? qualifiedTable(ridTables_.first()) : QStringLiteral("temp.") + table_;
 }
 
 QString Snapshot::idColumn() const {
@@ -299,9 +300,9 @@ void Snapshot::refreshFromBase(qint64 id, const QString& table, qint64 rid) {
     const int ridIndex = static_cast<int>(ridTables_.indexOf(table));
     sqlite3* db = connection_->db();
     Statement statement(db, QStringLiteral("UPDATE temp.%1 SET (%2, %3) = (SELECT %4, rowid FROM "
-                                           "main.%5 WHERE rowid = ?) WHERE __id = ?")
+                                           "%5 WHERE rowid = ?) WHERE __id = ?")
                                 .arg(table_, targets.join(", "), ridColumnName(ridIndex),
-                                     sources.join(", "), quoteName(table)));
+                                     sources.join(", "), qualifiedTable(table)));
     statement.bind(1, rid);
     statement.bind(2, id);
     statement.exec();
@@ -323,8 +324,8 @@ void Snapshot::updateRow(qint64 id, const QVector<QVariant>& values, const QVect
         }
         const qint64 rid = baseRowId(id, t);
         Statement statement(connection_->db(),
-                            QStringLiteral("UPDATE main.%1 SET %2 WHERE rowid = ?")
-                                .arg(quoteName(ridTables_[t]), assignments.join(", ")));
+                            QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?")
+                                .arg(qualifiedTable(ridTables_[t]), assignments.join(", ")));
         for (int b = 0; b < bound.size(); ++b) {
             statement.bind(b + 1, bound[b]);
         }
@@ -363,8 +364,8 @@ qint64 Snapshot::insertRow(const QVector<QVariant>& values, const QVector<bool>&
         }
         QStringList marks(columns.size(), QStringLiteral("?"));
         Statement statement(
-            db, QStringLiteral("INSERT INTO main.%1 (%2) VALUES (%3)")
-                    .arg(quoteName(ridTables_[t]), columns.join(", "), marks.join(", ")));
+            db, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                    .arg(qualifiedTable(ridTables_[t]), columns.join(", "), marks.join(", ")));
         for (int b = 0; b < bound.size(); ++b) {
             statement.bind(b + 1, bound[b]);
         }
@@ -378,7 +379,7 @@ qint64 Snapshot::insertRow(const QVector<QVariant>& values, const QVector<bool>&
     if (!any && !ridTables_.isEmpty()) {
         // A new row with no field set still becomes a row of the first table (its defaults).
         execSqlite(
-            db, QStringLiteral("INSERT INTO main.%1 DEFAULT VALUES").arg(quoteName(ridTables_[0])));
+            db, QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(qualifiedTable(ridTables_[0])));
         if (direct_) {
             id = sqlite3_last_insert_rowid(db);
         }
@@ -404,7 +405,7 @@ void Snapshot::deleteRow(qint64 id) {
     const qint64 rid = baseRowId(id, table);
     Statement remove(
         connection_->db(),
-        QStringLiteral("DELETE FROM main.%1 WHERE rowid = ?").arg(quoteName(ridTables_[table])));
+        QStringLiteral("DELETE FROM %1 WHERE rowid = ?").arg(qualifiedTable(ridTables_[table])));
     remove.bind(1, rid);
     remove.exec();
     cache_.remove(id);

@@ -7,6 +7,7 @@
 #include <QDate>
 #include <QDateTime>
 
+#include "engine/connection_tables.h"
 #include "engine/jet_dialect.h"
 #include "engine/jet_error.h"
 
@@ -17,6 +18,14 @@ namespace {
 QString firstQuoted(const QString& message, const QString& after) {
     const int at = message.indexOf(after);
     return at < 0 ? QString() : message.mid(at + after.size()).trimmed();
+}
+
+JetError inputTableNotFound(const QString& table) {
+    return JetError(jet::kCannotFindInputTable,
+                    QStringLiteral("The Microsoft Jet database engine cannot find the input table "
+                                   "or query '%1'. Make sure it exists and that its name is "
+                                   "spelled correctly.")
+                        .arg(table));
 }
 
 JetError translateError(int rc, const QString& message, const QString& context) {
@@ -49,12 +58,11 @@ JetError translateError(int rc, const QString& message, const QString& context) 
     }
     if (message.startsWith(QLatin1String("no such table:"))) {
         QString table = firstQuoted(message, QStringLiteral("no such table:"));
-        table = table.section('.', -1);
-        return JetError(jet::kCannotFindInputTable,
-                        QStringLiteral("The Microsoft Jet database engine cannot find the input "
-                                       "table or query '%1'. Make sure it exists and that its name "
-                                       "is spelled correctly.")
-                            .arg(table));
+        return inputTableNotFound(table.section('.', -1));
+    }
+    if (primary == SQLITE_AUTH) {
+        // Only the guard of the connection tables refuses: this connection has not made it.
+        return inputTableNotFound(refusedConnectionTable());
     }
     if (message.startsWith(QLatin1String("no such column:"))) {
         return JetError(jet::kTooFewParameters,

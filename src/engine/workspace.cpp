@@ -6,6 +6,7 @@
 #include <QFileInfo>
 
 #include "engine/connection.h"
+#include "engine/connection_tables.h"
 #include "engine/database_file.h"
 #include "engine/foreign_tables.h"
 #include "engine/jet_error.h"
@@ -36,6 +37,10 @@ Database Workspace::openDatabase(const QString& path, bool readOnly) {
                                       "to convert it.")
                            .arg(path));
     }
+    if (!readOnly) {
+        dropLeftoverConnectionTables(connection->db());
+    }
+    guardConnectionTables(connection->db());
     Database database(connection);
     opened_.push_back(database);
     return database;

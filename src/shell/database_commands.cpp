@@ -10,7 +10,6 @@
 #include "shell/database_conversion.h"
 #include "shell/database_files.h"
 #include "shell/database_upgrade.h"
-#include "store/album_source.h"
 #include "store/compilation_queries.h"
 
 namespace shell {
@@ -31,17 +30,6 @@ void reportUnreadableFile(const engine::JetError& error, platform::Dialogs& dial
             break;
         default:
             break;
-    }
-}
-
-// TempSource and album links left by an earlier run or window. What cannot be removed now (the
-// file locked by another writer, a read-only file) does no harm: nothing reads TempSource before
-// a connect has removed it, and a connect that cannot remove it refuses with the reason.
-void dropLeftAlbumLinks(engine::Database& database) {
-    try {
-        store::dropAlbumLinks(database);
-    } catch (const engine::JetError&) {
-        // left for the next connect, which removes it or says why it cannot
     }
 }
 
@@ -181,7 +169,6 @@ OpenOutcome openCompilationDatabase(const QString& path, AppState& state,
         state.databasePath = QFileInfo(path).absoluteFilePath();  // the full path, as typed or not
         state.database = database;
         state.inputHint = kInputHint;
-        dropLeftAlbumLinks(state.database);
         store::ensureTrackLookupIndex(state.database);
     } catch (const engine::JetError& error) {
         abandonCompilationDatabase(state);
@@ -193,8 +180,7 @@ OpenOutcome openCompilationDatabase(const QString& path, AppState& state,
 
 void closeCompilationDatabase(AppState& state) {
     if (state.database.isOpen()) {
-        dropLeftAlbumLinks(state.database);
-        state.database.close();
+        state.database.close();  // TempSource and the album links end with the connection
     }
     state.database = engine::Database();
 }

@@ -67,12 +67,12 @@ enum class OpenOutcome { Opened, WrongStructure, Failed };
 
 // The structure check and the opening of a compilation database as the shared database. A file
 // without the five tables shows the structure message; a damaged or foreign file the engine's
-// description of it. On success the album links left in it are removed, and a writable file
-// gets the lookup's index if it lacks it (store::ensureTrackLookupIndex).
+// description of it. On success a writable file gets the lookup's index if it lacks it
+// (store::ensureTrackLookupIndex).
 OpenOutcome openCompilationDatabase(const QString& path, AppState& state,
                                     platform::Dialogs& dialogs);
 
-// Close: removes the album links and closes the shared database.
+// Close: closes the shared database; its album links and TempSource end with its connection.
 void closeCompilationDatabase(AppState& state);
 
 // After a failed load: closes the shared database without touching its file again and forgets

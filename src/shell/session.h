@@ -31,7 +31,7 @@ class Session : public QObject {
     // one is open at a time) and announces databaseOpened on success; close() and abandon()
     // announce databaseClosing while the database is still usable, then close it.
     OpenOutcome open(const QString& path, platform::Dialogs& dialogs);
-    void close();    // removes the album links, then closes
+    void close();    // closes; the album links and TempSource end with the connection
     void abandon();  // after a failed load: closes without touching the file again
     // Compacts a file chosen by the user; an open database is closed first.
     bool compact(platform::Dialogs& dialogs, CommandFeedback& feedback);

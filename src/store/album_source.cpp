@@ -37,9 +37,8 @@ void markConnected(EditorConnection& editor) {
     }
 }
 
-// Deletes a table or link; one that is not there is no failure. Anything else (the file locked
-// by another writer, a read-only file) ends the step that asked: TempSource must never outlive
-// a failed attempt to replace it unnoticed.
+// Deletes a table or link; one that is not there is no failure. Anything else ends the step that
+// asked: TempSource must never outlive a failed attempt to replace it unnoticed.
 void deleteIfPresent(engine::Database& database, const QString& table) {
     try {
         database.deleteTable(table);
@@ -229,8 +228,11 @@ QString tempSourceFillStatement(bool withRating) {
 
 void buildTempSource(engine::Database& database, AlbumSourceState& state) {
     state.passedCount = 0;
-    // One transaction for the whole build: the table's new pages then need no journal, and the
-    // file never holds half a TempSource.
+    // TempSource is a table of this connection (engine/connection_tables.h), deliberately not of
+    // the compilation file as in earlier versions: another window or program on the same file
+    // would replace it under the rows this one shows and adds, and a killed run would leave it.
+    // One transaction for the whole build: the table's new pages then need no journal, and a
+    // failed build leaves no half TempSource.
     engine::ScopedTransaction build(database);
     deleteIfPresent(database, QStringLiteral("TempSource"));
     if (!albumTablesLinked(database)) {

@@ -43,9 +43,9 @@ void setAlbumFolderSetting(const QString& folder);
 void connectAlbumDatabase(engine::Database& database, platform::Dialogs& dialogs,
                           AlbumSourceState& state, EditorConnection& editor);
 
-// Removes TempSource and the album links from the compilation database; missing ones are no
-// failure, any other failure throws JetError (3218 locked, 3027 read-only). The album file
-// itself is never touched.
+// Removes TempSource and the album links, both of the connection alone (they also end with it);
+// missing ones are no failure, any other failure throws JetError. The album file itself is never
+// touched.
 void dropAlbumLinks(engine::Database& database);
 
 // TempSource without rows: the flattened album tables' columns with their types.
@@ -56,9 +56,11 @@ QString tempSourceShapeStatement(bool withRating);
 // the trimmed date text, where they are a whole number) and Null for empty versions.
 QString tempSourceFillStatement(bool withRating);
 
-// Builds TempSource from the linked album tables and sets passedCount to its rows. Without links
-// no TempSource is made and passedCount is 0. Any failure throws JetError and leaves passedCount
-// 0; the caller must then not read TempSource, which may still hold rows of an earlier build.
+// Builds TempSource from the linked album tables and sets passedCount to its rows. TempSource is
+// the connection's own table: only this connection sees it, and the file never holds it. Without
+// links no TempSource is made and passedCount is 0. Any failure throws JetError and leaves
+// passedCount 0; the caller must then not read TempSource, which may still hold rows of an earlier
+// build.
 void buildTempSource(engine::Database& database, AlbumSourceState& state);
 
 // The recording year of a RecordedStart text: its first four characters after trimming blanks.

@@ -143,23 +143,25 @@ TEST_F(HandPickedAlbums, FixedUpColumnsKeepTheirTypes) {
     connectAndBuild(writeAlbums(false));
     // Every column is declared, the fixed-up Version as the album's text column, so it still
     // compares case-blind, and the year is stored as a number.
-    EXPECT_EQ(testsupport::queryRaw(compilationPath,
-                                    "SELECT count(*) FROM pragma_table_info('TempSource') "
-                                    "WHERE type = ''"),
+    EXPECT_EQ(testsupport::queryOnConnection(database,
+                                             "SELECT count(*) FROM pragma_table_info('TempSource') "
+                                             "WHERE type = ''"),
               "0");
-    EXPECT_EQ(testsupport::queryRaw(
-                  compilationPath,
+    EXPECT_EQ(testsupport::queryOnConnection(
+                  database,
                   "SELECT group_concat(name || ':' || type, ' ') FROM pragma_table_info("
                   "'TempSource') WHERE name IN ('MyRecorded', 'RatingTrack')"),
               "MyRecorded:SMALLINT RatingTrack:TEXT(50)");
-    EXPECT_EQ(testsupport::queryRaw(compilationPath,
-                                    "SELECT group_concat(DISTINCT TitleTrack) FROM TempSource "
-                                    "WHERE Version = 'REMIX'"),
-              "Old Friends");
-    EXPECT_EQ(testsupport::queryRaw(compilationPath,
-                                    "SELECT group_concat(DISTINCT typeof(MyRecorded)) FROM "
-                                    "TempSource WHERE MyRecorded IS NOT NULL"),
-              "integer");
+    EXPECT_EQ(
+        testsupport::queryOnConnection(database,
+                                       "SELECT group_concat(DISTINCT TitleTrack) FROM TempSource "
+                                       "WHERE Version = 'REMIX'"),
+        "Old Friends");
+    EXPECT_EQ(
+        testsupport::queryOnConnection(database,
+                                       "SELECT group_concat(DISTINCT typeof(MyRecorded)) FROM "
+                                       "TempSource WHERE MyRecorded IS NOT NULL"),
+        "integer");
 }
 
 TEST_F(HandPickedAlbums, AccentsAndApostrophesComeThroughIntact) {

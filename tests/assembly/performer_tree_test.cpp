@@ -17,8 +17,9 @@ class PerformerTreeTest : public ::testing::Test {
   protected:
     void SetUp() override {
         testsupport::createCompilationDatabase(path);
-        testsupport::execRaw(path, R"sql(
-            CREATE TABLE TempSource (ArtistSort TEXT COLLATE MIXORAMA_TEXT, PerformerTrack TEXT,
+        database = engine::Workspace::defaultWorkspace().openDatabase(path);
+        testsupport::execOnConnection(database, R"sql(
+            CREATE TEMP TABLE TempSource (ArtistSort TEXT COLLATE MIXORAMA_TEXT, PerformerTrack TEXT,
                                      TitleTrack TEXT COLLATE MIXORAMA_TEXT,
                                      TitleAlbum TEXT COLLATE MIXORAMA_TEXT, Length INTEGER);
             INSERT INTO TempSource VALUES
@@ -31,7 +32,6 @@ class PerformerTreeTest : public ::testing::Test {
                 (NULL, 'Ghost', 'Boo', 'Haunted', 100),
                 ('', 'Nobody', 'Silence', 'Quiet', 90);
         )sql");
-        database = engine::Workspace::defaultWorkspace().openDatabase(path);
     }
     void TearDown() override { engine::Workspace::defaultWorkspace().close(); }
 
@@ -100,9 +100,9 @@ TEST_F(PerformerTreeTest, ChildrenAreDistinctTitleAlbumPairsInOrder) {
 // Only a performer without sort form is incomplete data; a track without title or album is a
 // node with empty text, and clicking it finds the track.
 TEST_F(PerformerTreeTest, MissingTitleOrAlbumShowsAsEmptyText) {
-    testsupport::execRaw(path,
-                         "INSERT INTO TempSource VALUES ('Abba', 'Abba', 'Zzz', NULL, 1), "
-                         "('Abba', 'Abba', NULL, 'Arrival', 2)");
+    testsupport::execOnConnection(database,
+                                  "INSERT INTO TempSource VALUES ('Abba', 'Abba', 'Zzz', NULL, "
+                                  "1), ('Abba', 'Abba', NULL, 'Arrival', 2)");
     const QStringList abba = assembly::readChildNodes(database, "TempSource", "Abba");
     EXPECT_EQ(abba, QStringList({"   [Arrival]", "Waterloo   [Waterloo]", "Zzz   []"}));
     EXPECT_EQ(foundTitle(assembly::nodeCriteria(2, abba[0], "Abba")), " / Arrival");

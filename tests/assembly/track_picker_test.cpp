@@ -55,9 +55,9 @@ TEST_F(PickerTest, SumsFollowTheTracksEvenWhenTheStoredOnesWereWrong) {
 }
 
 TEST_F(PickerTest, EveryFieldOfTheSourceRowLandsInItsColumn) {
-    testsupport::execRaw(
-        path,
-        "CREATE TABLE TempSource (ArtistSort TEXT, PerformerTrack TEXT, TitleTrack TEXT, Item "
+    testsupport::execOnConnection(
+        open(),
+        "CREATE TEMP TABLE TempSource (ArtistSort TEXT, PerformerTrack TEXT, TitleTrack TEXT, Item "
         "SMALLINT, \"Index\" SMALLINT, Length INTEGER, Version TEXT, Live YESNO, RecordedStart "
         "TEXT, TitleAlbum TEXT, PerformerAlbum TEXT, AlbumArtistSort TEXT, TrackTrackID INTEGER, "
         "TrackAlbumID INTEGER, RatingTrack TEXT, Location TEXT, ArtistID INTEGER, TrackID "
@@ -65,7 +65,7 @@ TEST_F(PickerTest, EveryFieldOfTheSourceRowLandsInItsColumn) {
         "INSERT INTO TempSource VALUES ('Dylan, Bob', 'Bob Dylan', 'Hurricane', 2, 5, 513, "
         "'Single', -1, ' 1975-11-01', 'Desire', 'Various', 'Various Artists', 4711, 815, "
         "'*****', 'Shelf 3', 12, 4711, 1975)");
-    engine::Recordset source = open().openRecordset("TempSource");
+    engine::Recordset source = database.openRecordset("TempSource");
     addTrack(database, 2, assembly::sourceTrackAt(source), {});
     const QList<QVariantList> rows = sqliteRows(
         path,
@@ -81,10 +81,10 @@ TEST_F(PickerTest, EveryFieldOfTheSourceRowLandsInItsColumn) {
 }
 
 TEST_F(PickerTest, ReadingASourceRowNeedsACurrentRow) {
-    testsupport::execRaw(path,
-                         "CREATE TABLE TempSource (PerformerTrack TEXT, TitleTrack TEXT, "
-                         "Length INTEGER)");
-    engine::Recordset empty = open().openRecordset("TempSource");
+    testsupport::execOnConnection(open(),
+                                  "CREATE TEMP TABLE TempSource (PerformerTrack TEXT, TitleTrack "
+                                  "TEXT, Length INTEGER)");
+    engine::Recordset empty = database.openRecordset("TempSource");
     EXPECT_EQ(testsupport::errorNumber([&] { assembly::sourceTrackAt(empty); }),
               engine::jet::kNoCurrentRecord);
 }

@@ -30,7 +30,10 @@ class GotoFixture : public ::testing::Test {
                    (3, 'O''Neil Mix', 0, 0, 'MD', 74, 'Box 1', '2000-01-01', 'Rock''n''Roll',
                     NULL),
                    (4, 'Zappa', 1, 400, 'Cassette', 90, NULL, NULL, NULL, NULL);
-            CREATE TABLE TempSource (
+        )sql");
+        db = engine::Workspace::defaultWorkspace().openDatabase(path);
+        testsupport::execOnConnection(db, R"sql(
+            CREATE TEMP TABLE TempSource (
                 ArtistSort TEXT(255) COLLATE MIXORAMA_TEXT, PerformerTrack TEXT(255) COLLATE MIXORAMA_TEXT,
                 TitleTrack TEXT(255) COLLATE MIXORAMA_TEXT, Item SMALLINT, "Index" SMALLINT,
                 Length INTEGER, Version TEXT(255) COLLATE MIXORAMA_TEXT, Live YESNO,
@@ -57,7 +60,6 @@ class GotoFixture : public ::testing::Test {
                    ('beatles, the', 'the beatles', 'Michelle', 3, 1, 160, 0, 'Rubber Soul',
                     'Beatles, The', '****', 1965, 7);
         )sql");
-        db = engine::Workspace::defaultWorkspace().openDatabase(path);
     }
     void TearDown() override { engine::Workspace::defaultWorkspace().close(); }
 

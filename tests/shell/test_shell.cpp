@@ -116,7 +116,7 @@ TEST_F(DatabaseCommands, NewCopiesTheTemplateAndNeverOverwrites) {
     EXPECT_TRUE(dialogs.messages().empty());
 }
 
-TEST_F(DatabaseCommands, OpenChecksTheStructureAndClosesLinksLeftBehind) {
+TEST_F(DatabaseCommands, OpenChecksTheStructureAndDropsATempSourceOfEarlierVersions) {
     const QString path = dir.file("c.mdb");
     testsupport::createCompilationDatabase(path);
     testsupport::execRaw(path, "CREATE TABLE TempSource (ArtistSort TEXT(50))");
@@ -125,6 +125,10 @@ TEST_F(DatabaseCommands, OpenChecksTheStructureAndClosesLinksLeftBehind) {
     EXPECT_EQ(state.databasePath, path);
     EXPECT_EQ(state.inputHint, "Time as: HHMMSS    Date as: DD.MM.YY");
     EXPECT_FALSE(state.database.hasTable("TempSource"));
+    EXPECT_EQ(testsupport::queryRaw(path,
+                                    "SELECT count(*) FROM sqlite_master"
+                                    " WHERE name = 'TempSource'"),
+              "0");
     shell::closeCompilationDatabase(state);
     EXPECT_FALSE(state.database.isOpen());
 

@@ -165,66 +165,66 @@ TEST_F(AlbumSource, DropRemovesLinksAndTempSourceAndTheRebuildStartsAfresh) {
     EXPECT_FALSE(database.hasTable("TempSource"));
 }
 
-// A run that was killed leaves its TempSource in the file. When the next connect cannot remove
-// it, nothing goes on with those rows: the connect and the build name the reason.
-struct StaleSourceCase {
-    const char* name;
-    bool readOnly;  // else another writer holds the file's write lock
-    int error;
-    const char* message;
-};
+// Earlier versions kept TempSource in the file, where a killed run left it with the rows of
+// another album database. Dropped at open where the file may be written, kept where it may not,
+// it is read by no statement of the connection: neither before its own TempSource is built nor
+// by the build, whose rows are all the chosen album's.
+enum class FileAccess { Free, LockedByAnotherWriter, ReadOnly };
 
-class StaleTempSource : public AlbumSource,
-                        public ::testing::WithParamInterface<StaleSourceCase> {};
+class LeftoverTempSource : public AlbumSource, public ::testing::WithParamInterface<FileAccess> {};
 
-TEST_P(StaleTempSource, IsNeverUsedWhenItCannotBeRemoved) {
-    connect(makeAlbums(true));
-    store::buildTempSource(database, state);
-    ASSERT_EQ(state.passedCount, 8);
-    database.close();  // killed: TempSource stays in the file
-    database =
-        engine::Workspace::defaultWorkspace().openDatabase(compilationPath, GetParam().readOnly);
+TEST_P(LeftoverTempSource, IsNeverRead) {
+    database.close();
+    testsupport::execRaw(compilationPath,
+                         "CREATE TABLE TempSource (TitleTrack TEXT, RatingTrack TEXT);"
+                         "INSERT INTO TempSource VALUES ('Stale', '*****')");
     std::optional<testsupport::WriteLock> otherWriter;
-    if (!GetParam().readOnly) {
+    if (GetParam() == FileAccess::LockedByAnotherWriter) {
         otherWriter.emplace(compilationPath);
     }
-    dialogs.clear();
-    editor.getTracksEnabled = true;
-    const QString unrated = makeAlbums(false);
-    connect(unrated);
-    ASSERT_EQ(dialogs.messages().size(), 1u);
-    EXPECT_EQ(dialogs.messages()[0].text, GetParam().message);
-    EXPECT_EQ(dialogs.messages()[0].icon, platform::MessageIcon::Exclamation);
-    EXPECT_FALSE(editor.albumConnected);
-    EXPECT_FALSE(editor.getTracksEnabled);
-
-    // Built anyway (the picker of a window opened before), the source fails the same way.
-    state.passedCount = 8;
-    EXPECT_EQ(testsupport::errorNumber([&] { store::buildTempSource(database, state); }),
-              GetParam().error);
-    EXPECT_EQ(state.passedCount, 0);
-
-    // Once the file is free the next connect replaces the old rows.
-    otherWriter.reset();
-    if (GetParam().readOnly) {
-        database.close();
-        database = engine::Workspace::defaultWorkspace().openDatabase(compilationPath);
+    database = engine::Workspace::defaultWorkspace().openDatabase(
+        compilationPath, GetParam() == FileAccess::ReadOnly);
+    EXPECT_FALSE(database.hasTable("TempSource"));
+    for (const char* source :
+         {"TempSource", "SELECT TitleTrack FROM TempSource", "SELECT rowid FROM TempSource"}) {
+        EXPECT_EQ(testsupport::errorNumber([&] { database.openRecordset(source); }),
+                  engine::jet::kCannotFindInputTable)
+            << source;
     }
-    connect(unrated);
+    EXPECT_EQ(testsupport::errorNumber([&] {
+                  database.execute("INSERT INTO TempSource (TitleTrack) VALUES ('Sneaked in')");
+              }),
+              engine::jet::kCannotFindInputTable);
+
+    connect(makeAlbums(false));
+    EXPECT_TRUE(dialogs.messages().empty());
     EXPECT_TRUE(editor.albumConnected);
     store::buildTempSource(database, state);
     EXPECT_EQ(state.passedCount, 8);
-    EXPECT_TRUE(
-        sourceRows("SELECT RatingTrack FROM TempSource WHERE RatingTrack IS NOT NULL").isEmpty());
+    EXPECT_TRUE(sourceRows("SELECT TitleTrack FROM TempSource WHERE TitleTrack = 'Stale' OR "
+                           "RatingTrack IS NOT NULL")
+                    .isEmpty());
+
+    otherWriter.reset();
+    EXPECT_EQ(testsupport::queryRaw(compilationPath,
+                                    "SELECT count(*) FROM sqlite_master WHERE name = 'TempSource'"),
+              GetParam() == FileAccess::Free ? "0" : "1")
+        << "dropped where the file may be written";
 }
 
-INSTANTIATE_TEST_SUITE_P(Causes, StaleTempSource,
-                         ::testing::Values(StaleSourceCase{"LockedByAnotherWriter", false, 3218,
-                                                           "Could not update; currently locked."},
-                                           StaleSourceCase{
-                                               "ReadOnlyFile", true, 3027,
-                                               "Cannot update. Database or object is read-only."}),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Opened, LeftoverTempSource,
+                         ::testing::Values(FileAccess::Free, FileAccess::LockedByAnotherWriter,
+                                           FileAccess::ReadOnly),
+                         [](const auto& info) {
+                             switch (info.param) {
+                                 case FileAccess::Free:
+                                     return std::string("Free");
+                                 case FileAccess::LockedByAnotherWriter:
+                                     return std::string("LockedByAnotherWriter");
+                                 default:
+                                     return std::string("ReadOnly");
+                             }
+                         });
 
 TEST(RecordingYear, TakesTheFirstFourCharactersOfTheTrimmedText) {
     EXPECT_EQ(store::recordingYear(" 1987-05-01").toString(), "1987");

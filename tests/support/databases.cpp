@@ -6,6 +6,8 @@
 #include <QFile>
 #include <stdexcept>
 
+#include "engine/connection.h"
+#include "engine/database.h"
 #include "engine/jet_collation.h"
 #include "engine/jet_dialect.h"
 
@@ -36,6 +38,20 @@ void execOn(sqlite3* db, const QString& sql) {
         sqlite3_free(error);
         throw std::runtime_error(message);
     }
+}
+
+QString queryOn(sqlite3* db, const QString& sql) {
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &statement, nullptr) != SQLITE_OK) {
+        throw std::runtime_error(sqlite3_errmsg(db));
+    }
+    QString result;
+    if (sqlite3_step(statement) == SQLITE_ROW) {
+        result =
+            QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)));
+    }
+    sqlite3_finalize(statement);
+    return result;
 }
 
 int engineOrder(void*, int lengthA, const void* a, int lengthB, const void* b) {
@@ -117,18 +133,15 @@ void execRaw(const QString& path, const QString& sql) {
 
 QString queryRaw(const QString& path, const QString& sql) {
     RawConnection connection(path);
-    sqlite3_stmt* statement = nullptr;
-    if (sqlite3_prepare_v2(connection.db(), sql.toUtf8().constData(), -1, &statement, nullptr) !=
-        SQLITE_OK) {
-        throw std::runtime_error(sqlite3_errmsg(connection.db()));
-    }
-    QString result;
-    if (sqlite3_step(statement) == SQLITE_ROW) {
-        result =
-            QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)));
-    }
-    sqlite3_finalize(statement);
-    return result;
+    return queryOn(connection.db(), sql);
+}
+
+void execOnConnection(const engine::Database& database, const QString& sql) {
+    execOn(database.connection()->db(), sql);
+}
+
+QString queryOnConnection(const engine::Database& database, const QString& sql) {
+    return queryOn(database.connection()->db(), sql);
 }
 
 WriteLock::WriteLock(const QString& path) {

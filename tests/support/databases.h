@@ -4,6 +4,9 @@
 #include <QStringList>
 
 struct sqlite3;
+namespace engine {
+class Database;
+}
 
 namespace testsupport {
 
@@ -14,6 +17,10 @@ void createCompilationDatabase(const QString& path);
 void execRaw(const QString& path, const QString& sql);
 // The first column of the first row of a query run directly on the file.
 QString queryRaw(const QString& path, const QString& sql);
+// The same on the connection of a database open in the engine, which alone sees its TempSource:
+// to give it one, or to look at it.
+void execOnConnection(const engine::Database& database, const QString& sql);
+QString queryOnConnection(const engine::Database& database, const QString& sql);
 // SQLite's own integrity check of a file: "ok" when it is whole.
 QString integrityCheck(const QString& path);
 // Leaves the file as a writer killed in the middle of running sql would: part of the change

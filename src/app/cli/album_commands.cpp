@@ -71,7 +71,6 @@ int tempSource(const QStringList& args, Streams streams) {
                                                             engine::RecordsetType::Snapshot);
             printRows(rows, streams.out);
         }
-        store::dropAlbumLinks(database);
         database.close();
     } catch (const engine::JetError& error) {
         streams.err << "Error " << error.number() << ": " << error.description() << Qt::endl;

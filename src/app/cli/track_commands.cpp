@@ -220,18 +220,11 @@ int addTracks(const QStringList& args, Streams streams) {
         // Only rows built from this album file are added: a build that fails ends the command.
         store::buildTempSource(database, state);
         assembly::TrackSums sums = compilation->stored;
-        int added = 0;
-        try {
-            added = addSourceRows(database, *compilation, parsed, sums, streams);
-        } catch (const engine::JetError&) {
-            store::dropAlbumLinks(database);  // the tracks added so far stay
-            throw;
-        }
+        const int added = addSourceRows(database, *compilation, parsed, sums, streams);
         streams.out << added << " track(s) added" << Qt::endl;
         streams.out << "Total time " << query::formatTime(double(sums.totalTime)) << " ("
                     << sums.trackCount << " tracks): " << fitText(sums, compilation->lengthMinutes)
                     << Qt::endl;
-        store::dropAlbumLinks(database);
         database.close();
     } catch (const engine::JetError& error) {
         return reportError(streams, error);
