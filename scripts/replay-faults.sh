@@ -10,11 +10,12 @@
 # check. The copy and its build live in ${MIXORAMA_FAULT_DIR:-/tmp/mixorama-faults} and are kept,
 # so later runs build incrementally. The real working tree and its build folders are never written.
 # Exit status: 0 when every fault is caught, 1 when one is missed, does not apply or does not
-# build (a fault must compile: a patch the compiler rejects needs fixing), 2 on a usage error.
+# build (a fault must compile: a patch the compiler rejects needs fixing), 2 on a usage error or
+# while another run uses the same scratch folder.
 set -euo pipefail
 
 usage() {
-    sed -n '2,13p' "$0" | sed 's/^# \{0,1\}//'
+    sed -n '2,14p' "$0" | sed 's/^# \{0,1\}//'
 }
 
 quick=0
@@ -55,10 +56,18 @@ case "$scratch/" in "$repo/"*)
 esac
 
 mkdir -p "$scratch"
+# Two runs on one copy would test each other's faults.
+exec 9>"$scratch/lock"
+if ! flock -n 9; then
+    echo "Another replay is running in $scratch; wait for it or set MIXORAMA_FAULT_DIR" >&2
+    exit 2
+fi
 
 # git must not take the scratch folder for part of a repository it happens to sit in.
 export GIT_CEILING_DIRECTORIES="$scratch"
 jobs="$(nproc)"
+# A fault may make a test wait forever (on a FIFO, a lock): that test fails after this many seconds.
+timeout="${MIXORAMA_FAULT_TIMEOUT:-300}"
 
 # Makes the copy hold exactly the working tree's files (tracked and untracked, without what git
 # ignores). A file is written only when its content differs, and then with the current time:
@@ -103,13 +112,15 @@ failed_tests() { # log file, ctest arguments...
     local log="$1" failures="$build/Testing/Temporary/LastTestsFailed.log"
     shift
     rm -f "$failures"
-    (cd "$build" && QT_QPA_PLATFORM=offscreen nice ctest -j"$jobs" --output-on-failure "$@") \
+    (cd "$build" && QT_QPA_PLATFORM=offscreen nice ctest -j"$jobs" --timeout "$timeout" \
+        --output-on-failure "$@") \
         >"$log" 2>&1 || true
     if grep -q 'No tests were found' "$log"; then
         echo "<none ran>"
         return
     fi
-    [ -f "$failures" ] && sed 's/^[0-9]*://' "$failures" | sort -u
+    # A parameterised case's name ends in a comment on its parameter's bytes: dropped.
+    [ -f "$failures" ] && sed 's/^[0-9]*://; s/  # GetParam() = .*//' "$failures" | sort -u
     return 0
 }
 
