@@ -1,5 +1,9 @@
 #include "access/reader_process.h"
 
+#include <signal.h>
+#include <sys/prctl.h>
+#include <unistd.h>
+
 #include <QElapsedTimer>
 #include <QProcess>
 #include <algorithm>
@@ -42,6 +46,15 @@ ProcessOutcome runWithLimits(const QString& program, const QStringList& argument
     ProcessOutcome outcome;
     QProcess process;
     process.setStandardInputFile(QProcess::nullDevice());
+    // The reader ends with this process, even a killed one: an orphan would go on writing its
+    // scratch copy after the next start has removed the files of this run.
+    const pid_t parent = getpid();
+    process.setChildProcessModifier([parent] {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (getppid() != parent) {
+            _exit(1);
+        }
+    });
     process.start(program, arguments, QIODevice::ReadOnly);
     if (!process.waitForStarted(kStartLimitMs)) {
         outcome.errors = process.errorString().toUtf8();

@@ -47,33 +47,33 @@ QString randomLetters(int count) {
     return letters;
 }
 
-// One name a line, percent-encoded: a file name may hold a line break.
-QByteArray encodeNames(const QStringList& names) {
-    QByteArray text;
-    for (const QString& name : names) {
-        text += QUrl::toPercentEncoding(name, "/") + '\n';
-    }
-    return text;
+// The owner file is a log that only grows: "+name" when a file is about to be made, "-name" when
+// it is gone or kept, one line each, percent-encoded (a file name may hold a line break). A kill
+// can cut only the last line, which then named a file not yet made or one already gone.
+QByteArray logLine(char change, const QString& name) {
+    return change + QUrl::toPercentEncoding(name, "/") + '\n';
 }
 
-QStringList decodeNames(const QByteArray& text) {
+// The names a log leaves standing; an unfinished last line is no name.
+QStringList standingNames(const QByteArray& log) {
     QStringList names;
-    for (const QByteArray& line : text.split('\n')) {
-        if (!line.isEmpty()) {
-            names << QUrl::fromPercentEncoding(line);
+    QList<QByteArray> lines = log.split('\n');
+    lines.removeLast();  // empty after the last line break, or a line cut short
+    for (const QByteArray& line : lines) {
+        const QString name = QUrl::fromPercentEncoding(line.mid(1));
+        if (line.startsWith('+') && QFileInfo(name).isAbsolute()) {
+            names << name;
+        } else if (line.startsWith('-')) {
+            names.removeAll(name);
         }
     }
     return names;
 }
 
-bool writeAll(int fd, const QByteArray& bytes) {
-    if (ftruncate(fd, 0) != 0) {
-        return false;
-    }
+bool appendAll(int fd, const QByteArray& bytes) {
     qsizetype done = 0;
     while (done < bytes.size()) {
-        const ssize_t written =
-            pwrite(fd, bytes.constData() + done, size_t(bytes.size() - done), off_t(done));
+        const ssize_t written = write(fd, bytes.constData() + done, size_t(bytes.size() - done));
         if (written <= 0) {
             return false;
         }
@@ -100,7 +100,7 @@ class OwnerFile {
         QByteArray pending = QDir(folder)
                                  .filePath(kOwnerPrefix + QStringLiteral("XXXXXX") + kOwnerPending)
                                  .toLocal8Bit();
-        fd_ = mkostemps(pending.data(), int(kOwnerPending.size()), O_CLOEXEC);
+        fd_ = mkostemps(pending.data(), int(kOwnerPending.size()), O_CLOEXEC | O_APPEND);
         if (fd_ < 0) {
             throw cannotCreateIn(folder);
         }
@@ -123,15 +123,14 @@ class OwnerFile {
     bool isEmpty() const { return names_.isEmpty(); }
     bool names(const QString& path) const { return names_.contains(path); }
     void add(const QString& path) {
-        names_ << path;
-        if (!writeAll(fd_, encodeNames(names_))) {
-            names_.removeLast();
+        if (!appendAll(fd_, logLine('+', path))) {
             throw cannotCreateIn(QFileInfo(path_).absolutePath());
         }
+        names_ << path;
     }
     void remove(const QString& path) {
         names_.removeAll(path);
-        writeAll(fd_, encodeNames(names_));  // a name left over only costs a failed removal
+        appendAll(fd_, logLine('-', path));  // a name left standing only costs a failed removal
     }
 
   private:
@@ -184,7 +183,7 @@ int removeIfOwnerEnded(const QString& ownerPath) {
     }
     int removed = 0;
     if (flock(fd, LOCK_EX | LOCK_NB) == 0) {
-        for (const QString& path : decodeNames(readAll(fd))) {
+        for (const QString& path : standingNames(readAll(fd))) {
             removed += QFileInfo::exists(path) ? 1 : 0;
             removeWithJournals(path);
         }
