@@ -1,5 +1,9 @@
 #include "access/reader_process.h"
 
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <gtest/gtest.h>
 
 #include "access/fake_program.h"
@@ -65,4 +69,38 @@ TEST(ReaderProcess, AMissingProgramDoesNotStart) {
     const ProcessOutcome outcome = runWithLimits(dir.file("none"), {}, kShortLimits);
     EXPECT_EQ(outcome.end, End::NotStarted);
     EXPECT_FALSE(outcome.errors.isEmpty());
+}
+
+// A reader outliving a killed program would go on writing a scratch copy that the next start
+// has already cleaned away.
+TEST(ReaderProcess, TheReaderEndsWithAKilledProgram) {
+    testsupport::TempDir dir;
+    const QString pidFile = dir.file("reader.pid");
+    const QString program =
+        writeFakeProgram(dir.file("p"), "echo $$ > '" + pidFile.toUtf8() + "'; exec sleep 60");
+    const pid_t starter = fork();
+    ASSERT_GE(starter, 0);
+    if (starter == 0) {  // the program, which starts the reader and is killed while it runs
+        runWithLimits(program, {}, {60s, 60s});
+        _exit(0);
+    }
+    QFile pid(pidFile);
+    for (int i = 0; i < 200 && pid.size() == 0; ++i) {
+        usleep(20000);
+    }
+    ASSERT_TRUE(pid.open(QIODevice::ReadOnly)) << "the reader did not start";
+    const pid_t reader = pid.readAll().trimmed().toInt();
+    ASSERT_GT(reader, 0);
+    kill(starter, SIGKILL);
+    waitpid(starter, nullptr, 0);
+    bool ended = false;
+    for (int i = 0; i < 250 && !ended; ++i) {
+        QFile stat(QStringLiteral("/proc/%1/stat").arg(reader));
+        ended = !stat.open(QIODevice::ReadOnly) || stat.readAll().contains(") Z ");  // or a zombie
+        usleep(20000);
+    }
+    if (!ended) {
+        kill(reader, SIGKILL);
+    }
+    EXPECT_TRUE(ended) << "the reader outlived the program that started it";
 }
