@@ -93,6 +93,13 @@ void storeSum(engine::Database& database, const char* column, qint64 compilation
                          .arg(compilationId));
 }
 
+struct SumRule {
+    const char* column;
+    QVariant stored;
+    qint64 expected;
+    QString reported;
+};
+
 // The lines of one compilation; with repair, its rows are mended.
 QStringList checkCompilation(engine::Database& database, const CompilationFacts& compilation,
                              const TrackFacts& tracks, bool repair) {
@@ -107,21 +114,21 @@ QStringList checkCompilation(engine::Database& database, const CompilationFacts&
                      .arg(tracks.count)
                      .arg(numberList(tracks.numbers));
     }
-    if (!holds(compilation.sumTrack, tracks.count)) {
+    // The two sums, each with the words that report it broken.
+    const SumRule sums[] = {
+        {"SumTrack", compilation.sumTrack, tracks.count,
+         QStringLiteral("%1: SumTrack is %2, but it has %3 track(s).")},
+        {"SumTime", compilation.sumTime, tracks.totalLength,
+         QStringLiteral("%1: SumTime is %2, but its tracks last %3 second(s).")}};
+    for (const SumRule& sum : sums) {
+        if (holds(sum.stored, sum.expected))
+            continue;
         if (repair)
-            storeSum(database, "SumTrack", compilation.id, tracks.count);
-        lines << (repair ? QStringLiteral("%1: SumTrack set from %2 to %3.")
-                         : QStringLiteral("%1: SumTrack is %2, but it has %3 track(s)."))
-                     .arg(label, shown(compilation.sumTrack))
-                     .arg(tracks.count);
-    }
-    if (!holds(compilation.sumTime, tracks.totalLength)) {
-        if (repair)
-            storeSum(database, "SumTime", compilation.id, tracks.totalLength);
-        lines << (repair ? QStringLiteral("%1: SumTime set from %2 to %3.")
-                         : QStringLiteral("%1: SumTime is %2, but its tracks last %3 second(s)."))
-                     .arg(label, shown(compilation.sumTime))
-                     .arg(tracks.totalLength);
+            storeSum(database, sum.column, compilation.id, sum.expected);
+        lines << (repair ? QStringLiteral("%1: %2 set from %3 to %4.")
+                               .arg(label, QLatin1String(sum.column), shown(sum.stored))
+                               .arg(sum.expected)
+                         : sum.reported.arg(label, shown(sum.stored)).arg(sum.expected));
     }
     return lines;
 }
