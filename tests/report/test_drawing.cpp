@@ -174,14 +174,21 @@ TEST(PdfExport, LandscapePaperTurnsThePage) {
     EXPECT_EQ(pdfPageSize(dir.file("wide.pdf")).first, QSizeF(842, 595));
 }
 
+// A PDF written before, which a failed export must leave as it was.
+QString earlierExport(const testsupport::TempDir& dir) {
+    const QString path = dir.file("TracksByPerformer.PDF");
+    QFile old(path);
+    old.open(QIODevice::WriteOnly);
+    old.write("earlier export");
+    old.close();
+    EXPECT_EQ(testsupport::fileBytes(path), "earlier export");
+    return path;
+}
+
 TEST(PdfExport, AReadOnlyFileOrFolderIsAnErrorAndLosesNothing) {
     const testsupport::TempDir dir;
     const PageModel model = twoPageList(PageSetup::a4());
-    const QString path = dir.file("TracksByPerformer.PDF");
-    QFile old(path);
-    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
-    old.write("earlier export");
-    old.close();
+    const QString path = earlierExport(dir);
     const auto expectRefused = [&](const QString& target) {
         try {
             exportPdf(model, target);
@@ -212,11 +219,7 @@ TEST(PdfExport, AReadOnlyFileOrFolderIsAnErrorAndLosesNothing) {
 TEST(PdfExport, AWriteThatFailsAtTheEndIsAnErrorAndLosesNothing) {
     const testsupport::TempDir dir;
     const PageModel model = twoPageList(PageSetup::a4());
-    const QString path = dir.file("TracksByPerformer.PDF");
-    QFile old(path);
-    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
-    old.write("earlier export");
-    old.close();
+    const QString path = earlierExport(dir);
     rlimit saved{};
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &saved), 0);
     rlimit small = saved;
