@@ -58,14 +58,8 @@ WriterLog addCompilations(const QString& path, int count) {
 TEST(SharedFile, ACompactionBesideAWriterLosesNothingTheWriterStored) {
     testsupport::TempDir dir;
     const QString path = dir.file("comp.mdb");
-    testsupport::createCompilationDatabase(path);
     // Enough rows that each compaction takes a while, with room it reclaims.
-    testsupport::execRaw(path, R"sql(
-        WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 3000)
-        INSERT INTO Compilation (Name, Format, C_Length, Notes)
-        SELECT 'Old ' || i, 'CD-R', 80, printf('%.300c', 'n') FROM n;
-        DELETE FROM Compilation WHERE CompilationID_P % 3 = 0;
-    )sql");
+    testsupport::createReclaimableDatabase(path, 3000, 300, 3);
 
     constexpr int kAdds = 60;
     std::atomic<bool> writing{true};

@@ -38,13 +38,7 @@ class Compaction : public ::testing::Test, public shell::CommandFeedback {
 
     // A database with room to reclaim: half of its compilations are deleted.
     QString makeDatabase(const QString& path) {
-        testsupport::createCompilationDatabase(path);
-        testsupport::execRaw(path, R"sql(
-            WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 60)
-            INSERT INTO Compilation (Name, Format, C_Length, Notes)
-            SELECT 'Compilation ' || i, 'MD', 74, printf('%.900c', 'n') FROM n;
-            DELETE FROM Compilation WHERE CompilationID_P % 2 = 0;
-        )sql");
+        testsupport::createReclaimableDatabase(path, 60, 900, 2);
         return path;
     }
     // What must survive any compaction: every table's rows and the names kept.

@@ -126,6 +126,19 @@ void createCompilationDatabase(const QString& path) {
     execRaw(path, QString::fromUtf8(schema.readAll()));
 }
 
+void createReclaimableDatabase(const QString& path, int count, int notesLength, int gap) {
+    createCompilationDatabase(path);
+    execRaw(path, QStringLiteral(R"sql(
+        WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1)
+        INSERT INTO Compilation (Name, Format, C_Length, Notes)
+        SELECT 'Compilation ' || i, 'MD', 74, printf('%.%2c', 'n') FROM n;
+        DELETE FROM Compilation WHERE CompilationID_P % %3 = 0;
+    )sql")
+                      .arg(count)
+                      .arg(notesLength)
+                      .arg(gap));
+}
+
 void execRaw(const QString& path, const QString& sql) {
     RawConnection connection(path);
     execOn(connection.db(), sql);

@@ -12,6 +12,9 @@ namespace testsupport {
 
 // Creates a compilation database at path from the template's schema file.
 void createCompilationDatabase(const QString& path);
+// A compilation database with room for compaction to reclaim: `count` compilations named
+// prefix + number with notes of `notesLength` characters, then every `gap`-th one deleted.
+void createReclaimableDatabase(const QString& path, int count, int notesLength, int gap);
 // Runs SQLite statements on a file directly, past the engine (to prepare data or inspect it),
 // with the engine's text order and functions installed.
 void execRaw(const QString& path, const QString& sql);
