@@ -50,18 +50,6 @@ TEST_F(CoverTextBox, ComposedTextShowsThePerformersBoldAndIsStoredAsRtf) {
     EXPECT_EQ(other.storedText(), "") << "a cover without text is stored as the empty text";
 }
 
-TEST_F(CoverTextBox, ACdRomCoverHangsItsLinesOnTheTabStop) {
-    compose(box, "CD-ROM", "1.\tAdams   Morning  [2:45]\r\n2.\tBaker   Night Train  [6:31]\n",
-            {{3, 7}, {31, 7}});
-    box.setHangingIndent(400, 400);
-    EXPECT_EQ(boldRanges(*box.document()), (QStringList{"3+7", "30+7"}));
-    const testsupport::ParagraphSummary line = summarize(*box.document())[1];
-    EXPECT_EQ(line.alignment, "left");
-    EXPECT_EQ(line.leftTwips, 400);
-    EXPECT_EQ(line.firstLineTwips, -400);
-    EXPECT_EQ(line.tabTwips, std::vector<int>{400});
-}
-
 TEST_F(CoverTextBox, TheClipboardHoldsTheSelectionOrAllAsRtfWithBoldPerformers) {
     box.copyToClipboard();
     const QMimeData* data = QApplication::clipboard()->mimeData();

@@ -81,20 +81,6 @@ class DataGridTest : public ::testing::Test {
                                     QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
-TEST_F(DataGridTest, ReadsOnlyTheRowsItShowsAndShowsThemByTheirColumns) {
-    ui::RecordsetModel& model = grid.recordsetModel();
-    const qint64 shown = model.rowsRead();  // row 250 not among them: rows are read when shown
-    for (int column = 0; column < model.columnCount(); ++column) {
-        model.index(250, column).data();
-    }
-    EXPECT_EQ(model.rowsRead(), shown + 1);  // a row's cells come from one read
-
-    EXPECT_EQ(grid.columnCaption(3), store::gridColumns("overview")->at(3).caption);
-    EXPECT_EQ(text(119, 3), query::formatTime(120 * 7));
-    EXPECT_EQ(text(0, 6), query::shortDateText(QDate(1997, 1, 21)));
-    EXPECT_EQ(text(2, 6), "");
-}
-
 TEST_F(DataGridTest, ClicksAndKeysMoveTheRecordsetAndItsMovesSelectTheRow) {
     QSignalSpy rowChanged(&grid, &ui::DataGrid::rowChanged);
     QSignalSpy headerClicked(&grid, &ui::DataGrid::headerClicked);
@@ -155,29 +141,6 @@ TEST_F(DataGridTest, AnnouncedChangesMoveOnlyTheirRowsAndKeepViewAndCurrentRow) 
         QString("DELETE FROM Compilation WHERE CompilationID_P = %1").arg(id));
     session.announceCompilationDeleted(id);
     expectCurrent(next);  // the current row gone: the next one
-}
-
-TEST_F(DataGridTest, AClosedDatabaseShowsEmptyCells) {
-    engine::Workspace::defaultWorkspace().close();  // without telling the data control
-    EXPECT_EQ(text(50), "");
-    grid.scrollToBottom();
-    grid.viewport()->repaint();
-}
-
-TEST_F(DataGridTest, SplitStateFlipsAndEverySecondCallScrollsBackLeft) {
-    grid.resize(200, 300);
-    QCoreApplication::processEvents();
-    QScrollBar* bar = grid.horizontalScrollBar();
-    if (ui::splitState()) {
-        ui::toggleSplitState(grid);
-    }
-    bar->setValue(bar->maximum());
-    ui::toggleSplitState(grid);
-    EXPECT_TRUE(ui::splitState());
-    EXPECT_GT(bar->value(), 0);
-    ui::toggleSplitState(grid);
-    EXPECT_FALSE(ui::splitState());
-    EXPECT_EQ(bar->value(), 0);
 }
 
 }  // namespace

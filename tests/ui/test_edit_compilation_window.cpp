@@ -107,35 +107,6 @@ TEST_F(EditorWindow, EditShowsTheCurrentRowAndARenameFollowsInTheList) {
     EXPECT_EQ(stored("SELECT Count(*) FROM Compilation WHERE Name = 'Mix Two'"), "1");
 }
 
-TEST_F(EditorWindow, GetTracksNeedsAStoredCompilationAndAConnect) {
-    accessfile::installAccessReader();
-    const QString albums = dir.file("albums.mdb");
-    albumgen::writeAlbumDatabase(albums, albumgen::Options{5, 3, true});
-    open("ID_EditCompilation", 2);
-    QSignalSpy requests(editor.data(), &ui::EditCompilationWindow::getTracksRequested);
-    EXPECT_FALSE(field("BtnGetSongs")->isEnabled());
-    dialogs.answerFile(albums);
-    clickButton(editor, "btnConnect");
-    EXPECT_TRUE(field("BtnGetSongs")->isEnabled());
-    QTest::keyClicks(field<QLineEdit>("txtStorage"), "B");
-    EXPECT_FALSE(field("BtnGetSongs")->isEnabled()) << "an edit is not yet stored";
-    clickButton(editor, "btnUpdate");
-
-    // The picker's TempSource is its connection's own: another writer holding the file does not
-    // keep it from being built afresh.
-    const testsupport::WriteLock otherWriter(window->state().databasePath);
-    clickButton(editor, "BtnGetSongs");
-    ASSERT_EQ(requests.size(), 1);
-    EXPECT_EQ(requests[0][0].toLongLong(), 3);
-    QPointer<ui::GetSongsWindow> picker = editor->findChild<ui::GetSongsWindow*>();
-    ASSERT_FALSE(picker.isNull());
-    EXPECT_GT(picker->sourceGrid()->model()->rowCount(), 0) << "the connected albums";
-    EXPECT_FALSE(editor->isVisible()) << "the picker hides the editor";
-    EXPECT_TRUE(dialogs.messages().empty()) << dialogs.lastMessageText().toStdString();
-    picker->close();
-    EXPECT_TRUE(editor->isVisible());
-}
-
 TEST_F(EditorWindow, TheCoverButtonsComposeWhatTheComposerComposes) {
     open("ID_EditCompilation", 1);
     EXPECT_FALSE(field("btnCopy2Clip")->isEnabled()) << "no cover text yet";
@@ -169,23 +140,6 @@ TEST_F(EditorWindow, TheCoverButtonsComposeWhatTheComposerComposes) {
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(field(QStringLiteral("btnGet%1").arg(i))->isEnabled(), cdRom.getEnabled[i]);
     }
-}
-
-TEST_F(EditorWindow, ANewManufacturerIsAddedOnlyOnYes) {
-    open("ID_EditCompilation", 1);
-    auto* makers = field<QComboBox>("tdbCmbMan");
-    for (const auto answer : {platform::MessageAnswer::Yes, platform::MessageAnswer::No}) {
-        const QString name = answer == platform::MessageAnswer::Yes ? "Acme" : "Nobody";
-        makers->setEditText(QString());
-        QTest::keyClicks(makers->lineEdit(), name);
-        dialogs.answerMessage(answer);
-        QTest::keyClick(makers->lineEdit(), Qt::Key_Return);
-        EXPECT_EQ(dialogs.lastMessageText(), assembly::manufacturerQuestion(name));
-        EXPECT_EQ(makers->currentText(), answer == platform::MessageAnswer::Yes ? name : "");
-    }
-    EXPECT_EQ(stored("SELECT group_concat(Manufacturer_P) FROM LstManufacturer WHERE "
-                     "Manufacturer_P IN ('Acme', 'Nobody')"),
-              "Acme");
 }
 
 }  // namespace

@@ -42,12 +42,6 @@ class FilterDialogTest : public PickerTest {
         EXPECT_GE(display->digitCount(), QString::number(qint64(display->value())).size());
         return qint64(display->value());
     }
-    static void expectEmptyRows(FilterDialog& dialog) {
-        for (const char* name : {"tdbcFilterVar0", "tdbcFilterComp0", "txtFilter0",
-                                 "tdbcFilterVar1", "tdbcFilterComp1", "txtFilter1", "cmbConcat"}) {
-            EXPECT_EQ(textOf(dialog, name), "") << name;
-        }
-    }
     // "Simon" and "Simon & Garfunkel" pass; the time is typed short.
     static void applySimons(FilterDialog& dialog) {
         typeRow(dialog, 0, kSimons[0]);
@@ -90,47 +84,6 @@ TEST_F(FilterDialogTest, ApplyNarrowsTheSourceAndClosingRefillsTheGotoList) {
         EXPECT_EQ(gotoEntries().size(), 4);  // not refilled while the dialog is open
     });
     EXPECT_EQ(gotoEntries(), QStringList({"Simon", "Simon & Garfunkel"}));
-}
-
-TEST_F(FilterDialogTest, AMessageKeepsTheFilterInForceAndClearEmptiesOnlyTheRows) {
-    openPicker(2);
-    withFilter([&](FilterDialog& dialog) {
-        applySimons(dialog);
-        clickButton(&dialog, "btnClear");
-        expectEmptyRows(dialog);
-        const query::FilterRow notANumber{"Item #", "=", "40000"};
-        typeRow(dialog, 0, notANumber);
-        clickButton(&dialog, "btnApply");
-        ASSERT_EQ(dialogs.messages().size(), 1u);
-        EXPECT_EQ(dialogs.lastMessageText(),
-                  query::buildFilterClause({notANumber, {}}, "").message);
-        EXPECT_EQ(dialogs.messages()[0].icon, platform::MessageIcon::Exclamation);
-        EXPECT_EQ(filterClause(), simonsFilter.clause);
-        EXPECT_EQ(sourceTitles(), simonTitles);
-        EXPECT_EQ(shownCount(dialog), 2);
-    });
-    // A reopened dialog is empty while the source stays filtered; empty rows lift the filter.
-    withFilter([&](FilterDialog& dialog) {
-        expectEmptyRows(dialog);
-        EXPECT_EQ(shownCount(dialog), 2);
-        clickButton(&dialog, "btnApply");
-        EXPECT_EQ(filterClause(), "");
-        EXPECT_EQ(shownCount(dialog), 5);
-    });
-    EXPECT_EQ(sourceTitles().size(), 5);
-}
-
-TEST_F(FilterDialogTest, NoPassingTrackLeavesAnEmptySourceAndZero) {
-    openPicker(2);
-    withFilter([&](FilterDialog& dialog) {
-        typeRow(dialog, 0, {"Track Title", "Contains", "zz"});
-        clickButton(&dialog, "btnApply");
-        EXPECT_EQ(dialogs.lastMessageText(), query::kNoTrackMeetsCriteria);
-        EXPECT_EQ(sourceTitles(), QStringList());
-        EXPECT_EQ(shownCount(dialog), 0);
-        EXPECT_EQ(pickerCount(), assembly::sourcePositionText(-1, 0));
-    });
-    EXPECT_EQ(gotoEntries(), QStringList());
 }
 
 // The filter and the sort apply to every new TempSource of the run; a connect of another album

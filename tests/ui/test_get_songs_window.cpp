@@ -36,24 +36,6 @@ class PickerWindow : public PickerTest {
     }
 };
 
-TEST_F(PickerWindow, ShowsTheCompilationAndBothGridsInPlaceOfTheEditor) {
-    openPicker(3);
-    EXPECT_EQ(text("txtCompilationName"), "Five");
-    EXPECT_EQ(text("txtTrackCount"), "5");
-    EXPECT_EQ(text("txtTimeCount"), query::formatTime(1500));
-    EXPECT_EQ(sourceTitles().size(), 5);
-    EXPECT_EQ(columnTexts(picker()->targetGrid(), 2),
-              QStringList({"One", "Two", "Three", "Four", "Five"}));
-    EXPECT_EQ(testsupport::control<QLabel>(picker(), "lblGotoSourceSong")->text(),
-              "Find " + picker()->sourceGrid()->columnCaption(0) + ":");
-    EXPECT_EQ(testsupport::control<QLabel>(picker(), "digNumberPassed")->text(),
-              assembly::sourcePositionText(0, 5));
-    EXPECT_TRUE(testsupport::control(picker(), "btnReArrange")->isEnabled());
-    EXPECT_FALSE(editor.isVisible());
-    picker()->close();
-    EXPECT_TRUE(editor.isVisible());
-}
-
 TEST_F(PickerWindow, DoubleClickAndEnterAddTracksAndEveryListFollows) {
     openPicker(2);
     EXPECT_FALSE(testsupport::control(picker(), "btnReArrange")->isEnabled());

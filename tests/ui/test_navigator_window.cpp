@@ -142,25 +142,4 @@ TEST_F(NavigatorWindowTest, ANodeClickedOrChosenByKeysMovesTheSourceGridToItsRow
     EXPECT_TRUE(dialogs.messages().empty()) << dialogs.lastMessageText().toStdString();
 }
 
-TEST_F(NavigatorWindowTest, TheTreeFollowsTheFilterAndTheSortOfTheSource) {
-    openPicker(2);
-    window->state().filterClause = "WHERE Length >= 200";
-    picker_->requerySource();
-    openNavigator();
-    EXPECT_EQ(texts(), QStringList({"Abba", "O'Neil", "Zappa, Frank"}));
-    clickExpander(node("Abba"));
-    EXPECT_EQ(texts(node("Abba")), QStringList({"SOS   [Waterloo]"}));
-    window->state().sortClause = "ORDER BY Length DESC";
-    picker_->requerySource();
-    clickNode(node("O'Neil"));
-    clickNode(node("Abba"));
-    EXPECT_EQ(gridRow(), 2);  // O'Neil 583, Zappa 300, then Abba
-
-    QPointer<ui::NavigatorWindow> navigator = picker_->findChild<ui::NavigatorWindow*>();
-    picker_->closeNavigator();
-    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_TRUE(navigator.isNull());
-    EXPECT_NE(openNavigator(), nullptr);
-}
-
 }  // namespace

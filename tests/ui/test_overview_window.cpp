@@ -62,17 +62,6 @@ TEST_F(Overview, OpenShowsTheListBesideItsFindPanelAndCloseTheIntroAgain) {
     expectClosedState();
 }
 
-TEST_F(Overview, NewOpensAFreshDatabaseWithoutRowsToFindIn) {
-    dialogs.answerFile(dir.file("fresh.mdb"));
-    clickTool("ID_NewFile");
-    EXPECT_EQ(window->windowTitle(), "Overview");
-    EXPECT_EQ(listCount(), shell::listCountText(0, 0));
-    expectToolsEnabled(shell::toolsForRows(), false);
-    EXPECT_FALSE(child("btnFindC1")->isEnabled());
-    EXPECT_FALSE(gotoList()->isEnabled());
-    EXPECT_TRUE(toolEnabled("ID_NewCompilation"));
-}
-
 TEST_F(Overview, AHeaderClickListsItsColumnInTheFindPanel) {
     openFour();
     window->grid()->horizontalHeader()->sectionClicked(1);
@@ -150,40 +139,6 @@ TEST_F(Overview, ClosingAsksAndTheHelpAndUnknownToolsAnswer) {
     EXPECT_TRUE(window->close());
     EXPECT_FALSE(window->state().database.isOpen());
     EXPECT_FALSE(help->isVisible());
-}
-
-// An Access compilation database of an earlier version is opened as the copy Open makes of it.
-TEST_F(Overview, AnEarlierFileOpensAsItsConvertedCopyOrNotAtAll) {
-    accessfile::installAccessReader();
-    const QString old = dir.file("coll.mdb");
-    testsupport::writeOldCompilationDatabase(
-        old, testsupport::sampleOldCompilations(jet4::Format::Jet4));
-    dialogs.answerFile(old);
-    dialogs.answerMessage(platform::MessageAnswer::Yes);
-    dialogs.answerFile(dir.file("coll-converted.mdb"));
-    clickTool("ID_OpenFile");
-    EXPECT_EQ(window->state().databasePath, dir.file("coll-converted.mdb"));
-    EXPECT_EQ(window->grid()->model()->rowCount(), 6);
-    EXPECT_FALSE(processHoldsFile(old));
-}
-
-TEST_F(Overview, ALoadThatFailsHalfWayLeavesNothingOpen) {
-    // The five tables, but the list cannot be read: Compilation has no RecDate.
-    const QString broken = dir.file("broken.mdb");
-    testsupport::execRaw(
-        broken,
-        "CREATE TABLE Compilation (CompilationID_P INTEGER PRIMARY KEY, Name TEXT, "
-        "SumTrack INTEGER, SumTime INTEGER, Manufacturer TEXT, Format TEXT, "
-        "C_Length INTEGER, Box TEXT, CoverMemo LONGTEXT, Notes LONGTEXT);"
-        "CREATE TABLE CompilationTrack (CompilationID_F1 INTEGER);"
-        "CREATE TABLE LstFormat (Format2_P TEXT);"
-        "CREATE TABLE LstLength (Length_P INTEGER);"
-        "CREATE TABLE LstManufacturer (Manufacturer_P TEXT);");
-    openThroughToolbar(broken);
-    expectClosedState();
-    EXPECT_FALSE(processHoldsFile(broken));
-    openFour();
-    EXPECT_EQ(window->grid()->model()->rowCount(), 4);
 }
 
 }  // namespace

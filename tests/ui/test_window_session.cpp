@@ -68,18 +68,6 @@ class WindowSession : public WindowTest {
     QStringList log;
 };
 
-TEST_F(WindowSession, AnAnnouncedRenameShowsInTheListInPlace) {
-    ui::DataGrid* grid = window->grid();
-    const int scroll = grid->verticalScrollBar()->value();
-    window->session().database().execute(
-        "UPDATE Compilation SET Name = 'Comp 120 (remastered)' WHERE CompilationID_P = 120");
-    window->session().announceCompilationChanged(120);
-    EXPECT_EQ(grid->model()->index(119, 0).data().toString(), "Comp 120 (remastered)");
-    EXPECT_EQ(grid->verticalScrollBar()->value(), scroll);
-    EXPECT_EQ(currentName(), "Comp 151");
-    EXPECT_NE(child<QComboBox>("cmbGotoCompilation")->findText("Comp 120 (remastered)"), -1);
-}
-
 TEST_F(WindowSession, DeleteAnnouncesToTheOtherWindows) {
     ReadingWindow* other = load("browser");
     window->compilations()->recordset().setAbsolutePosition(4);
