@@ -1,125 +1,89 @@
+// The compilation browser: one compilation's values and tracks with its own find panel.
+#include <QLabel>
+#include <QLineEdit>
 #include <QSignalSpy>
 
-#include "picker_fixture.h"
+#include "query/time_text.h"
+#include "shell/navigation.h"
 #include "ui/windows/compilation_browser_window.h"
 #include "ui/windows/edit_compilation_window.h"
+#include "ui/windows/track_lookup_window.h"
+#include "window_fixture.h"
 
 namespace {
 
-class BrowserWindow : public PickerWindowTest {
+class BrowserWindow : public PickerTest {
   protected:
-    // Double click on the main list's row of that compilation (rows by name: Beat Club, Five,
-    // Full, Road Trip).
-    ui::CompilationBrowserWindow* openBrowser(int listRow) {
-        doubleClickRow(window->grid(), listRow);
-        auto* browser = window->findChild<ui::CompilationBrowserWindow*>();
-        EXPECT_NE(browser, nullptr);
-        return browser;
+    // A double click on the main list's row of the compilation.
+    void openBrowser(const QString& name) {
+        testsupport::doubleClickRow(window->grid(), testsupport::rowWith(window->grid(), 0, name));
+        browser = window->findChild<ui::CompilationBrowserWindow*>();
+        ASSERT_NE(browser, nullptr);
     }
-    static QString field(QWidget* browser, const QString& name) {
-        return browser->findChild<QLineEdit*>(name)->text();
+    QString field(const QString& name) const {
+        return testsupport::control<QLineEdit>(browser, name)->text();
     }
-    static QPushButton* browserButton(QWidget* browser, const QString& name) {
-        return browser->findChild<QPushButton*>(name);
-    }
+    QStringList trackTitles() const { return columnTexts(browser->trackGrid(), 2); }
+
+    QPointer<ui::CompilationBrowserWindow> browser;
 };
 
-TEST_F(BrowserWindow, OpensOnTheMainListsCompilation) {
-    ui::CompilationBrowserWindow* browser = openBrowser(1);
-    ASSERT_NE(browser, nullptr);
-    EXPECT_EQ(browser->windowTitle(), "Compilation Details");
-    EXPECT_EQ(field(browser, "txtCompilationName"), "Five");
-    EXPECT_EQ(field(browser, "txtTrack"), "5");
-    EXPECT_EQ(field(browser, "txtLength"), "60");
-    EXPECT_EQ(field(browser, "txtTime"), "00:25:00");
-    EXPECT_EQ(browser->trackGrid()->model()->rowCount(), 5);
-    EXPECT_EQ(browser->trackGrid()->model()->index(4, 3).data().toString(), "00:08:20");
-    EXPECT_EQ(browser->findChild<QLabel*>("lblGotoCompilation")->text(), "Find Compilation Title:");
-    auto* status = browser->findChild<ui::PanelStatusBar*>("stbOverview");
+TEST_F(BrowserWindow, ShowsTheMainListsCompilationAndMovesOnItsOwn) {
+    openBrowser("Five");
+    EXPECT_EQ(field("txtCompilationName"), "Five");
+    EXPECT_EQ(field("txtTrack"), "5");
+    EXPECT_EQ(field("txtTime"), query::formatTime(1500));
+    EXPECT_EQ(trackTitles(), QStringList({"One", "Two", "Three", "Four", "Five"}));
+    auto* status = testsupport::control<ui::PanelStatusBar>(browser, "stbOverview");
     EXPECT_EQ(status->panelText(1), window->statusBarPanels()->panelText(1));
-    EXPECT_EQ(status->panelText(2), "C 4    List 4");
+    EXPECT_EQ(status->panelText(2), shell::listCountText(4, 4));
 
-    // Moving here leaves the main list where it was; the tracks follow the compilation.
-    browserButton(browser, "btnMoveC4")->click();
-    browserButton(browser, "btnMoveC3")->click();
-    EXPECT_EQ(field(browser, "txtCompilationName"), "Road Trip");
-    EXPECT_EQ(browser->trackGrid()->model()->rowCount(), 0);
-    EXPECT_EQ(currentName(), "Five");
-    browserButton(browser, "btnMoveC1")->click();
-    EXPECT_EQ(field(browser, "txtCompilationName"), "Beat Club");
-    EXPECT_EQ(browser->trackGrid()->model()->index(0, 2).data().toString(), "Mrs. Robinson");
-
-    auto* gotoList = browser->findChild<QComboBox*>("cmbGotoCompilation");
+    clickButton(browser, "btnMoveC4");
+    EXPECT_EQ(field("txtCompilationName"), "Road Trip");
+    EXPECT_EQ(trackTitles(), QStringList());
+    EXPECT_EQ(currentName(), "Five");  // the main list stays
+    auto* gotoList = testsupport::control<QComboBox>(browser, "cmbGotoCompilation");
     gotoList->setEditText("Fu");
     QTest::keyClick(gotoList, Qt::Key_Return);
-    EXPECT_EQ(field(browser, "txtCompilationName"), "Full");
-    EXPECT_EQ(browser->trackGrid()->model()->rowCount(), 19);
+    EXPECT_EQ(field("txtCompilationName"), "Full");
+    EXPECT_EQ(trackTitles().size(), 19);
+    gotoList->setEditText("B");
+    clickButton(browser, "btnFindC1");
+    EXPECT_EQ(field("txtCompilationName"), "Beat Club");
 }
 
-TEST_F(BrowserWindow, TheLookupFromTheBrowserOnlyShows) {
-    ui::CompilationBrowserWindow* browser = openBrowser(0);
-    ASSERT_NE(browser, nullptr);
+TEST_F(BrowserWindow, ItsLookupOnlyShowsAndEditOpensTheEditor) {
+    openBrowser("Beat Club");
     bool okEnabled = true;
-    int rows = 0;
-    answerLookupWith("btnCancel", [&](ui::TrackLookupWindow& lookup) {
-        okEnabled = lookup.findChild<QPushButton*>("btnOK")->isEnabled();
-        rows = lookup.grid()->model()->rowCount();
-    });
-    doubleClickRow(browser->trackGrid(), 0);
-    ASSERT_TRUE(lookupShown());
+    testsupport::ModalAnswer lookup =
+        testsupport::answerModal<ui::TrackLookupWindow>([&](ui::TrackLookupWindow& shown) {
+            okEnabled = testsupport::control(&shown, "btnOK")->isEnabled();
+        });
+    testsupport::doubleClickRow(browser->trackGrid(), 0);
+    ASSERT_TRUE(lookup.shown());
     EXPECT_FALSE(okEnabled);
-    EXPECT_EQ(rows, 1);
-    EXPECT_TRUE(dialogs.messages().empty());
 
-    browserButton(browser, "btnMoveC4")->click();  // Road Trip, no tracks
-    browser->trackGrid()->doubleClicked();
-    EXPECT_EQ(dialogs.lastMessageText(), "No track available.");
-    EXPECT_EQ(dialogs.messages().back().icon, platform::MessageIcon::Exclamation);
-}
-
-TEST_F(BrowserWindow, EditAndADoubleClickOnTheNameOpenTheEditorOnItsCompilation) {
-    ui::CompilationBrowserWindow* browser = openBrowser(2);
-    ASSERT_NE(browser, nullptr);
-    QSignalSpy edits(browser, &ui::CompilationBrowserWindow::editRequested);
-    browserButton(browser, "btnEdit")->click();
-    EXPECT_EQ(browser->property("tag").toString(), "EDIT");
-    EXPECT_EQ(browser->compilationId(), 4);
-    QPointer<ui::EditCompilationWindow> editor = browser->findChild<ui::EditCompilationWindow*>();
-    ASSERT_FALSE(editor.isNull());
-    EXPECT_EQ(editor->findChild<QLineEdit*>("txtCompilationName")->text(), "Full");
-    EXPECT_FALSE(browser->isVisible()) << "the editor hides its opener";
+    QSignalSpy edits(browser.data(), &ui::CompilationBrowserWindow::editRequested);
+    clickButton(browser, "btnEdit");
+    auto* editor = browser->findChild<ui::EditCompilationWindow*>();
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(testsupport::control<QLineEdit>(editor, "txtCompilationName")->text(), "Beat Club");
     editor->close();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_TRUE(editor.isNull());
-    EXPECT_TRUE(browser->isVisible());
-
-    QTest::mouseDClick(browser->findChild<QLineEdit*>("txtCompilationName"), Qt::LeftButton);
+    QTest::mouseDClick(testsupport::control(browser, "txtCompilationName"), Qt::LeftButton);
     EXPECT_EQ(edits.count(), 2);
-    EXPECT_NE(browser->findChild<ui::EditCompilationWindow*>(), nullptr);
 }
 
-TEST_F(BrowserWindow, ATrackAddedInThePickerShowsInTheBrowser) {
-    ui::CompilationBrowserWindow* browser = openBrowser(3);
-    ASSERT_NE(browser, nullptr);
+TEST_F(BrowserWindow, FollowsThePickerAndClosesWithTheDatabase) {
+    openBrowser("Road Trip");
     openPicker(2);
     doubleClickSource("Help!");
-    EXPECT_EQ(browser->trackGrid()->model()->rowCount(), 1);
-    EXPECT_EQ(browser->trackGrid()->model()->index(0, 2).data().toString(), "Help!");
-    EXPECT_EQ(field(browser, "txtTrack"), "1");
-    EXPECT_EQ(field(browser, "txtTime"), "00:02:20");
-    EXPECT_EQ(window->grid()->model()->index(3, 2).data().toString(), "1");
-}
-
-TEST_F(BrowserWindow, ClosingTheDatabaseClosesTheWindows) {
-    QPointer<ui::CompilationBrowserWindow> browser = openBrowser(1);
-    openPicker(3);
-    ASSERT_FALSE(browser.isNull());
-    window->toolBar()->clickTool("ID_CloseFile");
+    EXPECT_EQ(trackTitles(), QStringList({"Help!"}));
+    EXPECT_EQ(field("txtTrack"), "1");
+    clickTool("ID_CloseFile");
     EXPECT_TRUE(browser.isNull());
     EXPECT_TRUE(picker_.isNull());
-    EXPECT_TRUE(editor.isVisible());  // shown again as the picker closed
+    EXPECT_TRUE(editor.isVisible());
     EXPECT_TRUE(dialogs.messages().empty());
-    EXPECT_FALSE(window->session().isOpen());
     EXPECT_FALSE(processHoldsFile(path));
 }
 

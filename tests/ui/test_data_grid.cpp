@@ -1,198 +1,146 @@
+// The grid and its model over a data control: reading, moving, signals, following the session.
 #include <gtest/gtest.h>
 
-#include <QApplication>
+#include <QAbstractItemModelTester>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
 #include "engine/workspace.h"
+#include "platform/scripted_dialogs.h"
+#include "query/date_text.h"
+#include "query/time_text.h"
+#include "shell/session.h"
 #include "store/compilation_queries.h"
-#include "store/data_control.h"
 #include "support/databases.h"
 #include "support/temp_dir.h"
+#include "support/window_driver.h"
 #include "ui/controls/data_grid.h"
 
 namespace {
 
-// A grid of the compilation list over 200 compilations "Comp 0001" ... "Comp 0200".
+// The compilation list's grid over "Comp 001" to "Comp 300" (ids 1 to 300, SumTime 7 s per
+// number, every third without a recording date) following the session, scrolled to "Comp
+// 141" with "Comp 151" current.
 class DataGridTest : public ::testing::Test {
   protected:
     void SetUp() override {
-        path = dir.file("coll.mdb");
+        const QString path = dir.file("coll.mdb");
         testsupport::createCompilationDatabase(path);
         testsupport::execRaw(
             path,
-            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 200) "
-            "INSERT INTO Compilation (Name, SumTrack, SumTime, Format, C_Length) "
-            "SELECT printf('Comp %04d', i), i % 20, i * 7, 'MD', 74 FROM n;");
-        control.setDatabase(engine::Workspace::defaultWorkspace().openDatabase(path));
+            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 300) "
+            "INSERT INTO Compilation (Name, SumTrack, SumTime, Format, C_Length, RecDate) "
+            "SELECT printf('Comp %03d', i), i % 20, i * 7, 'MD', 74, "
+            "       CASE WHEN i % 3 = 0 THEN NULL ELSE '1997-01-21' END FROM n;");
+        ASSERT_EQ(session.open(path, dialogs), shell::OpenOutcome::Opened);
+        control.setDatabase(session.database());
         control.setRecordSource(store::standardStatement("compilation"));
         control.refresh();
+        shell::followCompilations(control, session);
         grid.setColumns(*store::gridColumns("overview"));
         grid.setDataControl(&control);
         grid.resize(600, 300);
         grid.show();
         QCoreApplication::processEvents();
+        moveTo(150);
+        grid.scrollTo(grid.model()->index(140, 0), QAbstractItemView::PositionAtTop);
+        ASSERT_EQ(topText(), "Comp 141");
     }
-    void TearDown() override { engine::Workspace::defaultWorkspace().close(); }
+    void TearDown() override { session.close(); }
 
-    engine::Recordset& rows() { return control.recordset(); }
-    QPoint cellCentre(int row, int column = 0) {
-        return grid.visualRect(grid.model()->index(row, column)).center();
+    void moveTo(int row) {
+        control.recordset().setAbsolutePosition(row);
+        control.notifyCurrentChanged();
     }
-    QList<int> selectedRows() {
-        QList<int> out;
-        for (const QModelIndex& index : grid.selectionModel()->selectedRows()) {
-            out << index.row();
-        }
-        return out;
+    QString text(int row, int column = 0) {
+        return grid.model()->index(row, column).data().toString();
+    }
+    QString topText() { return text(grid.rowAt(0)); }
+    // Changes the database past the grid, then announces it.
+    void change(const QString& sql, qint64 id) {
+        session.database().execute(sql);
+        session.announceCompilationChanged(id);
+    }
+    // The grid, the record set and the selection agree on the current row.
+    void expectCurrent(const QString& name) {
+        EXPECT_EQ(text(grid.currentIndex().row()), name);
+        EXPECT_EQ(control.recordset().value("C_Name").toString(), name);
+        const QModelIndexList selected = grid.selectionModel()->selectedRows();
+        ASSERT_EQ(selected.size(), 1);
+        EXPECT_EQ(selected[0].row(), grid.currentIndex().row());
     }
 
     testsupport::TempDir dir;
-    QString path;
+    platform::ScriptedDialogs dialogs;
+    shell::Session session;
     store::DataControl control;
     ui::DataGrid grid;
+    QAbstractItemModelTester tester{&grid.recordsetModel(),
+                                    QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
-TEST_F(DataGridTest, DescribesItsColumns) {
-    EXPECT_EQ(grid.columnCount(), 9);
-    EXPECT_EQ(grid.columnCaption(3), "Total Time");
-    EXPECT_EQ(grid.columnDataField(3), "c_sumtime");
-    EXPECT_EQ(grid.columnDataField(9), "");
-}
-
-TEST_F(DataGridTest, ClickingARowMovesTheRecordset) {
-    EXPECT_EQ(selectedRows(), QList<int>{0});
-    QSignalSpy moved(&control, &store::DataControl::currentChanged);
+TEST_F(DataGridTest, ClicksAndKeysMoveTheRecordsetAndItsMovesSelectTheRow) {
     QSignalSpy rowChanged(&grid, &ui::DataGrid::rowChanged);
-    QSignalSpy clicked(&grid, &ui::DataGrid::clicked);
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, cellCentre(3, 1));
-    EXPECT_EQ(rows().absolutePosition(), 3);
-    EXPECT_EQ(rows().value("C_Name").toString(), "Comp 0004");
-    EXPECT_EQ(moved.count(), 1);
-    EXPECT_EQ(rowChanged.count(), 1);
-    EXPECT_EQ(clicked.count(), 1);
-    EXPECT_EQ(selectedRows(), QList<int>{3});
-
-    // Keys move the record set too.
-    QTest::keyClick(&grid, Qt::Key_Down);
-    EXPECT_EQ(rows().absolutePosition(), 4);
-}
-
-TEST_F(DataGridTest, MovingTheRecordsetSelectsAndShowsTheRow) {
-    QSignalSpy rowChanged(&grid, &ui::DataGrid::rowChanged);
-    rows().setAbsolutePosition(150);
-    control.notifyCurrentChanged();
-    EXPECT_EQ(selectedRows(), QList<int>{150});
-    EXPECT_EQ(grid.currentIndex().row(), 150);
-    EXPECT_TRUE(grid.viewport()->rect().contains(cellCentre(150)));
-    EXPECT_EQ(rowChanged.count(), 1);
-    EXPECT_EQ(rows().absolutePosition(), 150);
-
-    rows().moveLast();
-    rows().moveNext();  // past the end: no current row, nothing selected
-    control.notifyCurrentChanged();
-    EXPECT_TRUE(selectedRows().isEmpty());
-}
-
-TEST_F(DataGridTest, HeaderClickEmitsTheColumn) {
     QSignalSpy headerClicked(&grid, &ui::DataGrid::headerClicked);
-    QHeaderView* header = grid.horizontalHeader();
-    const int x = header->sectionViewportPosition(2) + header->sectionSize(2) / 2;
-    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, QPoint(x, header->height() / 2));
-    ASSERT_EQ(headerClicked.count(), 1);
-    EXPECT_EQ(headerClicked.at(0).at(0).toInt(), 2);
-    EXPECT_EQ(rows().absolutePosition(), 0);
-}
-
-TEST_F(DataGridTest, DoubleClickAndEnterEmitDoubleClicked) {
     QSignalSpy doubleClicked(&grid, &ui::DataGrid::doubleClicked);
-    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, cellCentre(2));
-    EXPECT_EQ(doubleClicked.count(), 1);
-    EXPECT_EQ(rows().absolutePosition(), 2);
+    testsupport::doubleClickRow(&grid, 143);
+    expectCurrent("Comp 144");
+    QTest::keyClick(&grid, Qt::Key_Down);
+    expectCurrent("Comp 145");
     QTest::keyClick(&grid, Qt::Key_Return);
-    QTest::keyClick(&grid, Qt::Key_Enter);
-    EXPECT_EQ(doubleClicked.count(), 3);
+    EXPECT_EQ(doubleClicked.count(), 2);
+    QHeaderView* header = grid.horizontalHeader();
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
+                      QPoint(header->sectionViewportPosition(2) + 5, header->height() / 2));
+    EXPECT_EQ(headerClicked.value(0).value(0).toInt(), 2);
 
-    // Also on an empty grid: the window decides what an empty list means.
-    testsupport::execRaw(path, "DELETE FROM Compilation");
-    control.refresh();
-    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, QPoint(20, 20));
-    EXPECT_EQ(doubleClicked.count(), 4);
-}
-
-TEST_F(DataGridTest, RefreshThatRemovesRowsKeepsAValidSelection) {
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, cellCentre(8));
-    testsupport::execRaw(path, "DELETE FROM Compilation WHERE Name > 'Comp 0005'");
-    control.refresh();
-    EXPECT_EQ(grid.model()->rowCount(), 5);
-    EXPECT_EQ(selectedRows(), QList<int>{rows().absolutePosition()});
-
-    // Deleting the current last row leaves no current row: nothing is selected.
-    rows().moveLast();
+    moveTo(5);
+    expectCurrent("Comp 006");
+    EXPECT_EQ(rowChanged.count(), 3);
+    EXPECT_TRUE(grid.viewport()->rect().contains(grid.visualRect(grid.model()->index(5, 0))));
+    control.recordset().moveLast();
+    control.recordset().moveNext();  // past the end: nothing selected
     control.notifyCurrentChanged();
-    rows().remove();
-    control.notifyRowsChanged();
-    EXPECT_EQ(grid.model()->rowCount(), 4);
-    EXPECT_TRUE(selectedRows().isEmpty());
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, cellCentre(3));
-    EXPECT_EQ(rows().absolutePosition(), 3);
+    EXPECT_TRUE(grid.selectionModel()->selectedRows().isEmpty());
 }
 
-TEST_F(DataGridTest, LayoutColoursFollowTheColourDepth) {
-    const QPalette system = QApplication::palette(&grid);
-    ui::setGridLayout(grid, "overview", 65536);
-    EXPECT_TRUE(grid.alternatingRowColors());
-    EXPECT_EQ(grid.palette().color(QPalette::Base), QColor(Qt::white));
-    EXPECT_EQ(grid.palette().color(QPalette::AlternateBase), QColor(224, 224, 224));
-    EXPECT_EQ(grid.palette().color(QPalette::Highlight), system.color(QPalette::ToolTipBase));
-    EXPECT_EQ(grid.palette().color(QPalette::HighlightedText), system.color(QPalette::ButtonText));
-    EXPECT_EQ(grid.model()->index(1, 0).data(Qt::BackgroundRole).value<QColor>(),
-              QColor(224, 224, 224));
-    EXPECT_EQ(grid.frameShadow(), QFrame::Sunken);
-    EXPECT_EQ(grid.verticalHeader()->defaultSectionSize(), 20);
+TEST_F(DataGridTest, AnnouncedChangesMoveOnlyTheirRowsAndKeepViewAndCurrentRow) {
+    const QPersistentModelIndex comp200 = grid.model()->index(199, 0);
+    change("UPDATE Compilation SET Name = 'Comp 200a' WHERE CompilationID_P = 5", 5);
+    EXPECT_EQ(comp200.data().toString(), "Comp 200");  // indexes move with their rows
+    EXPECT_EQ(text(4), "Comp 006");
+    EXPECT_EQ(text(199), "Comp 200a");
+    EXPECT_EQ(topText(), "Comp 141");
+    expectCurrent("Comp 151");
 
-    ui::setGridLayout(grid, "overview", 256);
-    EXPECT_EQ(grid.palette().color(QPalette::AlternateBase), QColor(Qt::white));
-    EXPECT_EQ(grid.palette().color(QPalette::Highlight), system.color(QPalette::Highlight));
-}
+    const int scroll = grid.verticalScrollBar()->value();
+    change("UPDATE Compilation SET Name = 'Comp 151 (live)' WHERE CompilationID_P = 151", 151);
+    EXPECT_EQ(grid.verticalScrollBar()->value(), scroll);
+    expectCurrent("Comp 151 (live)");
+    change("UPDATE Compilation SET Name = 'Aaa' WHERE CompilationID_P = 151", 151);
+    expectCurrent("Aaa");
+    EXPECT_EQ(grid.currentIndex().row(), 0);
+    EXPECT_EQ(topText(), "Comp 141");
 
-TEST_F(DataGridTest, LayoutSkipsColumnsTheGridLacks) {
-    // The browser's grid has eight columns; the layout also names a ninth.
-    grid.setColumns(*store::gridColumns("compilation"));
-    ui::setGridLayout(grid, "compilation", 256);
-    EXPECT_EQ(grid.columnCount(), 8);
-    EXPECT_EQ(grid.frameShadow(), QFrame::Plain);
+    session.database().execute(
+        "INSERT INTO Compilation (Name, Format, C_Length) "
+        "VALUES ('Comp 000', 'MD', 74)");
+    session.announceCompilationAdded(301);
+    session.database().execute("DELETE FROM Compilation WHERE CompilationID_P IN (2, 3, 290)");
+    session.announceCompilationDeleted(2);  // more changed than announced
+    EXPECT_EQ(grid.model()->rowCount(), 298);
+    EXPECT_EQ(text(1), "Comp 000");
+    expectCurrent("Aaa");
 
-    // Red track numbers for rearranging, skipped quietly by a grid without columns.
-    grid.setColumns(*store::gridColumns("rearrange"));
-    ui::setGridLayout(grid, "rearrange", 256);
-    EXPECT_EQ(grid.model()->index(0, 0).data(Qt::ForegroundRole).value<QColor>(),
-              QColor(255, 0, 0));
-    EXPECT_FALSE(grid.model()->index(0, 1).data(Qt::ForegroundRole).isValid());
-    grid.setColumns({});
-    ui::setGridLayout(grid, "rearrange", 256);
-    EXPECT_EQ(grid.columnCount(), 0);
-}
-
-TEST_F(DataGridTest, SplitStateFlipsAndEverySecondCallScrollsBackLeft) {
-    grid.resize(200, 300);
-    QCoreApplication::processEvents();
-    QScrollBar* bar = grid.horizontalScrollBar();
-    ASSERT_GT(bar->maximum(), 0);
-    if (ui::splitState()) {
-        ui::toggleSplitState(grid);  // start from a cleared flag
-    }
-    grid.setShowGrid(false);
-    bar->setValue(bar->maximum());
-    ui::toggleSplitState(grid);
-    EXPECT_TRUE(ui::splitState());
-    EXPECT_TRUE(grid.showGrid());
-    EXPECT_EQ(bar->value(), bar->maximum());
-    ui::toggleSplitState(grid);
-    EXPECT_FALSE(ui::splitState());
-    EXPECT_EQ(bar->value(), 0);
+    moveTo(150);
+    const qint64 id = control.recordset().value("CompilationID_P").toLongLong();
+    const QString next = text(151);
+    session.database().execute(
+        QString("DELETE FROM Compilation WHERE CompilationID_P = %1").arg(id));
+    session.announceCompilationDeleted(id);
+    expectCurrent(next);  // the current row gone: the next one
 }
 
 }  // namespace

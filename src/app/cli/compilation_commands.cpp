@@ -1,5 +1,6 @@
 // add-compilation and cover-text: the compilation editor's Update and cover buttons.
 #include "assembly/compilation_editor.h"
+#include "assembly/compilation_record.h"
 #include "assembly/cover_composer.h"
 #include "cli/commands.h"
 #include "engine/jet_error.h"
@@ -88,11 +89,8 @@ std::optional<CompilationFacts> compilationFacts(engine::Database& database, con
     if (!id) {
         return std::nullopt;
     }
-    engine::Recordset row = database.openRecordset(
-        QStringLiteral("SELECT Format, SumTrack FROM Compilation WHERE CompilationID_P = ") +
-            QString::number(*id),
-        engine::RecordsetType::Snapshot);
-    return CompilationFacts{*id, row.value(0).toString(), row.value(1).toInt()};
+    const assembly::CompilationRecord record = assembly::readCompilation(database, *id);
+    return CompilationFacts{*id, record.format, record.stored.trackCount};
 }
 
 int composeCover(engine::Database& database, const QString& name, assembly::CoverMode mode,

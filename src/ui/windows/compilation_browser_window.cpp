@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -13,15 +12,14 @@
 #include "engine/jet_error.h"
 #include "platform/dialogs.h"
 #include "query/date_text.h"
-#include "query/goto_find.h"
 #include "query/goto_lists.h"
 #include "query/time_text.h"
 #include "shell/navigation.h"
 #include "shell/session.h"
 #include "store/compilation_queries.h"
 #include "ui/controls/data_grid.h"
+#include "ui/controls/find_panel.h"
 #include "ui/controls/panel_status_bar.h"
-#include "ui/windows/goto_controls.h"
 #include "ui/windows/overview_window.h"
 #include "ui/windows/screen_colours.h"
 #include "ui/windows/track_lookup_window.h"
@@ -149,20 +147,17 @@ void CompilationBrowserWindow::colourName() {
 QWidget* CompilationBrowserWindow::buildSidePanel() {
     auto* panel = new QWidget(this);
     panel->setFixedWidth(210);
-    auto* layout = new QGridLayout(panel);
-    const CompilationFindControls controls = addCompilationFindControls(
-        panel, layout, this, [this](int index) { findClicked(index); },
-        [this](int index) { moveClicked(index); });
-    gotoLabel_ = controls.gotoLabel;
-    gotoList_ = controls.gotoList;
-    comparisonList_ = controls.comparisonList;
-    findButtons_ = controls.findButtons;
-    layout->setRowMinimumHeight(8, 24);
+    auto* layout = new QVBoxLayout(panel);
+    findPanel_ = new FindPanel(QStringLiteral("Compilation"), QStringLiteral("C"),
+                               FindPanel::MoveButtons::Shown, panel);
+    findPanel_->setRows(
+        &compilations_, [this] { return gotoField_; }, dialogs_);
+    layout->addWidget(findPanel_);
+    layout->addSpacing(24);
     QPushButton* edit = makeButton(QStringLiteral("&Edit"), QStringLiteral("btnEdit"), panel);
     connect(edit, &QPushButton::clicked, this, &CompilationBrowserWindow::requestEdit);
-    layout->addWidget(edit, 9, 0, 1, 2);
-    layout->setRowStretch(10, 1);
-    setTabOrder(gotoList_, comparisonList_);
+    layout->addWidget(edit);
+    layout->addStretch(1);
     return panel;
 }
 
@@ -180,7 +175,7 @@ void CompilationBrowserWindow::load(qint64 chosenId) {
     compilations_.recordset().findFirst(kKey + QStringLiteral("=") + QString::number(chosenId));
     compilations_.notifyCurrentChanged();
     refillGotoList();
-    gotoLabel_->setText(QStringLiteral("Find Compilation Title:"));
+    findPanel_->setCaption(QStringLiteral("Compilation Title"));
     showListCount();
     setGridLayout(*tracks_, QStringLiteral("compilation"), screenColourCount(*this));
 }
@@ -222,32 +217,13 @@ void CompilationBrowserWindow::refillGotoList() {
     shell::AppState& state = main_.state();
     const query::GotoLists lists =
         query::fillCompilationGotoList(state.database, gotoField_, state.inputHint);
-    showGotoLists(lists, *gotoList_, *comparisonList_);
+    findPanel_->showLists(lists);
     gotoCount_ = lists.count;
 }
 
 void CompilationBrowserWindow::showListCount() {
     const int count = compilations_.hasRecordset() ? compilations_.recordset().recordCount() : 0;
     statusBar_->setPanelText(2, shell::listCountText(count, gotoCount_));
-}
-
-void CompilationBrowserWindow::findClicked(int index) {
-    if (!compilations_.hasRecordset()) {
-        return;
-    }
-    QString value = gotoList_->currentText();
-    query::findInGotoList(index, comparisonList_->currentText(), value, compilations_.recordset(),
-                          gotoField_, dialogs_);
-    gotoList_->setEditText(value);
-    compilations_.notifyCurrentChanged();
-}
-
-void CompilationBrowserWindow::moveClicked(int index) {
-    if (!compilations_.hasRecordset()) {
-        return;
-    }
-    shell::moveRecord(index, compilations_.recordset());
-    compilations_.notifyCurrentChanged();
 }
 
 void CompilationBrowserWindow::showTrackLookup() {
@@ -272,10 +248,6 @@ void CompilationBrowserWindow::requestEdit() {
 }
 
 bool CompilationBrowserWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == gotoList_ && isEnterPress(event)) {
-        findButtons_[0]->click();
-        return true;
-    }
     if (watched == name_ && event->type() == QEvent::MouseButtonDblClick) {
         requestEdit();
         return true;

@@ -1,14 +1,10 @@
 #pragma once
 
 #include <QWidget>
-#include <array>
 
 #include "store/data_control.h"
 
-class QComboBox;
-class QLabel;
 class QLineEdit;
-class QPushButton;
 
 namespace platform {
 class Dialogs;
@@ -17,6 +13,7 @@ class Dialogs;
 namespace ui {
 
 class DataGrid;
+class FindPanel;
 class OverviewWindow;
 class PanelStatusBar;
 
@@ -54,8 +51,6 @@ class CompilationBrowserWindow : public QWidget {
     void bindTracks();
     void refillGotoList();
     void showListCount();
-    void findClicked(int index);
-    void moveClicked(int index);
     void showTrackLookup();
     void requestEdit();
 
@@ -70,10 +65,7 @@ class CompilationBrowserWindow : public QWidget {
     QLineEdit* name_ = nullptr;
     QLineEdit* time_ = nullptr;
     DataGrid* tracks_ = nullptr;
-    QLabel* gotoLabel_ = nullptr;
-    QComboBox* gotoList_ = nullptr;
-    QComboBox* comparisonList_ = nullptr;
-    std::array<QPushButton*, 4> findButtons_{};
+    FindPanel* findPanel_ = nullptr;
     PanelStatusBar* statusBar_ = nullptr;
 };
 

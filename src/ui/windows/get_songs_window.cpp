@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QComboBox>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -12,12 +11,12 @@
 #include <QPushButton>
 #include <QSplitter>
 
+#include "assembly/compilation_record.h"
 #include "assembly/performer_tree.h"
 #include "assembly/track_picker.h"
 #include "engine/jet_error.h"
 #include "platform/dialogs.h"
 #include "query/filter_clause.h"
-#include "query/goto_find.h"
 #include "query/goto_lists.h"
 #include "query/time_text.h"
 #include "shell/navigation.h"
@@ -26,8 +25,8 @@
 #include "store/album_source.h"
 #include "store/compilation_queries.h"
 #include "ui/controls/data_grid.h"
+#include "ui/controls/find_panel.h"
 #include "ui/windows/filter_dialog.h"
-#include "ui/windows/goto_controls.h"
 #include "ui/windows/navigator_window.h"
 #include "ui/windows/rearrange_window.h"
 #include "ui/windows/screen_colours.h"
@@ -148,24 +147,12 @@ QWidget* GetSongsWindow::buildCounters() {
 QWidget* GetSongsWindow::buildSidePanel() {
     auto* panel = new QWidget(this);
     panel->setFixedWidth(210);
-    auto* layout = new QGridLayout(panel);
-    gotoLabel_ = new QLabel(QStringLiteral("Nothing assigned to cmbGotoSourceSong"), panel);
-    gotoLabel_->setObjectName(QStringLiteral("lblGotoSourceSong"));
-    gotoLabel_->setWordWrap(true);
-    gotoList_ = makeGotoList(QStringLiteral("cmbGotoSourceSong"), panel);
-    gotoList_->installEventFilter(this);
-    gotoLabel_->setBuddy(gotoList_);
-    comparisonList_ = new QComboBox(panel);
-    comparisonList_->setObjectName(QStringLiteral("cmbComparisonSourceSong"));
-    layout->addWidget(gotoLabel_, 0, 0, 1, 2);
-    layout->addWidget(gotoList_, 1, 0, 1, 2);
-    layout->addWidget(comparisonList_, 2, 0, 1, 2);
-    for (int i = 0; i < 4; ++i) {
-        findButtons_[i] =
-            makeButton(kFindCaptions[i], QStringLiteral("btnFindS%1").arg(i + 1), panel);
-        connect(findButtons_[i], &QPushButton::clicked, this, [this, i] { findClicked(i + 1); });
-        layout->addWidget(findButtons_[i], 3 + i / 2, i % 2);
-    }
+    auto* layout = new QVBoxLayout(panel);
+    findPanel_ = new FindPanel(QStringLiteral("SourceSong"), QStringLiteral("S"),
+                               FindPanel::MoveButtons::None, panel);
+    findPanel_->setRows(
+        &sourceRows_, [this] { return session_.state().sourceGotoField; }, dialogs_);
+    layout->addWidget(findPanel_);
     position_ = new QLabel(panel);
     position_->setObjectName(QStringLiteral("digNumberPassed"));
     position_->setAlignment(Qt::AlignCenter);
@@ -175,8 +162,8 @@ QWidget* GetSongsWindow::buildSidePanel() {
     digits.setPointSize(14);
     digits.setBold(true);
     position_->setFont(digits);
-    layout->addWidget(position_, 5, 0, 1, 2);
-    layout->setRowMinimumHeight(6, 16);
+    layout->addWidget(position_);
+    layout->addSpacing(16);
     const struct {
         const char* caption;
         const char* name;
@@ -185,17 +172,16 @@ QWidget* GetSongsWindow::buildSidePanel() {
                  {"&Sort", "btnSort", &GetSongsWindow::openSort},
                  {"Navigate", "btnNavigation", &GetSongsWindow::openNavigator},
                  {"&Rearrange", "btnReArrange", &GetSongsWindow::openRearrange}};
-    int row = 7;
     for (const auto& tool : tools) {
         QPushButton* button =
             makeButton(QString::fromLatin1(tool.caption), QString::fromLatin1(tool.name), panel);
         connect(button, &QPushButton::clicked, this, tool.open);
-        layout->addWidget(button, row++, 0, 1, 2);
+        layout->addWidget(button);
         if (button->objectName() == QLatin1String("btnReArrange")) {
             rearrange_ = button;
         }
     }
-    layout->setRowStretch(row, 1);
+    layout->addStretch(1);
     return panel;
 }
 
@@ -259,29 +245,16 @@ void GetSongsWindow::bindTarget() {
 }
 
 void GetSongsWindow::readCompilation() {
-    engine::Recordset row = session_.database().openRecordset(
-        QStringLiteral("SELECT Name, SumTrack, SumTime, C_Length FROM Compilation "
-                       "WHERE CompilationID_P=") +
-            QString::number(compilationId_),
-        engine::RecordsetType::Snapshot);
-    if (row.recordCount() == 0) {
-        throw engine::JetError(engine::jet::kNoCurrentRecord, QStringLiteral("No current record."));
-    }
-    shown_ = Shown{row.value(0).toString(), row.value(1).toInt(), row.value(2).toLongLong(),
-                   row.value(3).toInt()};
-    showCompilation();
-}
-
-void GetSongsWindow::showCompilation() {
+    shown_ = assembly::readCompilation(session_.database(), compilationId_);
     name_->setText(shown_.name);
-    trackCount_->setText(QString::number(shown_.trackCount));
-    timeCount_->setText(query::formatTime(double(shown_.totalTime)));
+    trackCount_->setText(QString::number(shown_.stored.trackCount));
+    timeCount_->setText(query::formatTime(double(shown_.stored.totalTime)));
 }
 
 // Red when the time no longer fits on the medium, else green.
 void GetSongsWindow::setColor() {
-    const quint32 colour =
-        assembly::timeColour(shown_.totalTime, shown_.lengthMinutes, shown_.trackCount);
+    const quint32 colour = assembly::timeColour(shown_.stored.totalTime, shown_.lengthMinutes,
+                                                shown_.stored.trackCount);
     QPalette palette = timeCount_->palette();
     palette.setColor(QPalette::Text, fromBgr(colour));
     timeCount_->setPalette(palette);
@@ -307,11 +280,9 @@ void GetSongsWindow::useGotoColumn(int column) {
     }
     shell::AppState& state = session_.state();
     state.sourceGotoField = query::gotoFieldForColumn(source_->columnDataField(column));
-    showGotoLists(query::fillSourceGotoList(state.database, state.sourceGotoField,
-                                            state.filterClause, state.inputHint),
-                  *gotoList_, *comparisonList_);
-    gotoLabel_->setText(QStringLiteral("Find ") + source_->columnCaption(column) +
-                        QLatin1Char(':'));
+    findPanel_->showLists(query::fillSourceGotoList(state.database, state.sourceGotoField,
+                                                    state.filterClause, state.inputHint));
+    findPanel_->setCaption(source_->columnCaption(column));
 }
 
 void GetSongsWindow::showSourcePosition() {
@@ -366,17 +337,6 @@ void GetSongsWindow::removeTrack() {
         }
     }
     toggleSplitState(*target_);
-}
-
-void GetSongsWindow::findClicked(int index) {
-    if (!sourceRows_.hasRecordset()) {
-        return;
-    }
-    QString value = gotoList_->currentText();
-    query::findInGotoList(index, comparisonList_->currentText(), value, sourceRows_.recordset(),
-                          session_.state().sourceGotoField, dialogs_);
-    gotoList_->setEditText(value);
-    sourceRows_.notifyCurrentChanged();
 }
 
 void GetSongsWindow::requerySource() {
@@ -450,10 +410,6 @@ void GetSongsWindow::openRearrange() {
 }
 
 bool GetSongsWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == gotoList_ && isEnterPress(event)) {
-        findButtons_[0]->click();
-        return true;
-    }
     if (watched == target_ && event->type() == QEvent::KeyPress &&
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_Delete) {
         removeTrack();

@@ -2,11 +2,10 @@
 
 #include <QPointer>
 #include <QWidget>
-#include <array>
 
+#include "assembly/compilation_record.h"
 #include "store/data_control.h"
 
-class QComboBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -21,6 +20,7 @@ class Session;
 namespace ui {
 
 class DataGrid;
+class FindPanel;
 class WindowRegistry;
 
 // frmGetSongs, "Get Tracks": the album tracks (TempSource, built afresh at every opening) beside
@@ -61,13 +61,6 @@ class GetSongsWindow : public QWidget {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    struct Shown {  // the compilation's row as the window shows it
-        QString name;
-        int trackCount = 0;
-        qint64 totalTime = 0;
-        int lengthMinutes = 0;
-    };
-
     void buildControls();
     QWidget* buildCounters();
     QWidget* buildSidePanel();
@@ -76,7 +69,6 @@ class GetSongsWindow : public QWidget {
     void bindSource();
     void bindTarget();
     void readCompilation();
-    void showCompilation();
     void setColor();
     void activateRearrange();
     void useGotoColumn(int column);
@@ -84,7 +76,6 @@ class GetSongsWindow : public QWidget {
     void addTrack();
     void removeTrack();
     bool confirmRecorded(const QString& performer, const QString& title);
-    void findClicked(int index);
     void openFilter();
     void openSort();
     void openNavigator();
@@ -96,9 +87,9 @@ class GetSongsWindow : public QWidget {
     platform::Dialogs& dialogs_;
     const qint64 compilationId_;
     QPointer<QWidget> owner_;
-    store::DataControl sourceRows_;  // datSource
-    store::DataControl targetRows_;  // datCompilation01
-    Shown shown_;
+    store::DataControl sourceRows_;      // datSource
+    store::DataControl targetRows_;      // datCompilation01
+    assembly::CompilationRecord shown_;  // as the counters show it
     bool sourceBuilt_ = false;
     DataGrid* source_ = nullptr;
     DataGrid* target_ = nullptr;
@@ -106,10 +97,7 @@ class GetSongsWindow : public QWidget {
     QLineEdit* trackCount_ = nullptr;
     QLineEdit* timeCount_ = nullptr;
     QLabel* position_ = nullptr;
-    QLabel* gotoLabel_ = nullptr;
-    QComboBox* gotoList_ = nullptr;
-    QComboBox* comparisonList_ = nullptr;
-    std::array<QPushButton*, 4> findButtons_{};
+    FindPanel* findPanel_ = nullptr;
     QPushButton* rearrange_ = nullptr;
     QPointer<QWidget> navigator_;
 };

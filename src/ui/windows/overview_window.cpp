@@ -1,18 +1,16 @@
 #include "ui/windows/overview_window.h"
 
 #include <QApplication>
+#include <QBoxLayout>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QGridLayout>
 #include <QLabel>
-#include <QPushButton>
 #include <QStackedWidget>
 
+#include "assembly/compilation_record.h"
 #include "engine/jet_error.h"
 #include "engine/workspace.h"
 #include "platform/dialogs.h"
-#include "platform/program_folder.h"
-#include "query/goto_find.h"
 #include "query/goto_lists.h"
 #include "query/time_text.h"
 #include "report/report_error.h"
@@ -22,13 +20,14 @@
 #include "store/album_source.h"
 #include "store/compilation_queries.h"
 #include "ui/controls/data_grid.h"
+#include "ui/controls/find_panel.h"
 #include "ui/controls/main_toolbar.h"
 #include "ui/controls/panel_status_bar.h"
 #include "ui/windows/compilation_browser_window.h"
 #include "ui/windows/cover_viewer.h"
 #include "ui/windows/edit_compilation_window.h"
-#include "ui/windows/goto_controls.h"
 #include "ui/windows/help_window.h"
+#include "ui/windows/intro_page.h"
 #include "ui/windows/report_preview_window.h"
 #include "ui/windows/screen_colours.h"
 
@@ -47,7 +46,6 @@ OverviewWindow::OverviewWindow(platform::Dialogs& dialogs, QWidget* parent)
     move(shell::twipsToPixels(1000), 0);
     statusBar_->setSimpleText(shell::kStatusHint);
     showDatabaseState(false);
-    appNameBottom_->setText(QStringLiteral("Version 1.0"));
 }
 
 OverviewWindow::~OverviewWindow() {
@@ -62,46 +60,11 @@ void OverviewWindow::buildControls() {
     statusBar_->setObjectName(QStringLiteral("stbOverview"));
     setStatusBar(statusBar_);
     auto* pages = new QStackedWidget(this);
-    introPage_ = buildIntroPage();
+    introPage_ = buildIntroPage(this);
     listPage_ = buildListPage();
     pages->addWidget(introPage_);
     pages->addWidget(listPage_);
     setCentralWidget(pages);
-}
-
-QWidget* OverviewWindow::buildIntroPage() {
-    auto* page = new QWidget(this);
-    auto* layout = new QHBoxLayout(page);
-    introImage_ = new QLabel(page);
-    introImage_->setObjectName(QStringLiteral("imgIntro"));
-    introImage_->setFixedSize(shell::twipsToPixels(5850), shell::twipsToPixels(5200));
-    introImage_->setScaledContents(true);
-    introImage_->setPixmap(QPixmap(platform::programFolder() + QStringLiteral("/Intro-Image.bmp")));
-    auto* texts = new QVBoxLayout;
-    appNameTop_ = new QLabel(QStringLiteral("Add-on for\r\nAlbumory 98/2000"), page);
-    appNameTop_->setObjectName(QStringLiteral("lblAppName_Top"));
-    appNameBottom_ = new QLabel(page);
-    appNameBottom_->setObjectName(QStringLiteral("lblAppName_Bottom"));
-    appNameBottom_->setWordWrap(true);
-    const QColor shadow = palette().color(QPalette::Dark);
-    for (auto [label, size] : {std::pair{appNameTop_, 14}, std::pair{appNameBottom_, 10}}) {
-        QFont font = label->font();
-        font.setPointSize(size);
-        label->setFont(font);
-        label->setStyleSheet(QStringLiteral("color: %1").arg(shadow.name()));
-        label->setFixedWidth(shell::twipsToPixels(3500));
-    }
-    texts->addStretch(1);
-    texts->addWidget(appNameTop_);
-    texts->addStretch(3);
-    texts->addWidget(appNameBottom_);
-    texts->addStretch(1);
-    layout->addStretch(1);
-    layout->addWidget(introImage_);
-    layout->addSpacing(shell::twipsToPixels(150));
-    layout->addLayout(texts);
-    layout->addStretch(1);
-    return page;
 }
 
 QWidget* OverviewWindow::buildListPage() {
@@ -125,15 +88,12 @@ QWidget* OverviewWindow::buildListPage() {
 QWidget* OverviewWindow::buildSidePanel() {
     auto* panel = new QWidget(this);
     panel->setFixedWidth(210);
-    auto* layout = new QGridLayout(panel);
-    const CompilationFindControls controls = addCompilationFindControls(
-        panel, layout, this, [this](int index) { findClicked(index); },
-        [this](int index) { moveClicked(index); });
-    gotoLabel_ = controls.gotoLabel;
-    gotoList_ = controls.gotoList;
-    comparisonList_ = controls.comparisonList;
-    findButtons_ = controls.findButtons;
-    moveButtons_ = controls.moveButtons;
+    auto* layout = new QVBoxLayout(panel);
+    findPanel_ = new FindPanel(QStringLiteral("Compilation"), QStringLiteral("C"),
+                               FindPanel::MoveButtons::Shown, panel);
+    findPanel_->setRows(
+        &compilations_, [this] { return state().gotoField; }, dialogs_);
+    layout->addWidget(findPanel_);
     position_ = new QLabel(panel);
     position_->setObjectName(QStringLiteral("digActualGridPos"));
     position_->setAlignment(Qt::AlignCenter);
@@ -143,23 +103,15 @@ QWidget* OverviewWindow::buildSidePanel() {
     digits.setBold(true);
     position_->setFont(digits);
     position_->setFrameShape(QFrame::StyledPanel);
-    layout->addWidget(position_, 8, 0, 1, 2);
-    layout->setRowStretch(9, 1);
+    layout->addWidget(position_);
+    layout->addStretch(1);
     return panel;
 }
 
 void OverviewWindow::showDatabaseState(bool isOpen) {
-    for (int i = 0; i < 4; ++i) {
-        moveButtons_[i]->setVisible(isOpen);
-        findButtons_[i]->setVisible(isOpen);
-    }
-    for (QWidget* widget : {static_cast<QWidget*>(comparisonList_),
-                            static_cast<QWidget*>(gotoList_), static_cast<QWidget*>(gotoLabel_),
-                            static_cast<QWidget*>(grid_), static_cast<QWidget*>(position_)}) {
+    for (QWidget* widget : {static_cast<QWidget*>(findPanel_), static_cast<QWidget*>(grid_),
+                            static_cast<QWidget*>(position_)}) {
         widget->setVisible(isOpen);
-    }
-    for (QWidget* widget : {introImage_, appNameTop_, appNameBottom_}) {
-        widget->setVisible(!isOpen);
     }
     static_cast<QStackedWidget*>(centralWidget())
         ->setCurrentWidget(isOpen ? listPage_ : introPage_);
@@ -198,7 +150,7 @@ void OverviewWindow::showLoadedDatabase() {
     setStatusText(QStringLiteral("Building List for Compilation Page: Compilation Title ..."));
     state().gotoField = QStringLiteral("c_name");
     refillGotoList();
-    gotoLabel_->setText(QStringLiteral("Find Compilation Title:"));
+    findPanel_->setCaption(QStringLiteral("Compilation Title"));
     setGridLayout(*grid_, QStringLiteral("overview"), colourCount());
     const store::RecordCountText counts =
         store::showRecordCount(compilations_.recordset(), state().databasePath);
@@ -235,21 +187,13 @@ void OverviewWindow::setToolbarState() {
     for (const QString& id : shell::toolsForRows()) {
         toolBar_->setToolEnabled(id, hasRows);
     }
-    for (int i = 0; i < 4; ++i) {
-        moveButtons_[i]->setEnabled(hasRows);
-        findButtons_[i]->setEnabled(hasRows);
-    }
-    gotoList_->setEnabled(hasRows);
-    comparisonList_->setEnabled(hasRows);
-    if (hasRows) {
-        setTabOrder(gotoList_, comparisonList_);
-    }
+    findPanel_->setControlsEnabled(hasRows);
 }
 
 void OverviewWindow::refillGotoList() {
     const query::GotoLists lists =
         query::fillCompilationGotoList(state().database, state().gotoField, state().inputHint);
-    showGotoLists(lists, *gotoList_, *comparisonList_);
+    findPanel_->showLists(lists);
     state().gotoCountCompilation = lists.count;
 }
 
@@ -282,8 +226,7 @@ void OverviewWindow::onHeaderClicked(int column) {
         state().gotoField = query::gotoFieldForColumn(grid_->columnDataField(column));
         refillGotoList();
         showListCount();
-        gotoLabel_->setText(QStringLiteral("Find ") + grid_->columnCaption(column) +
-                            QLatin1Char(':'));
+        findPanel_->setCaption(grid_->columnCaption(column));
     } catch (const engine::JetError&) {
         // The list stays as it was; the grid is still usable.
     }
@@ -308,34 +251,6 @@ void OverviewWindow::onGridDoubleClicked() {
     }
     repaint();
     setBusy(false);
-}
-
-void OverviewWindow::findClicked(int index) {
-    if (!compilations_.hasRecordset()) {
-        return;
-    }
-    QString value = gotoList_->currentText();
-    query::findInGotoList(index, comparisonList_->currentText(), value, compilations_.recordset(),
-                          state().gotoField, dialogs_);
-    gotoList_->setEditText(value);
-    compilations_.notifyCurrentChanged();
-}
-
-void OverviewWindow::moveClicked(int index) {
-    if (!compilations_.hasRecordset()) {
-        return;
-    }
-    shell::moveRecord(index, compilations_.recordset());
-    compilations_.notifyCurrentChanged();
-}
-
-bool OverviewWindow::eventFilter(QObject* watched, QEvent* event) {
-    // Enter in the goto list finds the first match, as "Find First" would.
-    if (watched == gotoList_ && isEnterPress(event)) {
-        findButtons_[0]->click();
-        return true;
-    }
-    return QMainWindow::eventFilter(watched, event);
 }
 
 void OverviewWindow::runTool(const QString& id) {
@@ -413,30 +328,23 @@ void OverviewWindow::compactDatabase() {
 }
 
 void OverviewWindow::deleteCompilation() {
-    const platform::MessageAnswer answer =
-        dialogs_.message({platform::kAppTitle, QStringLiteral("Delete compilation. Are you sure?"),
-                          platform::MessageIcon::Question, platform::MessageButtons::OkCancel,
-                          platform::MessageAnswer::Ok});
-    if (answer == platform::MessageAnswer::Ok && compilations_.hasRecordset()) {
-        engine::Recordset& rows = compilations_.recordset();
-        const qint64 id = rows.value(QStringLiteral("CompilationID_P")).toLongLong();
-        rows.remove();
+    const platform::MessageAnswer answer = dialogs_.message(
+        {platform::kAppTitle, assembly::kDeleteCompilationQuestion, platform::MessageIcon::Question,
+         platform::MessageButtons::OkCancel, platform::MessageAnswer::Ok});
+    const std::optional<qint64> id = currentId();
+    if (answer == platform::MessageAnswer::Ok && id) {
+        assembly::deleteCompilation(state().database, *id);
         compilations_.refresh();
         state().gotoField = QStringLiteral("c_name");
         // The list has its new rows already; the goto list and counts follow the announcement.
-        session_.announceCompilationDeleted(id);
+        session_.announceCompilationDeleted(*id);
     }
     setToolbarState();
 }
 
 void OverviewWindow::openEditor(const QString& mode) {
-    std::optional<qint64> current;
-    if (compilations_.hasRecordset() && !compilations_.recordset().eof() &&
-        !compilations_.recordset().bof()) {
-        current = compilations_.recordset().value(QStringLiteral("CompilationID_P")).toLongLong();
-    }
     setBusy(true);
-    openCompilationEditor(session_, dialogs_, this, mode, current);
+    openCompilationEditor(session_, dialogs_, this, mode, currentId());
     setBusy(false);
 }
 
@@ -453,7 +361,7 @@ void OverviewWindow::showEditorResult(std::optional<qint64> addedId) {
         state().gotoField = query::gotoFieldForColumn(grid_->columnDataField(0));
         refillGotoList();
         showListCount();
-        gotoLabel_->setText(QStringLiteral("Find Compilation Title:"));
+        findPanel_->setCaption(QStringLiteral("Compilation Title"));
     } catch (const engine::JetError&) {
         // The list keeps its rows; its goto list stays as it was.
     }
@@ -461,15 +369,21 @@ void OverviewWindow::showEditorResult(std::optional<qint64> addedId) {
     showPosition();
 }
 
-std::optional<shell::CurrentCompilation> OverviewWindow::currentCompilation() {
+std::optional<qint64> OverviewWindow::currentId() {
     if (!compilations_.hasRecordset() || compilations_.recordset().eof() ||
         compilations_.recordset().bof()) {
         return std::nullopt;
     }
-    engine::Recordset& row = compilations_.recordset();
-    return shell::CurrentCompilation{row.value(QStringLiteral("CompilationID_P")).toLongLong(),
-                                     row.value(QStringLiteral("C_SumTrack")).toInt(),
-                                     row.value(QStringLiteral("C_Format")).toString()};
+    return compilations_.recordset().value(QStringLiteral("CompilationID_P")).toLongLong();
+}
+
+std::optional<shell::CurrentCompilation> OverviewWindow::currentCompilation() {
+    const std::optional<qint64> id = currentId();
+    if (!id) {
+        return std::nullopt;
+    }
+    const assembly::CompilationRecord record = assembly::readCompilation(state().database, *id);
+    return shell::CurrentCompilation{record.id, record.stored.trackCount, record.format};
 }
 
 void OverviewWindow::print() {

@@ -2,7 +2,6 @@
 
 #include <QMainWindow>
 #include <QPointer>
-#include <array>
 #include <optional>
 
 #include "shell/database_commands.h"
@@ -11,9 +10,7 @@
 #include "store/data_control.h"
 #include "ui/windows/window_registry.h"
 
-class QComboBox;
 class QLabel;
-class QPushButton;
 
 namespace platform {
 class Dialogs;
@@ -22,6 +19,7 @@ class Dialogs;
 namespace ui {
 
 class DataGrid;
+class FindPanel;
 class MainToolBar;
 class PanelStatusBar;
 class HelpWindow;
@@ -57,11 +55,9 @@ class OverviewWindow : public QMainWindow, private shell::CommandFeedback {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void buildControls();
-    QWidget* buildIntroPage();
     QWidget* buildListPage();
     QWidget* buildSidePanel();
     void showDatabaseState(bool isOpen);
@@ -75,8 +71,6 @@ class OverviewWindow : public QMainWindow, private shell::CommandFeedback {
     void showPosition();
     void onHeaderClicked(int column);
     void onGridDoubleClicked();
-    void findClicked(int index);
-    void moveClicked(int index);
     void newDatabase();
     void openDatabase();
     void closeDatabase();
@@ -85,6 +79,7 @@ class OverviewWindow : public QMainWindow, private shell::CommandFeedback {
     void openEditor(const QString& mode);
     void showHelp();
     void print();
+    std::optional<qint64> currentId();  // the list's current compilation
     std::optional<shell::CurrentCompilation> currentCompilation();
     ReportPreviewWindow* showPreview(reports::ListReport kind, qint64 compilationId);
     double colourCount() const;
@@ -102,15 +97,8 @@ class OverviewWindow : public QMainWindow, private shell::CommandFeedback {
     PanelStatusBar* statusBar_ = nullptr;
     QWidget* introPage_ = nullptr;
     QWidget* listPage_ = nullptr;
-    QLabel* introImage_ = nullptr;
-    QLabel* appNameTop_ = nullptr;
-    QLabel* appNameBottom_ = nullptr;
     DataGrid* grid_ = nullptr;
-    QLabel* gotoLabel_ = nullptr;
-    QComboBox* gotoList_ = nullptr;
-    QComboBox* comparisonList_ = nullptr;
-    std::array<QPushButton*, 4> findButtons_{};
-    std::array<QPushButton*, 4> moveButtons_{};
+    FindPanel* findPanel_ = nullptr;
     QLabel* position_ = nullptr;
     QPointer<HelpWindow> help_;
     bool unloaded_ = false;

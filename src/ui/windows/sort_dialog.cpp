@@ -10,7 +10,7 @@
 #include "engine/jet_error.h"
 #include "platform/dialogs.h"
 #include "shell/navigation.h"
-#include "ui/windows/goto_controls.h"
+#include "ui/controls/find_panel.h"
 
 namespace ui {
 

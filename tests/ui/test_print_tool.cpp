@@ -1,0 +1,121 @@
+// The print tool through the main window: the previews, covers and PDF files of its choices.
+#include <QFile>
+#include <QPrinter>
+#include <QProcess>
+#include <QScrollArea>
+
+#include "reports/cover_source.h"
+#include "shell/print_command.h"
+#include "shell/toolbar_tools.h"
+#include "support/list_samples.h"
+#include "ui/windows/report_preview_window.h"
+#include "window_fixture.h"
+
+using ui::ReportPreviewWindow;
+
+namespace {
+
+// The list samples: "Road Trip" (MD, 3 tracks), "Autumn" (CD-ROM, 2 tracks), "Empty One".
+class PrintTool : public WindowTest {
+  protected:
+    void SetUp() override {
+        WindowTest::SetUp();
+        path = makeDatabase("lists.mdb");
+        testsupport::fillListSamples(path);
+        openThroughToolbar(path);
+    }
+    void TearDown() override {
+        WindowTest::TearDown();
+        qputenv("MIXORAMA_HOME", programHome);
+    }
+    // Makes the compilation current, chooses the print choice and clicks Print; returns the
+    // window it opened, if any.
+    ReportPreviewWindow* print(const QString& name, int choice) {
+        testsupport::clickRow(window->grid(), testsupport::rowWith(window->grid(), 0, name), 0);
+        const QList<ReportPreviewWindow*> before = previews();
+        window->toolBar()->reportTypeList()->setCurrentIndex(choice);
+        clickTool("ID_Print");
+        EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+        for (ReportPreviewWindow* preview : previews()) {
+            if (!before.contains(preview)) {
+                return preview;
+            }
+        }
+        return nullptr;
+    }
+    QList<ReportPreviewWindow*> previews() const {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return window->findChildren<ReportPreviewWindow*>();
+    }
+    void expectRefused(const QString& name, int choice, const QString& message) {
+        dialogs.clear();
+        EXPECT_EQ(print(name, choice), nullptr) << name.toStdString() << " " << choice;
+        EXPECT_EQ(dialogs.lastMessageText(), message);
+        EXPECT_EQ(dialogs.messages().back().icon, platform::MessageIcon::Information);
+    }
+    static void expectBesideTheMainWindow(const ReportPreviewWindow& shown, QWidget* main) {
+        EXPECT_TRUE(shown.isVisible());
+        EXPECT_EQ(shown.windowModality(), Qt::NonModal);
+        EXPECT_EQ(shown.parentWidget(), main);
+    }
+
+    QString path;
+    QByteArray programHome = qgetenv("MIXORAMA_HOME");
+};
+
+TEST_F(PrintTool, EachPreviewChoiceOpensItsReportUntilTheDatabaseCloses) {
+    EXPECT_EQ(window->toolBar()->reportTypeList()->currentIndex(), shell::kDefaultReportType);
+    for (const shell::PrintChoice& choice : shell::printChoices()) {
+        if (choice.output != shell::PrintOutput::Preview) {
+            continue;
+        }
+        ReportPreviewWindow* preview = print("Road Trip", choice.index);
+        ASSERT_NE(preview, nullptr) << choice.index;
+        EXPECT_EQ(preview->windowTitle(), reports::listReportCaption(choice.report));
+        expectBesideTheMainWindow(*preview, window.get());
+    }
+    EXPECT_TRUE(dialogs.messages().empty()) << dialogs.lastMessageText().toStdString();
+    clickTool("ID_CloseFile");
+    EXPECT_TRUE(previews().isEmpty());
+}
+
+TEST_F(PrintTool, TheCoverChoiceOpensTheFormatsCoverViewer) {
+    for (const QString name : {"Road Trip", "Autumn"}) {
+        ReportPreviewWindow* viewer = print(name, 3);
+        ASSERT_NE(viewer, nullptr) << dialogs.lastMessageText().toStdString();
+        const QString format = name == "Autumn" ? "CD-ROM" : "MD";
+        const std::optional<shell::CoverView> view = shell::coverView(format);
+        EXPECT_EQ(viewer->windowTitle(), view->caption);
+        EXPECT_EQ(viewer->zoomMode(), view->zoomPercent ? ReportPreviewWindow::ZoomMode::Percent
+                                                        : ReportPreviewWindow::ZoomMode::FitPage);
+        expectBesideTheMainWindow(*viewer, window.get());
+    }
+    EXPECT_EQ(previews().size(), 2);
+    testsupport::execRaw(path, "UPDATE Compilation SET Format = 'Cassette' WHERE Name = 'Autumn'");
+    expectRefused("Autumn", 3, reports::noCoverMessage("Cassette"));
+    for (const int choice : {1, 2, 5}) {
+        expectRefused("Empty One", choice, shell::kNoTracksOnCompilation);
+    }
+    testsupport::execRaw(path, "DELETE FROM CompilationTrack");
+    for (const int choice : {0, 4}) {
+        expectRefused("Road Trip", choice, shell::kNoTracksAnywhere);
+    }
+}
+
+TEST_F(PrintTool, PdfChoicesWriteTheirFilesAndAFailedWriteSaysSo) {
+    qputenv("MIXORAMA_HOME", dir.path().toLocal8Bit());
+    for (const int choice : {4, 5}) {
+        EXPECT_EQ(print("Autumn", choice), nullptr);
+        const QString file = shell::pdfPath(*shell::printChoice(choice));
+        EXPECT_TRUE(testsupport::fileBytes(file).startsWith("%PDF"));
+    }
+    EXPECT_TRUE(dialogs.messages().empty()) << dialogs.lastMessageText().toStdString();
+    const QString file = shell::pdfPath(*shell::printChoice(5));
+    QFile::setPermissions(file, QFile::ReadOwner);
+    print("Autumn", 5);
+    EXPECT_TRUE(dialogs.lastMessageText().startsWith(shell::kPdfWriteError));
+    EXPECT_EQ(dialogs.messages().back().icon, platform::MessageIcon::Exclamation);
+    QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+}
+
+}  // namespace

@@ -1,0 +1,165 @@
+#include "window_fixture.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include "shell/database_commands.h"
+#include "store/album_source.h"
+#include "support/album_schema.h"
+
+using testsupport::SampleTrack;
+
+bool processHoldsFile(const QString& path) {
+    const QString file = QFileInfo(path).canonicalFilePath();
+    const QDir descriptors(QStringLiteral("/proc/self/fd"));
+    for (const QString& fd : descriptors.entryList(QDir::AllEntries | QDir::System)) {
+        if (QFileInfo(descriptors.filePath(fd)).symLinkTarget().startsWith(file)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+QString WindowTest::currentName() const {
+    return window->compilations()->recordset().value("C_Name").toString();
+}
+
+QString WindowTest::makeDatabase(const QString& name,
+                                 const QList<testsupport::SampleCompilation>& samples) {
+    const QString path = dir.file(name);
+    testsupport::createCompilationDatabase(path);
+    for (const testsupport::SampleCompilation& sample : samples) {
+        testsupport::addSample(path, sample);
+    }
+    return path;
+}
+
+void WindowTest::openThroughToolbar(const QString& path) {
+    dialogs.answerFile(path);
+    clickTool("ID_OpenFile");
+}
+
+void WindowTest::expectClosedState() const {
+    EXPECT_EQ(window->windowTitle(), "Mixorama");
+    EXPECT_EQ(window->statusBarPanels()->simpleText(), shell::kStatusHint);
+    EXPECT_TRUE(child("imgIntro")->isVisibleTo(window.get()));
+    EXPECT_FALSE(window->grid()->isVisibleTo(window.get()));
+    EXPECT_TRUE(toolEnabled("ID_OpenFile"));
+    EXPECT_FALSE(toolEnabled("ID_CloseFile"));
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    EXPECT_FALSE(window->state().database.isOpen());
+}
+
+void writeAlbumFile(const QString& path, const std::vector<AlbumTrack>& tracks,
+                    bool performerKeys) {
+    testsupport::createAlbumTables(path, true);
+    QString sql =
+        "INSERT INTO Artist VALUES (1000, 'Various'); "
+        "INSERT INTO Album VALUES (1, 'Collection', 'Various', NULL); "
+        "INSERT INTO ArtistAlbumLink VALUES (1000, 1);";
+    for (size_t i = 0; i < tracks.size(); ++i) {
+        const QString performer = testsupport::sqlText(tracks[i].performer);
+        sql += QStringLiteral(
+                   "INSERT INTO Artist VALUES (%1, %2); "
+                   "INSERT INTO Track VALUES (%1, 1, %3, %4, 1, %1, %5, NULL, 0, '1999', NULL); "
+                   "INSERT INTO ArtistTrackLink VALUES (%1, %1);")
+                   .arg(i + 1)
+                   .arg(performer, performerKeys ? performer : QStringLiteral("'A'"),
+                        testsupport::sqlText(tracks[i].title))
+                   .arg(tracks[i].length);
+    }
+    testsupport::execRaw(path, sql);
+}
+
+void PickerTest::SetUp() {
+    WindowTest::SetUp();
+    qputenv("XDG_CONFIG_HOME", dir.file("config").toUtf8());
+    QList<SampleTrack> five;
+    for (const char* title : {"One", "Two", "Three", "Four", "Five"}) {
+        five.append({.performer = "P", .title = title, .seconds = 100 * int(five.size() + 1)});
+    }
+    QList<SampleTrack> full;
+    for (int i = 1; i <= 19; ++i) {
+        full.append(
+            {.performer = "Filler", .title = QStringLiteral("Filler %1").arg(i), .seconds = 200});
+    }
+    path = makeDatabase(
+        "picks.mdb",
+        {{.name = "Beat Club",
+          .format = "CD-R",
+          .minutes = 80,
+          .tracks = {{.performer = "Simon & Garfunkel", .title = "Mrs. Robinson", .seconds = 244}},
+          .id = 1},
+         {.name = "Road Trip", .id = 2},
+         {.name = "Five", .minutes = 60, .tracks = five, .id = 3},
+         {.name = "Full", .tracks = full, .id = 4}});
+    writeAlbums(dir.file("albums.mdb"));
+    openThroughToolbar(path);
+    window->show();
+    connectAlbums(dir.file("albums.mdb"));
+    editor.show();
+}
+
+void PickerTest::writeAlbums(const QString& albumsPath) {
+    writeAlbumFile(albumsPath,
+                   {{"The Beatles", "Help!", 140},
+                    {"Simon & Garfunkel", "Mrs. Robinson", 244},
+                    {"Simon", "Kodachrome", 212},
+                    {"O'Neil", "Fits Exactly", 583},
+                    {"O'Neil", "One Second Too Long", 584}},
+                   performerKeys);
+}
+
+void PickerTest::connectAlbums(const QString& albumsPath) {
+    store::EditorConnection connection;
+    connection.isSaved = true;
+    dialogs.answerFile(albumsPath);
+    store::connectAlbumDatabase(window->state().database, dialogs, window->state().album,
+                                connection);
+    ASSERT_TRUE(connection.albumConnected) << dialogs.lastMessageText().toStdString();
+    dialogs.clear();
+}
+
+void PickerTest::TearDown() {
+    if (picker_) {
+        picker_->close();
+    }
+    WindowTest::TearDown();
+}
+
+ui::GetSongsWindow* PickerTest::openPicker(qint64 compilationId) {
+    picker_ = new ui::GetSongsWindow(window->session(), window->windowRegistry(), dialogs,
+                                     compilationId, &editor);
+    picker_->show();
+    QApplication::processEvents();
+    return picker_;
+}
+
+QString PickerTest::text(const QString& name) const {
+    return testsupport::control<QLineEdit>(picker_, name)->text();
+}
+
+void PickerTest::selectSource(const QString& title) {
+    testsupport::clickRow(picker_->sourceGrid(),
+                          testsupport::rowWith(picker_->sourceGrid(), 1, title));
+}
+
+void PickerTest::doubleClickSource(const QString& title) {
+    testsupport::doubleClickRow(picker_->sourceGrid(),
+                                testsupport::rowWith(picker_->sourceGrid(), 1, title));
+}
+
+QString PickerTest::tracksOf(qint64 compilationId) const {
+    return testsupport::queryRaw(
+        path, QStringLiteral("SELECT group_concat(TrackNo || ':' || Track_Title, ' ') FROM "
+                             "(SELECT TrackNo, Track_Title FROM CompilationTrack WHERE "
+                             "CompilationID_F1 = %1 ORDER BY TrackNo)")
+                  .arg(compilationId));
+}
+
+QString PickerTest::sumsOf(qint64 compilationId) const {
+    return testsupport::queryRaw(
+        path, QStringLiteral("SELECT SumTrack || '/' || SumTime FROM Compilation WHERE "
+                             "CompilationID_P = %1")
+                  .arg(compilationId));
+}

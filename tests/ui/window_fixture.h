@@ -1,0 +1,94 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPointer>
+#include <QTest>
+#include <memory>
+#include <vector>
+
+#include "platform/scripted_dialogs.h"
+#include "support/databases.h"
+#include "support/samples.h"
+#include "support/temp_dir.h"
+#include "support/window_driver.h"
+#include "ui/controls/data_grid.h"
+#include "ui/controls/main_toolbar.h"
+#include "ui/controls/panel_status_bar.h"
+#include "ui/windows/get_songs_window.h"
+#include "ui/windows/overview_window.h"
+
+using testsupport::clickButton;
+using testsupport::columnTexts;
+
+// True while a file descriptor of this process refers to the file (or its journal).
+bool processHoldsFile(const QString& path);
+
+// The main window driven through its controls, with dialogs answered by script.
+class WindowTest : public ::testing::Test {
+  protected:
+    void SetUp() override { window = std::make_unique<ui::OverviewWindow>(dialogs); }
+    void TearDown() override { window->unloadAll(); }
+
+    template <typename T = QWidget>
+    T* child(const QString& name) const {
+        return testsupport::control<T>(window.get(), name);
+    }
+    bool toolEnabled(const QString& id) const { return window->toolBar()->isToolEnabled(id); }
+    void clickTool(const QString& id) const { window->toolBar()->clickTool(id); }
+    QString currentName() const;
+    // A compilation database in the test's folder holding the samples.
+    QString makeDatabase(const QString& name,
+                         const QList<testsupport::SampleCompilation>& samples = {});
+    void openThroughToolbar(const QString& path);
+    // What the window shows with no database: the intro, the hint, nothing open.
+    void expectClosedState() const;
+
+    testsupport::TempDir dir;
+    platform::ScriptedDialogs dialogs;
+    std::unique_ptr<ui::OverviewWindow> window;
+};
+
+// One album track of a test collection, all on one album in this order.
+struct AlbumTrack {
+    QString performer;
+    QString title;
+    int length;
+};
+// Writes the album tables into an SQLite file (the engine links it like an album database). The
+// tracks all sort under one performer key unless performerKeys gives each its performer.
+void writeAlbumFile(const QString& path, const std::vector<AlbumTrack>& tracks,
+                    bool performerKeys = false);
+
+// The main window with a compilation database open and an album database connected, as the
+// editor's Connect leaves them; pickers open for a compilation over a stand-in editor.
+// Compilations: 1 "Beat Club" (CD-R, 80 minutes) holding Simon & Garfunkel "Mrs. Robinson"
+// (244 s); 2 "Road Trip" (MD, 74, empty); 3 "Five" (MD, 60) with "One" to "Five" of 100 to 500
+// s; 4 "Full" (MD, 74) with 19 tracks of 200 s. Albums: The Beatles "Help!" (140 s), Simon &
+// Garfunkel "Mrs. Robinson" (244), Simon "Kodachrome" (212), O'Neil "Fits Exactly" (583) and
+// "One Second Too Long" (584).
+class PickerTest : public WindowTest {
+  protected:
+    void SetUp() override;
+    void TearDown() override;
+    virtual void writeAlbums(const QString& albumsPath);
+    void connectAlbums(const QString& albumsPath);
+
+    ui::GetSongsWindow* openPicker(qint64 compilationId);
+    ui::GetSongsWindow* picker() const { return picker_; }
+    QString text(const QString& name) const;  // of a box of the picker
+    QStringList sourceTitles() const { return columnTexts(picker_->sourceGrid(), 1); }
+    void selectSource(const QString& title);
+    void doubleClickSource(const QString& title);
+    // "TrackNo:Title" of the compilation's tracks in order, and "SumTrack/SumTime".
+    QString tracksOf(qint64 compilationId) const;
+    QString sumsOf(qint64 compilationId) const;
+
+    bool performerKeys = false;  // set before SetUp: the album tracks sort by performer
+    QString path;
+    QWidget editor;  // the window that opens the picker
+    QPointer<ui::GetSongsWindow> picker_;
+};
