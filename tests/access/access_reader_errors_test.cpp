@@ -9,6 +9,7 @@
 
 #include "access/fake_program.h"
 #include "engine/jet_error.h"
+#include "support/paths.h"
 #include "support/temp_dir.h"
 
 using namespace accessfile;
@@ -16,7 +17,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QString kProgram = QStringLiteral(MIXORAMA_PROGRAM_DIR "/mixorama-mdbread");
+const QString kProgram = testsupport::programPath("mixorama-mdbread");
 const ProcessLimits kTestLimits{20s, 60s};
 
 QByteArray randomBytes(qsizetype size, quint32 seed) {

@@ -9,6 +9,7 @@
 
 #include "access/access_reader.h"
 #include "jet4/jet4.h"
+#include "support/paths.h"
 #include "support/sqlite_rows.h"
 #include "support/temp_dir.h"
 
@@ -18,7 +19,7 @@ using jet4::Type;
 
 namespace {
 
-const QString kProgram = QStringLiteral(MIXORAMA_PROGRAM_DIR "/mixorama-mdbread");
+const QString kProgram = testsupport::programPath("mixorama-mdbread");
 const QString kWestern = QStringLiteral("äöüß éèñ € “Zitat” it's – Ærø ½ ™ Œuvre");
 
 QByteArray digest(const QString& path) {

@@ -9,6 +9,7 @@
 #include "assembly/track_picker.h"
 #include "engine/recordset.h"
 #include "support/databases.h"
+#include "support/paths.h"
 #include "support/temp_dir.h"
 
 namespace albumtest {
@@ -22,7 +23,7 @@ struct CliRun {
 
 CliRun runCli(const QStringList& arguments) {
     QProcess process;
-    process.start(QStringLiteral(MIXORAMA_PROGRAM_DIR "/mixorama-cli"), arguments);
+    process.start(testsupport::programPath("mixorama-cli"), arguments);
     if (!process.waitForFinished(60000))
         return {};
     return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
@@ -33,7 +34,7 @@ CliRun runCli(const QStringList& arguments) {
 class CliTempSource : public ::testing::Test {
   protected:
     void SetUp() override {
-        ASSERT_TRUE(QFile::exists(MIXORAMA_PROGRAM_DIR "/mixorama-cli"))
+        ASSERT_TRUE(QFile::exists(testsupport::programPath("mixorama-cli")))
             << "build mixorama-cli first";
         qputenv("XDG_CONFIG_HOME", dir.file("config").toUtf8());
         testsupport::createCompilationDatabase(compilations);

@@ -21,6 +21,7 @@
 #include "support/compilation_invariants.h"
 #include "support/databases.h"
 #include "support/old_compilations.h"
+#include "support/paths.h"
 
 namespace {
 
@@ -42,7 +43,7 @@ class AddTracksKill : public ::testing::Test {
                        (3, 1, 'd', 40), (3, 2, 'e', 60);
         )sql");
         // Connect and build in a few tenths of a second, then the adds.
-        process.setProgram(QStringLiteral(MIXORAMA_PROGRAM_DIR "/mixorama-cli"));
+        process.setProgram(testsupport::programPath("mixorama-cli"));
         process.setArguments(
             {"add-tracks", path, "Target", album, "--first", QString::number(kAdds)});
         // The album tables' scratch copies that a kill leaves go with the test's folder.

@@ -16,6 +16,7 @@
 #include "engine/workspace.h"
 #include "shell/database_files.h"
 #include "support/databases.h"
+#include "support/paths.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -148,7 +149,7 @@ class CompactKill : public ::testing::Test {
         leftTemp += phase == Phase::Copy && QFile::exists(temp) ? 1 : 0;
     }
 
-    const QString kCli = QStringLiteral(MIXORAMA_PROGRAM_DIR "/mixorama-cli");
+    const QString kCli = testsupport::programPath("mixorama-cli");
     testsupport::TempDir dir;
     const QString path = dir.file("big.mdb");
     const QString journal = path + "-journal";

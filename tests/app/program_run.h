@@ -3,6 +3,7 @@
 #include <QProcess>
 #include <QString>
 #include <QStringList>
+#include "support/paths.h"
 
 namespace testsupport {
 
@@ -17,7 +18,7 @@ struct ProgramRun {
 inline ProgramRun run(const QString& program, const QStringList& arguments,
                       int timeoutMs = 120000) {
     QProcess process;
-    process.setProgram(QStringLiteral(MIXORAMA_PROGRAM_DIR "/") + program);
+    process.setProgram(testsupport::programPath(program));
     process.setArguments(arguments);
     process.start();
     if (!process.waitForFinished(timeoutMs)) {

@@ -14,6 +14,7 @@
 #include "shell/database_conversion.h"
 #include "support/databases.h"
 #include "support/old_compilations.h"
+#include "support/paths.h"
 #include "support/sqlite_rows.h"
 #include "support/temp_dir.h"
 
@@ -73,7 +74,7 @@ class Conversion : public ::testing::Test, public shell::CommandFeedback {
   protected:
     void SetUp() override {
         engine::setForeignTableReader(std::make_shared<accessfile::AccessTableReader>(
-            QStringLiteral(MIXORAMA_PROGRAM_DIR "/mixorama-mdbread")));
+            testsupport::programPath("mixorama-mdbread")));
         // Scratch copies go to a folder of this test, so that it can see none are left. Its ";"
         // must not cut the scratch copy's name out of the link to it.
         QDir(dir.path()).mkdir(kScratch);

@@ -10,6 +10,7 @@
 #include "engine/database.h"
 #include "engine/jet_collation.h"
 #include "engine/jet_dialect.h"
+#include "support/paths.h"
 
 namespace testsupport {
 
@@ -119,7 +120,7 @@ QString plainSqlite(const QString& path, const QString& sql) {
 }
 
 void createCompilationDatabase(const QString& path) {
-    QFile schema(QStringLiteral(MIXORAMA_SOURCE_DIR "/resources/template.sql"));
+    QFile schema(testsupport::sourcePath("resources/template.sql"));
     if (!schema.open(QIODevice::ReadOnly)) {
         throw std::runtime_error("template.sql not found");
     }

@@ -9,6 +9,7 @@
 #include <QSet>
 #include <algorithm>
 #include <map>
+#include "support/paths.h"
 
 namespace {
 
@@ -205,7 +206,7 @@ TEST_F(GeneratedCollection, SomeNotesAreLongerThanAPage) {
 }
 
 TEST(MakeAlbums, WritesTheRequestedCollection) {
-    const QString program = MIXORAMA_PROGRAM_DIR "/make-albums";
+    const QString program = testsupport::programPath("make-albums");
     if (!QFile::exists(program))
         GTEST_SKIP() << "make-albums is not built";
     testsupport::TempDir dir;
