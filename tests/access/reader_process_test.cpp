@@ -17,58 +17,38 @@ namespace {
 const ProcessLimits kShortLimits{300ms, 3s};
 }
 
-TEST(ReaderProcess, CollectsOutputErrorsAndExitCode) {
+TEST(ReaderProcess, CollectsArgumentsOutputErrorsAndExitCode) {
     testsupport::TempDir dir;
-    const QString program =
-        writeFakeProgram(dir.file("p"), "echo Album; echo Track; echo 'bad thing' >&2; exit 3");
-    const ProcessOutcome outcome = runWithLimits(program, {}, kShortLimits);
+    const QString program = writeFakeProgram(
+        dir.file("p"), "for a in \"$@\"; do echo \"[$a]\"; done; echo 'bad thing' >&2; exit 3");
+    const ProcessOutcome outcome =
+        runWithLimits(program, {QStringLiteral("a b"), QStringLiteral("Künstler")}, kShortLimits);
     EXPECT_EQ(outcome.end, End::Exited);
     EXPECT_EQ(outcome.exitCode, 3);
-    EXPECT_EQ(outcome.output, QByteArray("Album\nTrack\n"));
+    EXPECT_EQ(QString::fromUtf8(outcome.output), QStringLiteral("[a b]\n[Künstler]\n"));
     EXPECT_EQ(outcome.errors, QByteArray("bad thing\n"));
 }
 
-TEST(ReaderProcess, PassesArgumentsUnchanged) {
+TEST(ReaderProcess, TellsCrashesAndStopsFromExits) {
     testsupport::TempDir dir;
-    const QString program =
-        writeFakeProgram(dir.file("p"), "for a in \"$@\"; do echo \"[$a]\"; done");
-    const ProcessOutcome outcome =
-        runWithLimits(program, {QStringLiteral("a b"), QStringLiteral("Künstler")}, kShortLimits);
-    EXPECT_EQ(QString::fromUtf8(outcome.output), QStringLiteral("[a b]\n[Künstler]\n"));
-}
-
-TEST(ReaderProcess, ACrashIsReportedAsSuch) {
-    testsupport::TempDir dir;
-    const QString program = writeFakeProgram(dir.file("p"), "kill -SEGV $$");
-    EXPECT_EQ(runWithLimits(program, {}, kShortLimits).end, End::Crashed);
-}
-
-TEST(ReaderProcess, ASilentProgramIsStopped) {
-    testsupport::TempDir dir;
-    const QString program = writeFakeProgram(dir.file("p"), "exec sleep 60");
-    EXPECT_EQ(runWithLimits(program, {}, kShortLimits).end, End::Stopped);
-}
-
-TEST(ReaderProcess, AProgramThatKeepsTalkingIsStoppedAtTheTotalLimit) {
-    testsupport::TempDir dir;
-    const QString program =
-        writeFakeProgram(dir.file("p"), "while true; do echo progress; sleep 0.05; done");
-    const ProcessOutcome outcome = runWithLimits(program, {}, {1s, 1500ms});
-    EXPECT_EQ(outcome.end, End::Stopped);
-    EXPECT_TRUE(outcome.output.startsWith("progress\n"));
-}
-
-TEST(ReaderProcess, AProgramThatClosesItsOutputIsStillWatched) {
-    testsupport::TempDir dir;
-    const QString program = writeFakeProgram(dir.file("p"), "exec >&- ; exec sleep 60");
-    EXPECT_EQ(runWithLimits(program, {}, kShortLimits).end, End::Stopped);
-}
-
-TEST(ReaderProcess, AMissingProgramDoesNotStart) {
-    testsupport::TempDir dir;
-    const ProcessOutcome outcome = runWithLimits(dir.file("none"), {}, kShortLimits);
-    EXPECT_EQ(outcome.end, End::NotStarted);
-    EXPECT_FALSE(outcome.errors.isEmpty());
+    const struct {
+        const char* script;
+        ProcessLimits limits;
+        End end;
+    } cases[] = {
+        {"kill -SEGV $$", kShortLimits, End::Crashed},
+        {"exec sleep 60", kShortLimits, End::Stopped},  // silent past the quiet limit
+        {"while true; do echo progress; sleep 0.05; done", {1s, 1500ms}, End::Stopped},  // total
+        {"exec >&- ; exec sleep 60", kShortLimits, End::Stopped},  // its output closed
+    };
+    int run = 0;
+    for (const auto& [script, limits, end] : cases) {
+        const QString program = writeFakeProgram(dir.file(QString::number(++run)), script);
+        EXPECT_EQ(runWithLimits(program, {}, limits).end, end) << script;
+    }
+    const ProcessOutcome missing = runWithLimits(dir.file("none"), {}, kShortLimits);
+    EXPECT_EQ(missing.end, End::NotStarted);
+    EXPECT_FALSE(missing.errors.isEmpty());
 }
 
 // A reader outliving a killed program would go on writing a scratch copy that the next start

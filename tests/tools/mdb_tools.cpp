@@ -6,6 +6,13 @@
 
 namespace mdbtools {
 
+namespace {
+// Separators no value holds, so that cells need no quoting.
+const QString kCellEnd(QChar(0x1f));
+const QString kRowEnd(QChar(0x1e));
+const QString kNull(QChar(0x1a));
+}  // namespace
+
 QString run(const QString& program, const QStringList& arguments) {
     QProcess process;
     // Jet 3 files keep text in a Windows code page; ours are written in cp1252.
@@ -30,14 +37,11 @@ QStringList tables(const QString& path, bool withSystemTables) {
     return run("mdb-tables", args << path).split('\n', Qt::SkipEmptyParts);
 }
 
-QString schema(const QString& path, const QString& table) {
-    return run("mdb-schema", {"-T", table, "--no-relations", path, "access"});
-}
-
 std::vector<std::pair<QString, QString>> columns(const QString& path, const QString& table) {
     static const QRegularExpression line(R"(^\s*\[([^\]]+)\]\s+(.+?),?\s*$)");
     std::vector<std::pair<QString, QString>> out;
-    for (const QString& l : schema(path, table).split('\n')) {
+    const QString schema = run("mdb-schema", {"-T", table, "--no-relations", path, "access"});
+    for (const QString& l : schema.split('\n')) {
         const auto m = line.match(l);
         if (m.hasMatch())
             out.emplace_back(m.captured(1), m.captured(2));
@@ -45,53 +49,21 @@ std::vector<std::pair<QString, QString>> columns(const QString& path, const QStr
     return out;
 }
 
-std::vector<QVariantList> parseCsv(const QString& text) {
+std::vector<QVariantList> rows(const QString& path, const QString& table) {
+    const QString text = run("mdb-export", {"-H", "-Q", "-d", kCellEnd, "-R", kRowEnd, "-0", kNull,
+                                            "-b", "hex", "-T", "%Y-%m-%d %H:%M:%S", path, table});
     std::vector<QVariantList> out;
-    QVariantList row;
-    QString cell;
-    bool quoted = false, inQuotes = false, any = false;
-    auto endCell = [&] {
-        row << (quoted ? QVariant(cell) : cell.isEmpty() ? QVariant() : QVariant(cell));
-        cell.clear();
-        quoted = false;
-    };
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar c = text[i];
-        any = true;
-        if (inQuotes) {
-            if (c == '"' && i + 1 < text.size() && text[i + 1] == '"')
-                cell += c, ++i;
-            else if (c == '"')
-                inQuotes = false;
-            else
-                cell += c;
-        } else if (c == '"') {
-            inQuotes = quoted = true;
-        } else if (c == ',') {
-            endCell();
-        } else if (c == '\n') {
-            endCell();
-            out.push_back(row);
-            row.clear();
-            any = false;
-        } else {
-            cell += c;
-        }
-    }
-    if (any) {
-        endCell();
-        out.push_back(row);
+    for (const QString& row : text.split(kRowEnd, Qt::SkipEmptyParts)) {
+        QVariantList cells;
+        for (const QString& cell : row.split(kCellEnd))
+            cells << (cell == kNull || cell.isEmpty() ? QVariant() : QVariant(cell));
+        out.push_back(cells);
     }
     return out;
 }
 
-std::vector<QVariantList> rows(const QString& path, const QString& table) {
-    return parseCsv(run("mdb-export", {"-H", "-T", "%Y-%m-%d %H:%M:%S", path, table}));
-}
-
 QStringList header(const QString& path, const QString& table) {
-    const QString all = run("mdb-export", {path, table});
-    return all.section('\n', 0, 0).split(',');
+    return run("mdb-export", {path, table}).section('\n', 0, 0).split(',');
 }
 
 }  // namespace mdbtools

@@ -14,18 +14,14 @@ namespace mdbtools {
 QString run(const QString& program, const QStringList& arguments);
 
 QStringList tables(const QString& path, bool withSystemTables = false);
-QString schema(const QString& path, const QString& table);
 
 // Column name and type name from the schema text, e.g. {"Title", "Text (510)"}.
 std::vector<std::pair<QString, QString>> columns(const QString& path, const QString& table);
 
-// Rows without the header; a cell is an invalid QVariant for Null and a QString otherwise.
-// Dates come as "yyyy-MM-dd hh:mm:ss".
+// Rows without the header; a cell is an invalid QVariant for Null (mdbtools shows an empty text
+// as Null too) and a QString otherwise. Dates come as "yyyy-MM-dd hh:mm:ss", binary as hex.
 std::vector<QVariantList> rows(const QString& path, const QString& table);
 QStringList header(const QString& path, const QString& table);
-
-// Splits comma-separated text with double-quoted fields; unquoted empty fields are Null.
-std::vector<QVariantList> parseCsv(const QString& text);
 
 }  // namespace mdbtools
 
