@@ -4,7 +4,6 @@
 #include <QDateTime>
 #include <QString>
 #include <QVariant>
-#include <ostream>
 
 #include "jet4/jet4.h"
 
@@ -18,10 +17,6 @@ struct FormatCase {
     int pageSize;
     QString wideText;  // text beyond ASCII that the format keeps
 };
-
-inline void PrintTo(const FormatCase& format, std::ostream* out) {
-    *out << format.name;
-}
 
 inline const FormatCase kFormats[] = {
     {jet4::Format::Jet3, "Jet3", 2048, QStringLiteral("Señor “Ñ” äöüß € ½ ™ Œuvre")},
@@ -46,20 +41,12 @@ inline const QByteArray kBlob("\x00\x01\xff", 3);
 // values, all Null, and zeros with empty texts.
 inline jet4::Table allTypes(const FormatCase& f) {
     using jet4::Type;
-    jet4::Table table(QStringLiteral("Künstler"),
-                      {{"Flag", Type::Boolean},
-                       {"Small", Type::Byte},
-                       {"Int", Type::Integer},
-                       {"Big", Type::Long},
-                       {"Money", Type::Currency},
-                       {"Float", Type::Single},
-                       {"Real", Type::Double},
-                       {"When", Type::DateTime},
-                       {"Name", Type::Text, 50},
-                       {"Notiz", Type::Memo},
-                       {"Blob", Type::Ole},
-                       {"Größe", Type::Text}},
-                      f.format);
+    const std::vector<jet4::Column> columns{
+        {"Flag", Type::Boolean}, {"Small", Type::Byte},     {"Int", Type::Integer},
+        {"Big", Type::Long},     {"Money", Type::Currency}, {"Float", Type::Single},
+        {"Real", Type::Double},  {"When", Type::DateTime},  {"Name", Type::Text, 50},
+        {"Notiz", Type::Memo},   {"Blob", Type::Ole},       {"Größe", Type::Text}};
+    jet4::Table table(QStringLiteral("Künstler"), columns, f.format);
     table.addRow({true, 255, -32768, 2147483647, 1234.5678, 1.1, 3.141592653589793,
                   QDateTime(QDate(1987, 5, 1), QTime(13, 45, 30)), QStringLiteral("Die Ärzte"),
                   f.wideText, kBlob, QStringLiteral("O'Neil\nzweite Zeile")});
@@ -67,18 +54,8 @@ inline jet4::Table allTypes(const FormatCase& f) {
                   f.wideText.left(8), numberedText(5000), QByteArray(9000, 'o'),
                   numberedText(255)});
     table.addRow(QVariantList(12));
-    table.addRow({true,
-                  1,
-                  0,
-                  0,
-                  0,
-                  0,
-                  0,
-                  QDateTime(QDate(1969, 7, 20), QTime(20, 17, 40)),
-                  QString(""),
-                  QString(""),
-                  {},
-                  numberedText(254)});
+    table.addRow({true, 1, 0, 0, 0, 0, 0, QDateTime(QDate(1969, 7, 20), QTime(20, 17, 40)),
+                  QString(""), QString(""), QVariant(), numberedText(254)});
     return table;
 }
 
