@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QSet>
 #include <algorithm>
 #include <map>
@@ -15,9 +14,9 @@ namespace {
 using testsupport::fileBytes;
 
 // A generated value as mdb-export prints it. mdbtools shows empty texts like Null.
-QVariant asExported(const QVariant& v, jet4::Type type) {
+QString asExported(const QVariant& v, jet4::Type type) {
     if (!v.isValid())
-        return {};
+        return mdbtools::kNullText;
     switch (type) {
         case jet4::Type::Boolean:
             return v.toBool() ? "1" : "0";
@@ -26,7 +25,7 @@ QVariant asExported(const QVariant& v, jet4::Type type) {
         case jet4::Type::DateTime:
             return v.toDateTime().toString("yyyy-MM-dd hh:mm:ss");
         default:
-            return v.toString().isEmpty() ? QVariant() : v.toString();
+            return v.toString().isEmpty() ? mdbtools::kNullText : v.toString();
     }
 }
 
@@ -35,7 +34,6 @@ TEST(AlbumGenerator, SameSeedGivesTheSameFileAndAnotherSeedAnother) {
     testsupport::TempDir dir;
     albumgen::writeAlbumDatabase(dir.file("a.mdb"), {12, 9, false});
     albumgen::writeAlbumDatabase(dir.file("b.mdb"), {12, 10, false});
-    EXPECT_FALSE(fileBytes(dir.file("a.mdb")).isEmpty());
     EXPECT_NE(fileBytes(dir.file("a.mdb")), fileBytes(dir.file("b.mdb")));
     const QString program = testsupport::programPath("make-albums");
     if (!QFile::exists(program))
@@ -64,7 +62,7 @@ TEST(AlbumGenerator, EveryWrittenRowReadsBackThroughMdbtools) {
             const auto read = mdbtools::rows(path, table.name);
             ASSERT_EQ(read.size(), table.rows.size()) << table.name.toStdString();
             for (size_t r = 0; r < read.size(); ++r) {
-                QVariantList expected;
+                QStringList expected;
                 for (size_t c = 0; c < table.columns.size(); ++c)
                     expected << asExported(table.rows[r][c], table.columns[c].type);
                 ASSERT_EQ(read[r], expected) << table.name.toStdString() << " row " << r;

@@ -18,6 +18,10 @@ struct FormatCase {
     QString wideText;  // text beyond ASCII that the format keeps
 };
 
+inline void PrintTo(const FormatCase& format, std::ostream* out) {
+    *out << format.name;
+}
+
 inline const FormatCase kFormats[] = {
     {jet4::Format::Jet3, "Jet3", 2048, QStringLiteral("Señor “Ñ” äöüß € ½ ™ Œuvre")},
     {jet4::Format::Jet4, "Jet4", 4096, QStringLiteral("日本 🎵 Ωmega Björk")},

@@ -14,13 +14,7 @@ namespace {
 using jet4::Format;
 using jet4::Type;
 using jetsample::numberedText;
-
-QVariantList strings(std::initializer_list<QString> cells) {
-    QVariantList out;
-    for (const QString& c : cells)
-        out << (c.isNull() ? QVariant() : QVariant(c));
-    return out;
-}
+using mdbtools::kNullText;
 
 class JetWriter : public ::testing::TestWithParam<jetsample::FormatCase> {
   protected:
@@ -37,7 +31,6 @@ class JetWriter : public ::testing::TestWithParam<jetsample::FormatCase> {
     int files_ = 0;
 };
 
-// The same tables give the same bytes.
 TEST_P(JetWriter, WritesItsTablesColumnsAndValues) {
     jet4::Table album = table("Album", {{"AlbumID", Type::Long}});
     album.addRow({1});
@@ -49,36 +42,33 @@ TEST_P(JetWriter, WritesItsTablesColumnsAndValues) {
     EXPECT_EQ(QFile(path).size() % GetParam().pageSize, 0);
     EXPECT_EQ(mdbtools::tables(path), QStringList({"Album", "Künstler", "Leer"}));
     EXPECT_TRUE(mdbtools::tables(path, true).contains("MSysObjects"));
-    EXPECT_EQ(mdbtools::columns(path, "Leer"),
-              (std::vector<std::pair<QString, QString>>{{"Name", "Text (20)"}}));
     EXPECT_TRUE(mdbtools::rows(path, "Leer").empty());
-    const std::vector<std::pair<QString, QString>> columns{
-        {"Flag", "Boolean NOT NULL"}, {"Small", "Byte"},
-        {"Int", "Integer"},           {"Big", "Long Integer"},
-        {"Money", "Currency"},        {"Float", "Single"},
-        {"Real", "Double"},           {"When", "DateTime"},
-        {"Name", "Text (50)"},        {"Notiz", "Memo/Hyperlink (255)"},
-        {"Blob", "OLE (255)"},        {"Größe", "Text (255)"}};
+    std::vector<std::pair<QString, QString>> columns{{"Name", "Text (20)"}};
+    EXPECT_EQ(mdbtools::columns(path, "Leer"), columns);
+    columns = {{"Flag", "Boolean NOT NULL"}, {"Small", "Byte"},
+               {"Int", "Integer"},           {"Big", "Long Integer"},
+               {"Money", "Currency"},        {"Float", "Single"},
+               {"Real", "Double"},           {"When", "DateTime"},
+               {"Name", "Text (50)"},        {"Notiz", "Memo/Hyperlink (255)"},
+               {"Blob", "OLE (255)"},        {"Größe", "Text (255)"}};
     EXPECT_EQ(mdbtools::columns(path, "Künstler"), columns);
 
     // mdbtools reads Jet 4 text as UCS-2: a character beyond the basic plane shows as "??".
     const QString wide = QString(GetParam().wideText).replace(QStringLiteral("🎵"), "??");
-    const QString null;
-    const std::vector<QVariantList> rows{
-        strings({"1", "255", "-32768", "2147483647", "1234.5678", "1.1", "3.141592653589793",
-                 "1987-05-01 13:45:30", "Die Ärzte", wide, "0001FF", "O'Neil\nzweite Zeile"}),
-        strings({"0", "0", "32767", "-2147483648", "-0.0001", "-2.25e+10", "1e-300",
-                 "1899-12-30 00:00:00", wide.left(8), numberedText(5000),
-                 QStringLiteral("6F").repeated(9000), numberedText(255)}),
-        strings({"0", null, null, null, null, null, null, null, null, null, null, null}),
-        strings({"1", "1", "0", "0", "0.0000", "0", "0", "1969-07-20 20:17:40", null, null, null,
-                 numberedText(254)})};
+    const QString null = kNullText;
+    const std::vector<QStringList> rows{
+        {"1", "255", "-32768", "2147483647", "1234.5678", "1.1", "3.141592653589793",
+         "1987-05-01 13:45:30", "Die Ärzte", wide, "0001FF", "O'Neil\nzweite Zeile"},
+        {"0", "0", "32767", "-2147483648", "-0.0001", "-2.25e+10", "1e-300", "1899-12-30 00:00:00",
+         wide.left(8), numberedText(5000), QStringLiteral("6F").repeated(9000), numberedText(255)},
+        {"0", null, null, null, null, null, null, null, null, null, null, null},
+        {"1", "1", "0", "0", "0.0000", "0", "0", "1969-07-20 20:17:40", null, null, null,
+         numberedText(254)}};
     EXPECT_EQ(mdbtools::rows(path, "Künstler"), rows);
 }
 
-// Jet 3 rows keep offsets in single bytes: rows past 256, 512, 768... bytes need the jump table.
-// Memos longer than a row holds go to long-value pages, past about 2000 bytes to a chain of them.
-// Rows here grow a character at a time across those boundaries.
+// Rows grow a character at a time past 256, 512, 768... bytes, where Jet 3 rows need a jump table
+// for their one-byte offsets, and memos past a row, then past a page (chains of long values).
 TEST_P(JetWriter, LongRowsAndMemosReadWhole) {
     const std::vector<jet4::Column> columns{{"ID", Type::Long},
                                             {"A", Type::Text},
@@ -86,13 +76,12 @@ TEST_P(JetWriter, LongRowsAndMemosReadWhole) {
                                             {"B", Type::Text},
                                             {"C", Type::Text, 200}};
     jet4::Table t = table("Notes", columns);
-    std::vector<QVariantList> expected;
+    std::vector<QStringList> expected;
     auto add = [&](const QVariantList& row) {
         t.addRow(row);
-        QVariantList shown;
+        expected.emplace_back();
         for (const QVariant& v : row)
-            shown << (v.toString().isEmpty() ? QVariant() : QVariant(v.toString()));
-        expected.push_back(shown);
+            expected.back() << (v.toString().isEmpty() ? kNullText : v.toString());
     };
     int id = 0;
     for (int a = 0; a <= 255; ++a) {
@@ -111,20 +100,16 @@ TEST_P(JetWriter, ManyRowsSpanManyPages) {
         table("Track", {{"TrackID", Type::Long}, {"Title", Type::Text}, {"Live", Type::Boolean}});
     for (int i = 0; i < rowCount; ++i)
         t.addRow({i, QStringLiteral("Titel Nummer %1 – Überlänge").arg(i), i % 3 == 0});
-    jet4::Table before = table("Before", {{"ID", Type::Long}});  // the pages of another table
-    for (int i = 0; i < 1000; ++i)
-        before.addRow({i});
-    const QString path = write({before, t});
+    const QString path = write({t});
     EXPECT_GT(QFile(path).size(), 2'000'000);
 
     const auto rows = mdbtools::rows(path, "Track");
     ASSERT_EQ(rows.size(), size_t(rowCount));
     for (int i = 0; i < rowCount; ++i) {
-        ASSERT_EQ(rows[i],
-                  strings({QString::number(i), QStringLiteral("Titel Nummer %1 – Überlänge").arg(i),
-                           i % 3 == 0 ? "1" : "0"}));
+        ASSERT_EQ(rows[i], QStringList({QString::number(i),
+                                        QStringLiteral("Titel Nummer %1 – Überlänge").arg(i),
+                                        i % 3 == 0 ? "1" : "0"}));
     }
-    EXPECT_EQ(mdbtools::rows(path, "Before").size(), 1000u);
 }
 
 TEST_P(JetWriter, AnAutoNumberColumnIsMarkedAndItsCounterContinuesAfterTheHighest) {
@@ -135,15 +120,12 @@ TEST_P(JetWriter, AnAutoNumberColumnIsMarkedAndItsCounterContinuesAfterTheHighes
     plain.addRow({40});
     const QString path = write({t, plain});
 
-    // mdbtools calls an AutoNumber a serial column; the plain Long stays an integer.
-    const QRegularExpression serial(R"("ID"\s+SERIAL)", QRegularExpression::CaseInsensitiveOption);
-    for (const auto& [name, counted] : {std::pair{"Compilation", true}, {"Plain", false}}) {
-        EXPECT_EQ(mdbtools::run("mdb-schema", {"-T", name, "--no-relations", path, "postgres"})
-                      .contains(serial),
-                  counted)
-            << name;
-    }
-    EXPECT_EQ(mdbtools::rows(path, "Compilation")[1], strings({"Nr. 11 – Café", "11"}));
+    // mdbtools calls an AutoNumber a serial column.
+    const QString schema =
+        mdbtools::run("mdb-schema", {"-T", "Compilation", "--no-relations", path, "postgres"});
+    EXPECT_TRUE(schema.contains(QRegularExpression(R"re((?i)"ID"\s+serial)re")))
+        << schema.toStdString();
+    EXPECT_EQ(mdbtools::rows(path, "Compilation")[1], QStringList({"Nr. 11 – Café", "11"}));
     // Access numbers the next row from the counter after the row count in the table
     // definition: pages 3 and 4 hold the two definitions.
     const int counter = GetParam().format == Format::Jet3 ? 0x10 : 0x14;

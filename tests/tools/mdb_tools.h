@@ -5,8 +5,6 @@
 #include <QRegularExpression>
 #include <QString>
 #include <QStringList>
-#include <QVariant>
-#include <QtGlobal>
 #include <ostream>
 #include <vector>
 
@@ -54,16 +52,19 @@ inline std::vector<std::pair<QString, QString>> columns(const QString& path, con
     return out;
 }
 
-// Rows without the header: an invalid QVariant for Null (and for an empty text, which mdbtools
-// shows alike), else the text; dates as "yyyy-MM-dd hh:mm:ss", binary values in hex.
-inline std::vector<QVariantList> rows(const QString& path, const QString& table) {
+// Rows without the header, each cell as its text: "<null>" for Null and for an empty text (which
+// mdbtools shows alike), dates as "yyyy-MM-dd hh:mm:ss", binary values in hex.
+inline const QString kNullText = QStringLiteral("<null>");
+inline std::vector<QStringList> rows(const QString& path, const QString& table) {
     const QString text = run("mdb-export", {"-H", "-Q", "-d", kCellEnd, "-R", kRowEnd, "-0", kNull,
                                             "-b", "hex", "-T", "%Y-%m-%d %H:%M:%S", path, table});
-    std::vector<QVariantList> out;
+    std::vector<QStringList> out;
     for (const QString& row : text.split(kRowEnd, Qt::SkipEmptyParts)) {
-        QVariantList cells;
-        for (const QString& cell : row.split(kCellEnd))
-            cells << (cell == kNull || cell.isEmpty() ? QVariant() : QVariant(cell));
+        QStringList cells = row.split(kCellEnd);
+        for (QString& cell : cells) {
+            if (cell == kNull || cell.isEmpty())
+                cell = kNullText;
+        }
         out.push_back(cells);
     }
     return out;
@@ -71,7 +72,7 @@ inline std::vector<QVariantList> rows(const QString& path, const QString& table)
 
 }  // namespace mdbtools
 
-// Readable test failures: Null shows as <null>, any other value as its text.
-inline void PrintTo(const QVariant& value, std::ostream* os) {
-    *os << (value.isValid() ? '"' + value.toString().toStdString() + '"' : std::string("<null>"));
+// Failed comparisons show texts, not code units.
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
 }
