@@ -6,10 +6,6 @@
 #include <cmath>
 #include <limits>
 
-#include "support/databases.h"
-#include "support/sqlite_rows.h"
-#include "support/temp_dir.h"
-
 using namespace accessfile;
 
 TEST(JetDateText, CountsDaysFromTheEndOf1899WithTheTimeOfDayOnlyWhenPresent) {
@@ -44,25 +40,6 @@ TEST(JetNumbers, SinglesReadAsTheirShortestDecimalAndCurrencyAsTenThousandths) {
     EXPECT_TRUE(std::isinf(singleAsDouble(std::numeric_limits<float>::infinity())));
     EXPECT_EQ(currencyAsDouble(12345678), 1234.5678);
     EXPECT_EQ(currencyAsDouble(-1), -0.0001);
-}
-
-// Names are quoted whatever they hold, and only text columns compare without regard to case.
-TEST(CopiedTableSql, DeclaresTypesAndCaseBlindText) {
-    testsupport::TempDir dir;
-    const QString file = dir.file("copy.sqlite");
-    const QString table = QStringLiteral("Track Rating");
-    const QList<ColumnSpec> columns{{"Title", "TEXT(50)", true},
-                                    {"Index", "SMALLINT", false},
-                                    {"Say \"hi\"", "LONGTEXT", true}};
-    testsupport::execRaw(file, createTableSql(table, columns));
-    testsupport::execRaw(file, insertSql(table, columns).replace("?", "'x'"));
-    EXPECT_EQ(sqliteRows(file, "SELECT name, type FROM pragma_table_info('Track Rating')"),
-              (QList<QVariantList>{
-                  {"Title", "TEXT(50)"}, {"Index", "SMALLINT"}, {"Say \"hi\"", "LONGTEXT"}}));
-    EXPECT_EQ(sqliteRows(file,
-                         "SELECT Title = 'X', \"Index\" = 'X', \"Say \"\"hi\"\"\" = 'X' "
-                         "FROM \"Track Rating\""),
-              (QList<QVariantList>{{1, 0, 1}}));
 }
 
 TEST(JetHeader, RecognisesJetAndAceFilesOnly) {
