@@ -142,13 +142,9 @@ TEST_P(CopiedTables, ListTheUserTablesAndNameAMissingOneWithoutWritingAnything) 
           {table("Album", {{"Title", Type::Text}}), table("Künstler", {{"Name", Type::Text}})});
     EXPECT_TRUE(reader.canRead(album));
     EXPECT_EQ(reader.tableNames(album), (QStringList{"Album", "Künstler"}));
+    const auto copyBoth = [&] { reader.copyTables(album, {"Album", "TrackRating"}, out); };
     QString description;
-    EXPECT_EQ(errorNumber(
-                  [&] {
-                      reader.copyTables(album, {"Album", "TrackRating"}, out);
-                  },
-                  &description),
-              engine::jet::kObjectNotFound);
+    EXPECT_EQ(errorNumber(copyBoth, &description), engine::jet::kObjectNotFound);
     EXPECT_TRUE(description.contains("'TrackRating'")) << description.toStdString();
     EXPECT_FALSE(QFile::exists(out));
 }
@@ -170,8 +166,7 @@ TEST_P(CopiedTables, DamagedFilesFailOnlyAsAnUnrecognizedFormat) {
         for (int i = 0; i < 300; ++i)
             bad[pageSize + random.bounded(int(good.size()) - pageSize)] = char(random.bounded(256));
         QFile file(album);
-        file.open(QIODevice::WriteOnly);
-        file.write(bad);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bad) == bad.size());
         file.close();
         QFile::remove(out);
         const int error = errorNumber([&] { reader.copyTables(album, {"Künstler"}, out); });

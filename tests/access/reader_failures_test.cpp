@@ -1,10 +1,16 @@
+// The reading program's ends and failures as the engine sees them: foreign files, and programs
+// that fail, crash, hang or outlive a killed parent.
 #include "access/access_reader.h"
+#include "access/reader_process.h"
+
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 #include <QFile>
 #include <QRandomGenerator>
 
-#include "access/fake_program.h"
 #include "engine/jet_error.h"
 #include "support/databases.h"
 #include "support/jet_errors.h"
@@ -13,12 +19,14 @@
 
 using namespace accessfile;
 using namespace std::chrono_literals;
+using End = ProcessOutcome::End;
 using testsupport::errorNumber;
 using testsupport::fileBytes;
 
 namespace {
 
 const QString kProgram = testsupport::programPath("mixorama-mdbread");
+const ProcessLimits kShortLimits{300ms, 3s};
 
 QByteArray randomBytes(qsizetype size, quint32 seed) {
     QRandomGenerator random(seed);
@@ -39,6 +47,13 @@ void writeFile(const QString& path, const QByteArray& bytes) {
     QFile file(path);
     file.open(QIODevice::WriteOnly);
     file.write(bytes);
+}
+
+// A shell script standing in for the reading program, to drive the ways a program can end.
+QString writeFakeProgram(const QString& path, const QByteArray& body) {
+    writeFile(path, "#!/bin/sh\n" + body + "\n");
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return path;
 }
 
 }  // namespace
@@ -105,9 +120,7 @@ TEST(AccessReader, TurnsEachEndOfTheProgramIntoTheEnginesError) {
         SCOPED_TRACE(script.constData());
         const QString program = writeFakeProgram(dir.file(QString::number(++run)), script);
         AccessTableReader reader(program, {500ms, 5s});
-        const auto copy = [&] {
-            reader.copyTables(album, {"Album", "TrackRating"}, dir.file("o"));
-        };
+        const auto copy = [&] { reader.copyTables(album, {"Album"}, dir.file("o")); };
         QString description;
         EXPECT_EQ(errorNumber(copy, &description), number);
         EXPECT_TRUE(description.contains(part)) << description.toStdString();
@@ -124,4 +137,61 @@ TEST(AccessReader, IsTheEnginesReaderAndRunsTheProgramTheEnvironmentNames) {
     EXPECT_EQ(readerProgramPath(), QStringLiteral("/somewhere/reader"));
     qunsetenv("MIXORAMA_MDBREAD");
     EXPECT_TRUE(readerProgramPath().endsWith(QStringLiteral("/mixorama-mdbread")));
+}
+
+TEST(ReaderProcess, TellsCrashesAndStopsFromExits) {
+    testsupport::TempDir dir;
+    const struct {
+        const char* script;
+        ProcessLimits limits;
+        End end;
+    } cases[] = {
+        {"exit 3", kShortLimits, End::Exited},
+        {"kill -SEGV $$", kShortLimits, End::Crashed},
+        {"exec sleep 60", kShortLimits, End::Stopped},  // silent past the quiet limit
+        {"while true; do echo progress; sleep 0.05; done", {1s, 1500ms}, End::Stopped},  // total
+        {"exec >&- ; exec sleep 60", kShortLimits, End::Stopped},  // its output closed
+    };
+    int run = 0;
+    for (const auto& [script, limits, end] : cases) {
+        const QString program = writeFakeProgram(dir.file(QString::number(++run)), script);
+        EXPECT_EQ(runWithLimits(program, {}, limits).end, end) << script;
+    }
+    const ProcessOutcome missing = runWithLimits(dir.file("none"), {}, kShortLimits);
+    EXPECT_EQ(missing.end, End::NotStarted);
+    EXPECT_FALSE(missing.errors.isEmpty());
+}
+
+// A reader outliving a killed program would go on writing a scratch copy that the next start
+// has already cleaned away.
+TEST(ReaderProcess, TheReaderEndsWithAKilledProgram) {
+    testsupport::TempDir dir;
+    const QString pidFile = dir.file("reader.pid");
+    const QString program =
+        writeFakeProgram(dir.file("p"), "echo $$ > '" + pidFile.toUtf8() + "'; exec sleep 60");
+    const pid_t starter = fork();
+    ASSERT_GE(starter, 0);
+    if (starter == 0) {  // the program, which starts the reader and is killed while it runs
+        runWithLimits(program, {}, {60s, 60s});
+        _exit(0);
+    }
+    QFile pid(pidFile);
+    for (int i = 0; i < 200 && pid.size() == 0; ++i) {
+        usleep(20000);
+    }
+    ASSERT_TRUE(pid.open(QIODevice::ReadOnly)) << "the reader did not start";
+    const pid_t reader = pid.readAll().trimmed().toInt();
+    ASSERT_GT(reader, 0);
+    kill(starter, SIGKILL);
+    waitpid(starter, nullptr, 0);
+    bool ended = false;
+    for (int i = 0; i < 250 && !ended; ++i) {
+        QFile stat(QStringLiteral("/proc/%1/stat").arg(reader));
+        ended = !stat.open(QIODevice::ReadOnly) || stat.readAll().contains(") Z ");  // or a zombie
+        usleep(20000);
+    }
+    if (!ended) {
+        kill(reader, SIGKILL);
+    }
+    EXPECT_TRUE(ended) << "the reader outlived the program that started it";
 }
