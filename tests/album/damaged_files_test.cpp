@@ -1,30 +1,23 @@
 #include <QFile>
 #include <QRegularExpression>
-#include <functional>
 
 #include "album/album_fixture.h"
-#include "support/databases.h"
 #include "support/old_compilations.h"
 
 namespace albumtest {
 namespace {
 
-void writeBytes(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(bytes);
-}
-
-// A good album file of a few albums, read back as bytes to be damaged.
+// The bytes of a good album file of a few albums, written at path, to be damaged.
 QByteArray albumFileBytes(const QString& path) {
     albumgen::writeAlbumDatabase(path, {12, 1});
     return testsupport::fileBytes(path);
 }
 
+// A file an album database was expected in: its bytes, made with the help of a scratch file.
 struct Damage {
     const char* name;
-    std::function<void(const QString& path)> make;
-    bool structureMessage;  // the file is a database, just not an album database
+    QByteArray (*bytes)(const QString& scratch);
+    bool structureMessage;  // a database, just not an album database
 };
 
 void PrintTo(const Damage& damage, std::ostream* out) {
@@ -33,36 +26,32 @@ void PrintTo(const Damage& damage, std::ostream* out) {
 
 const Damage kDamages[] = {
     {"SqliteFileWithOtherTables",
-     [](const QString& path) {
-         testsupport::execRaw(path,
-                              "CREATE TABLE Recipe (Name TEXT); "
-                              "INSERT INTO Recipe VALUES ('Soup')");
+     [](const QString& scratch) {
+         testsupport::execRaw(scratch, "CREATE TABLE Recipe (Name TEXT)");
+         return testsupport::fileBytes(scratch);
      },
      true},
-    {"CompilationDatabase", testsupport::createCompilationDatabase, true},
     {"AccessFileWithoutTheTracksPerformerLinks",
-     [](const QString& path) {
+     [](const QString& scratch) {
          std::vector<jet4::Table> tables;
          for (const albumgen::TableRows& rows : albumgen::tableRows(albumgen::generate({3, 1}))) {
              if (rows.name != "ArtistTrackLink")
                  tables.emplace_back(rows.name, rows.columns);
          }
-         jet4::writeDatabase(path, tables);
+         jet4::writeDatabase(scratch, tables);
+         return testsupport::fileBytes(scratch);
      },
      true},
-    {"TextFile", [](const QString& path) { writeBytes(path, "Albums I own:\nBookends\n"); }, false},
     {"AccessFileCutInHalfAtAPageEnd",
-     [](const QString& path) {
-         const QByteArray whole = albumFileBytes(path);
-         writeBytes(path, whole.left(whole.size() / 2));
+     [](const QString& scratch) {
+         const QByteArray whole = albumFileBytes(scratch);
+         return whole.left(whole.size() / 2);
      },
      false},
+    // Pages 1 to 3 hold the catalogue and the first table definitions; the header stays.
     {"AccessFileWithPagesOverwritten",
-     [](const QString& path) {
-         // Pages 1 to 3 hold the catalogue and the first table definitions; the header stays.
-         QByteArray bytes = albumFileBytes(path);
-         bytes.replace(4096, 3 * 4096, QByteArray(3 * 4096, char(0xA5)));
-         writeBytes(path, bytes);
+     [](const QString& scratch) {
+         return albumFileBytes(scratch).replace(4096, 3 * 4096, QByteArray(3 * 4096, '\xA5'));
      },
      false},
 };
@@ -71,7 +60,10 @@ class DamagedAlbumFile : public AlbumFileTest, public ::testing::WithParamInterf
 
 TEST_P(DamagedAlbumFile, GivesAMessageAndLeavesTheCompilationsWhole) {
     const QString damaged = dir.file("damaged.mdb");
-    GetParam().make(damaged);
+    QFile file(damaged);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(GetParam().bytes(dir.file("scratch")));
+    file.close();
     editor.getTracksEnabled = true;
     connect(damaged);
     ASSERT_EQ(dialogs.messages().size(), 1u);
