@@ -10,7 +10,6 @@
 #include "access/access_reader.h"
 #include "albumgen/albumgen.h"
 #include "engine/database.h"
-#include "engine/recordset.h"
 #include "engine/workspace.h"
 #include "platform/scripted_dialogs.h"
 #include "store/album_source.h"
@@ -24,9 +23,8 @@ inline void PrintTo(const QString& text, std::ostream* out) {
 
 namespace albumtest {
 
-// A row of TempSource as cell texts in the order of kSourceColumns: "<null>" for Null, yes or no
-// for Live, else the value's text.
-using SourceRow = QStringList;
+// A row of TempSource is compared as the texts of its cells joined by '|': "<null>" for Null, yes
+// or no for Live, else the value's text.
 inline const QString kNull = QStringLiteral("<null>");
 // TempSource's columns in the order they stand in when the album database has ratings.
 inline const QStringList kSourceColumns{
@@ -37,8 +35,9 @@ inline const QStringList kSourceColumns{
 
 // The rows TempSource must hold for a collection, worked out from it directly: one per track
 // performer per album performer, a rating or location the collection does not hold as Null, an
-// empty version as Null and the recording year from the trimmed date text. Sorted.
-inline QList<SourceRow> expectedSourceRows(const albumgen::Collection& c) {
+// empty version as Null and the recording year from the trimmed date text. In kSourceColumns,
+// sorted.
+inline QStringList expectedSourceRows(const albumgen::Collection& c) {
     QHash<qint32, QString> artists, ratings, locations;
     for (const albumgen::Artist& artist : c.artists)
         artists.insert(artist.id, artist.name);
@@ -57,7 +56,7 @@ inline QList<SourceRow> expectedSourceRows(const albumgen::Collection& c) {
         }
         return linked;
     };
-    QList<SourceRow> rows;
+    QStringList rows;
     for (const albumgen::Track& t : c.tracks) {
         const QString year = t.recordedStart.trimmed().left(4);
         for (const albumgen::Album& a : c.albums) {
@@ -65,13 +64,14 @@ inline QList<SourceRow> expectedSourceRows(const albumgen::Collection& c) {
                 continue;
             for (qint32 performer : performers(c.artistTrackLinks, t.id))
                 for (qint32 albumPerformer : performers(c.artistAlbumLinks, a.id))
-                    rows.append(SourceRow{
+                    rows.append(QStringList{
                         t.artistSort, artists[performer], t.title, number(t.item), number(t.index),
                         number(t.length), orNull(t.version), t.live ? "yes" : "no", t.recordedStart,
                         a.title, artists[albumPerformer], a.artistSort, number(t.id),
                         number(t.albumId), orNull(ratings.value(t.ratingId.value_or(0))),
                         orNull(locations.value(a.locationId.value_or(0))), number(performer),
-                        number(t.id), year.isEmpty() ? kNull : number(year.toInt())});
+                        number(t.id), year.isEmpty() ? kNull : number(year.toInt())}
+                                    .join('|'));
         }
     }
     std::sort(rows.begin(), rows.end());
@@ -103,26 +103,18 @@ class AlbumFileTest : public ::testing::Test {
         connect(albumPath);
         store::buildTempSource(database, state);
     }
-    // TempSource in its own row order.
-    QList<SourceRow> sourceRows() {
-        engine::Recordset table =
-            database.openRecordset("TempSource", engine::RecordsetType::Snapshot);
-        QList<SourceRow> rows;
-        for (int r = 0; r < table.recordCount(); ++r) {
-            const QVector<QVariant> values = table.rowAt(r);
-            SourceRow row;
-            for (const QString& column : kSourceColumns) {
-                const QVariant value = values.value(table.fieldIndex(column));
-                if (value.isNull())
-                    row << kNull;
-                else if (column == "Live")
-                    row << (value.toBool() ? "yes" : "no");
-                else
-                    row << value.toString();
-            }
-            rows.append(row);
+    // TempSource's rows, in the given columns and order (its own without one).
+    QStringList sourceRows(const QStringList& columns = kSourceColumns,
+                           const QString& order = "rowid") {
+        QStringList cells;
+        for (const QString& column : columns) {
+            cells << (column == "Live" ? QString("iif(Live, 'yes', 'no')")
+                                       : "ifnull([" + column + "], '" + kNull + "')");
         }
-        return rows;
+        return query("SELECT group_concat(row, char(10)) FROM (SELECT " +
+                     cells.join(" || '|' || ") + " AS row FROM TempSource AS s ORDER BY " + order +
+                     ")")
+            .split('\n');
     }
     QString query(const QString& sql) { return testsupport::queryOnConnection(database, sql); }
 
