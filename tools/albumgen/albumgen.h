@@ -86,7 +86,9 @@ struct TableRows {
 };
 std::vector<TableRows> tableRows(const Collection& collection);
 
-// Throws std::runtime_error when the file cannot be written.
+// Write the generated collection, or any other, as a Jet 4 file. Throw std::runtime_error when
+// the file cannot be written.
 void writeAlbumDatabase(const QString& path, const Options& options);
+void writeCollection(const QString& path, const Collection& collection);
 
 }  // namespace albumgen

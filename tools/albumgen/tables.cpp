@@ -116,7 +116,10 @@ std::vector<TableRows> tableRows(const Collection& collection) {
 }
 
 void writeAlbumDatabase(const QString& path, const Options& options) {
-    const Collection collection = generate(options);
+    writeCollection(path, generate(options));
+}
+
+void writeCollection(const QString& path, const Collection& collection) {
     std::vector<jet4::Table> tables;
     for (const TableSource& source : sources(collection)) {
         jet4::Table table(source.name, source.columns);
