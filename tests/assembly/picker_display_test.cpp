@@ -40,11 +40,4 @@ TEST(PickerDisplay, ThePositionShowsTheRowNumberAndThePassedCount) {
     EXPECT_EQ(sourcePositionText(137000, 137001), "137001 137001");
 }
 
-TEST(PickerDisplay, ThePositionDisplayIsGreenOnFewColoursElseGrey) {
-    EXPECT_EQ(positionDisplayColour(256), 0x008000u);
-    EXPECT_EQ(positionDisplayColour(16), 0x008000u);
-    EXPECT_EQ(positionDisplayColour(257), 0x404040u);
-    EXPECT_EQ(positionDisplayColour(qint64(1) << 24), 0x404040u);
-}
-
 }  // namespace

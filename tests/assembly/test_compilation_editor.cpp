@@ -46,7 +46,7 @@ class Editor : public ::testing::Test {
 TEST_F(Editor, EditShowsTheStoredValuesAndNullsLeaveControlsAlone) {
     CompilationEditor editor(database);
     editor.values.notes = "kept";
-    editor.loadEditor(assembly::editorMode("EDIT"), 3);
+    editor.loadEditor(EditorMode::Edit, 3);
     EXPECT_EQ(editor.values.name, "Stored");
     EXPECT_EQ(editor.values.notes, "kept");
     EXPECT_EQ(editor.values.storage, "B1");
@@ -58,23 +58,23 @@ TEST_F(Editor, EditShowsTheStoredValuesAndNullsLeaveControlsAlone) {
     EXPECT_TRUE(editor.isSaved());
     EXPECT_FALSE(editor.isNew());
     EXPECT_FALSE(editor.getTracksEnabled());
-    EXPECT_EQ(editor.existTrack(), 2);
+    EXPECT_EQ(editor.storedContent(), assembly::StoredContent::Tracks);
 
     CompilationEditor bare(database);
     bare.loadEditor(EditorMode::Edit, 4);
     EXPECT_EQ(bare.values.dateText, "__.__.__");
-    EXPECT_EQ(bare.existTrack(), 1);
+    EXPECT_EQ(bare.storedContent(), assembly::StoredContent::NoTracks);
 }
 
 TEST_F(Editor, AddStartsEmptyWithTodayAndStoresNothingBeforeUpdate) {
     CompilationEditor editor(database);
     editor.values.name = "left over";
-    editor.loadEditor(assembly::editorMode("Add"), 3, QDate(2024, 3, 5));
+    editor.loadEditor(EditorMode::Add, 3, QDate(2024, 3, 5));
     EXPECT_EQ(editor.values.name, "");
     EXPECT_EQ(editor.values.dateText, "05.03.24");
     EXPECT_TRUE(editor.isNew());
     EXPECT_FALSE(editor.isSaved());
-    EXPECT_EQ(editor.existTrack(), 0);
+    EXPECT_EQ(editor.storedContent(), assembly::StoredContent::NoRow);
     EXPECT_EQ(count(), "2");
 }
 
@@ -137,6 +137,43 @@ TEST_F(Editor, UpdateWritesTheLongestTextsNullsAndTheEmptyCover) {
     EXPECT_EQ(stored[0][7].toString(), "text");
 }
 
+// Values set past the editor's boxes (the command line): the longest are stored, one more is
+// refused with its message and stores nothing.
+TEST_F(Editor, TheLongestValuesAreStoredAndOneMoreIsRefused) {
+    const struct {
+        int nameLength;
+        int storageLength;
+        QString length;
+        UpdateResult result;
+    } cases[] = {
+        {80, 50, "1", UpdateResult::Saved},
+        {81, 0, "74", UpdateResult::NameTooLong},
+        {20, 51, "74", UpdateResult::StorageTooLong},
+        {21, 0, "0", UpdateResult::LengthNotMinutes},
+        {22, 0, "1.5", UpdateResult::LengthNotMinutes},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(QString("name %1, storage %2, length %3")
+                         .arg(c.nameLength)
+                         .arg(c.storageLength)
+                         .arg(c.length)
+                         .toStdString());
+        CompilationEditor editor(database);
+        editor.loadEditor(EditorMode::Add, std::nullopt);
+        fill(editor, QString(c.nameLength, 'n'));
+        editor.values.storage = QString(c.storageLength, 's');
+        editor.values.length = c.length;
+        const QString before = count();
+        EXPECT_EQ(editor.updateCompilation(dialogs).result, c.result);
+        if (c.result == UpdateResult::Saved) {
+            EXPECT_EQ(count().toInt(), before.toInt() + 1);
+        } else {
+            EXPECT_EQ(count(), before);
+            EXPECT_EQ(dialogs.lastMessageText(), assembly::updateFailureMessage(c.result));
+        }
+    }
+}
+
 TEST_F(Editor, ASecondUpdateEditsTheSameRow) {
     CompilationEditor editor(database);
     editor.loadEditor(EditorMode::Add, std::nullopt);
@@ -168,21 +205,24 @@ TEST_F(Editor, EditingKeepsTheSumsAndAFailedEditChangesNothing) {
 }
 
 TEST_F(Editor, CoverControlsFollowTracksFormatAndText) {
-    const auto noTracks = assembly::coverControls(1, "MD", false, false);
+    const auto noTracks =
+        assembly::coverControls(assembly::StoredContent::NoTracks, "MD", false, false);
     EXPECT_FALSE(noTracks.getEnabled[0] || noTracks.getEnabled[1] || noTracks.getEnabled[2]);
     EXPECT_FALSE(noTracks.sortEnabled);
     EXPECT_TRUE(noTracks.fontEnabled && noTracks.copyEnabled);
 
-    const auto cdRom = assembly::coverControls(2, "Cd-Rom", false, false);
+    const auto cdRom =
+        assembly::coverControls(assembly::StoredContent::Tracks, "Cd-Rom", false, false);
     EXPECT_FALSE(cdRom.getEnabled[0] || cdRom.getEnabled[1] || cdRom.sortEnabled);
     EXPECT_TRUE(cdRom.getEnabled[2]);
 
-    const auto md = assembly::coverControls(2, "MD", true, false);
+    const auto md = assembly::coverControls(assembly::StoredContent::Tracks, "MD", true, false);
     EXPECT_TRUE(md.getEnabled[0] && md.getEnabled[1] && md.getEnabled[2] && md.sortEnabled);
     EXPECT_TRUE(md.chooseTimeOrder);
     EXPECT_TRUE(md.resetCover);
     EXPECT_FALSE(md.fontEnabled || md.copyEnabled);
-    EXPECT_FALSE(assembly::coverControls(2, "MD", false, true).chooseTimeOrder);
+    EXPECT_FALSE(assembly::coverControls(assembly::StoredContent::Tracks, "MD", false, true)
+                     .chooseTimeOrder);
 }
 
 TEST_F(Editor, ValueListsAndANewManufacturer) {

@@ -62,6 +62,16 @@ TEST(CoverText, TimeOrderPutsTheLongestFirstButNeverReordersSongs) {
               "1. Adams: Morning  2. Baker: Night Train\n");
 }
 
+// Performers of equal time come in the reverse of the statement's order.
+TEST(CoverText, TimeOrderPutsEqualTimesInTheReverseOfTheStatementsOrder) {
+    const std::vector<CoverRow> rows = {{"Adams", "", 100, ""},
+                                        {"Baker", "", 200, ""},
+                                        {"Carter", "", 100, ""},
+                                        {"Dale", "", 100, ""}};
+    EXPECT_EQ(composeCoverText(CoverMode::Performer, rows, "MD", true).text,
+              "Baker / Dale / Carter / Adams \n");
+}
+
 TEST(CoverText, TimesLeaveOutTheHours) {
     EXPECT_EQ(assembly::coverTimeText(205), "3:25");
     EXPECT_EQ(assembly::coverTimeText(3725), "2:05");

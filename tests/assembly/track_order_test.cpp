@@ -135,6 +135,35 @@ TEST_F(TrackOrderTest, DroppingATrackOnItselfOrOutsideTheTracksChangesNothing) {
     EXPECT_EQ(tracksOf(1), "1:A 2:B 3:C");
 }
 
+// The refusal names the number that was asked for, whichever of the two it is.
+TEST_F(TrackOrderTest, AMoveOutOfTheTracksSaysWhichNumberIsNotThere) {
+    fill({"A", "B", "C"}, {});
+    const struct {
+        int from;
+        int to;
+        QString message;  // empty: the move is made
+    } cases[] = {
+        {0, 2, "There is no track 0 on this compilation."},
+        {2, 4, "There is no track 4 on this compilation."},
+        {4, 1, "There is no track 4 on this compilation."},
+        {1, 0, "There is no track 0 on this compilation."},
+        {3, 1, ""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(QString("%1 -> %2").arg(c.from).arg(c.to).toStdString());
+        QString message;
+        try {
+            move(c.from, c.to);
+        } catch (const engine::JetError& error) {
+            EXPECT_EQ(error.number(), engine::jet::kNoCurrentRecord);
+            message = error.description();
+        }
+        EXPECT_EQ(message, c.message);
+    }
+    closeDatabase();
+    EXPECT_EQ(tracksOf(1), "1:C 2:A 3:B");
+}
+
 // An earlier version's file: tracks 2, 3, 5, 7, no track 1. The move numbers them 1 to 4 in
 // their running order and moves the tracks that carried the numbers given.
 TEST_F(TrackOrderTest, DroppingOnNumbersWithGapsNumbersTheTracksFirst) {

@@ -12,13 +12,13 @@ namespace {
 
 TEST(CoverChoice, MdAndCdRomInAnyLetterCaseHaveACover) {
     for (const char* md : {"MD", "Md", "md", "mD"}) {
-        EXPECT_EQ(reports::coverKindOf(md), reports::CoverKind::Md) << md;
+        EXPECT_EQ(store::coverKindOf(md), store::CoverKind::Md) << md;
     }
     for (const char* cd : {"CD-ROM", "cd-rom", "Cd-Rom"}) {
-        EXPECT_EQ(reports::coverKindOf(cd), reports::CoverKind::CdRom) << cd;
+        EXPECT_EQ(store::coverKindOf(cd), store::CoverKind::CdRom) << cd;
     }
     for (const char* other : {"Cassette", "CD", "CDROM", " MD", ""}) {
-        EXPECT_EQ(reports::coverKindOf(other), std::nullopt) << other;
+        EXPECT_EQ(store::coverKindOf(other), std::nullopt) << other;
     }
 }
 
@@ -34,7 +34,7 @@ TEST(CoverSource, IsTheCompilationStatementNarrowedToOneId) {
     QString expected = store::standardStatement(QStringLiteral("compilation"));
     expected.replace(QStringLiteral("ORDER BY"),
                      QStringLiteral("WHERE    Compilation.CompilationID_P = 42 ORDER BY"));
-    EXPECT_EQ(reports::coverSourceStatement(42), expected);
+    EXPECT_EQ(store::compilationRowStatement(42) + " ORDER BY Compilation.Name", expected);
 }
 
 TEST(CoverSource, ThePlayTimeHasHoursWithoutALeadingZero) {

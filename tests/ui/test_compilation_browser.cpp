@@ -82,10 +82,10 @@ TEST_F(BrowserWindow, EditAndADoubleClickOnTheNameOpenTheEditorOnItsCompilation)
     ASSERT_NE(browser, nullptr);
     QSignalSpy edits(browser, &ui::CompilationBrowserWindow::editRequested);
     browserButton(browser, "btnEdit")->click();
-    EXPECT_EQ(browser->property("tag").toString(), "EDIT");
     EXPECT_EQ(browser->compilationId(), 4);
     QPointer<ui::EditCompilationWindow> editor = browser->findChild<ui::EditCompilationWindow*>();
     ASSERT_FALSE(editor.isNull());
+    EXPECT_EQ(editor->mode(), assembly::EditorMode::Edit);
     EXPECT_EQ(editor->findChild<QLineEdit*>("txtCompilationName")->text(), "Full");
     EXPECT_FALSE(browser->isVisible()) << "the editor hides its opener";
     editor->close();

@@ -5,6 +5,7 @@
 #include <array>
 #include <optional>
 
+#include "assembly/compilation_editor.h"
 #include "shell/database_commands.h"
 #include "shell/print_command.h"
 #include "shell/session.h"
@@ -82,7 +83,7 @@ class OverviewWindow : public QMainWindow, private shell::CommandFeedback {
     void closeDatabase();
     void compactDatabase();
     void deleteCompilation();
-    void openEditor(const QString& mode);
+    void openEditor(assembly::EditorMode mode);
     void showHelp();
     void print();
     std::optional<shell::CurrentCompilation> currentCompilation();
