@@ -137,15 +137,4 @@ TEST(CoverControls, FollowTracksFormatAndText) {
     EXPECT_EQ(shown(StoredContent::Tracks, "MD", false, true), "11110110");
 }
 
-TEST_F(Editor, ANewManufacturerIsAddedWhenTheUserSaysYes) {
-    for (const auto answer : {platform::MessageAnswer::No, platform::MessageAnswer::Yes}) {
-        dialogs.answerMessage(answer);
-        EXPECT_EQ(assembly::offerManufacturer(database, dialogs, "O'Brand"),
-                  answer == platform::MessageAnswer::Yes);
-        EXPECT_EQ(dialogs.lastMessageText(), assembly::manufacturerQuestion("O'Brand"));
-        EXPECT_EQ(assembly::isListedManufacturer(database, "o'brand"),
-                  answer == platform::MessageAnswer::Yes);
-    }
-}
-
 }  // namespace

@@ -60,15 +60,6 @@ TEST(CoverText, EachModeAndFormatHasItsSeparatorsBoldAndOrder) {
     }
 }
 
-TEST(CoverText, AfterThreeHundredEntriesTheTextGoesOnWithoutBold) {
-    std::vector<CoverRow> rows(302, {"P", "T", 60, "1"});
-    rows[299].performer = "Last";
-    const ComposedCover cover = composeCoverText(kPs, rows, "MD", false);
-    ASSERT_EQ(cover.bold.size(), 300);
-    EXPECT_EQ(cover.text.mid(cover.bold.last().start, cover.bold.last().length), "Last: ");
-    EXPECT_EQ(cover.text.count(": T"), 302);
-}
-
 // Performers group by their sort names: "Zed" (sort "Abel") before "Adams"; a Null performer
 // or title reads as empty.
 TEST_F(PickerTest, CoverDataGroupsBySortNamesAndReplacesTheStoredText) {

@@ -99,30 +99,6 @@ PageModel twoPageList(const PageSetup& setup) {
         table({"Title"}, {{"Dancing Queen   3:52"}, {"Waterloo   2:42"}, {"Yesterday   2:05"}}));
 }
 
-// The PDF gives sizes in whole points; landscape paper turns the page.
-TEST(PdfExport, PagesHaveThePaperSizeAndTheirTextCanBeFound) {
-    const testsupport::TempDir dir;
-    PageSetup landscape = PageSetup::a4();
-    landscape.orientation = QPageLayout::Landscape;
-    const std::tuple<PageSetup, QSizeF, QString> papers[] = {
-        {PageSetup::a4(), {595, 842}, "A4"},
-        {PageSetup::letter(), {612, 792}, "letter"},
-        {landscape, {842, 595}, "A4"}};
-    for (const auto& [setup, points, name] : papers) {
-        const QString path = dir.file("list.pdf");
-        const PageModel model = twoPageList(setup);
-        exportPdf(model, path, "All Tracks");
-        EXPECT_EQ(pdfPageSize(path), std::pair(points, name));
-        const QString text = runProgram("pdftotext", {path, "-"});
-        for (const char* expected :
-             {"Dancing Queen", "3:52", "Yesterday", "Page 1 of", "Page 2 of"}) {
-            EXPECT_TRUE(text.contains(expected)) << expected << " in\n" << text.toStdString();
-        }
-        EXPECT_EQ(text.count("All Tracks"), model.pages.size());
-    }
-    EXPECT_TRUE(runProgram("pdfinfo", {dir.file("list.pdf")}).contains("All Tracks"));
-}
-
 // A PDF written before, which a failed export must leave as it was.
 QString earlierExport(const testsupport::TempDir& dir) {
     const QString path = dir.file("TracksByPerformer.PDF");

@@ -43,9 +43,8 @@ TEST(RtfRoundTrip, SpecialCharactersAndCodePage) {
     expectRoundTrip(QTextDocument());
 }
 
-// Documents built at random from the formats the covers use (fonts, sizes, bold, italic,
-// underline, strike-out, colours, alignments, indents, tab stops, empty paragraphs, any
-// characters) survive a write and a read.
+// Documents built at random from the covers' formats, colours, paragraph formats, empty
+// paragraphs and characters survive a write and a read.
 TEST(RtfRoundTrip, RandomDocuments) {
     const QStringList families = {"Arial", "Times New Roman", "Courier New", "Liberation Sans"};
     const std::vector<double> sizes = {6, 8, 9, 10, 10.5, 12, 14, 20};
