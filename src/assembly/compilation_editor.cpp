@@ -13,14 +13,6 @@ namespace assembly {
 
 namespace {
 
-// The columns and aliases of the compilation list, for the one row of an id. The id 0 is never
-// given to a row, so it opens an empty set to add to.
-QString editorRowStatement(qint64 id) {
-    QString statement = store::standardStatement(QStringLiteral("compilation"));
-    statement.truncate(statement.indexOf(QLatin1String("ORDER BY")));
-    return statement + QStringLiteral("WHERE Compilation.CompilationID_P = ") + QString::number(id);
-}
-
 bool isNull(const QVariant& value) {
     return !value.isValid() || value.isNull();
 }
@@ -43,10 +35,6 @@ QString firstColumn(engine::Database& database, const QString& statement) {
 }
 
 }  // namespace
-
-EditorMode editorMode(const QString& openerTag) {
-    return openerTag.toLower() == QLatin1String("edit") ? EditorMode::Edit : EditorMode::Add;
-}
 
 QString updateFailureMessage(UpdateResult result) {
     switch (result) {
@@ -74,13 +62,13 @@ QString updateFailureMessage(UpdateResult result) {
     }
 }
 
-CoverControls coverControls(int existTrack, const QString& format, bool coverTextEmpty,
+CoverControls coverControls(StoredContent stored, const QString& format, bool coverTextEmpty,
                             bool performerAlbumOrderChosen) {
     CoverControls controls;
     controls.fontEnabled = true;
     controls.copyEnabled = true;
-    if (existTrack == 2) {
-        const bool cdRom = format.toLower() == QLatin1String("cd-rom");
+    if (stored == StoredContent::Tracks) {
+        const bool cdRom = store::isCdRomCover(format);
         controls.getEnabled[0] = !cdRom;
         controls.getEnabled[1] = !cdRom;
         controls.getEnabled[2] = true;
@@ -170,8 +158,8 @@ void CompilationEditor::loadEditor(EditorMode mode, std::optional<qint64> opener
 }
 
 void CompilationEditor::loadStoredValues(qint64 id) {
-    engine::Recordset row =
-        database_.openRecordset(editorRowStatement(id), engine::RecordsetType::Snapshot);
+    engine::Recordset row = database_.openRecordset(store::compilationRowStatement(id),
+                                                    engine::RecordsetType::Snapshot);
     if (row.eof()) {
         return;  // a compilation deleted meanwhile: the controls keep their values
     }
@@ -221,8 +209,8 @@ UpdateOutcome CompilationEditor::updateCompilation(platform::Dialogs& dialogs) {
 // the transaction then leaves the file as it was.
 UpdateResult CompilationEditor::writeValues(platform::Dialogs& dialogs) {
     engine::ScopedTransaction transaction(database_);
-    engine::Recordset row =
-        database_.openRecordset(editorRowStatement(isNew_ ? 0 : compilationId_.value_or(0)));
+    engine::Recordset row = database_.openRecordset(
+        store::compilationRowStatement(isNew_ ? 0 : compilationId_.value_or(0)));
     if (isNew_) {
         row.addNew();
     } else {
@@ -285,9 +273,9 @@ void CompilationEditor::fieldEdited() {
     connection_.getTracksEnabled = false;
 }
 
-int CompilationEditor::existTrack() const {
+StoredContent CompilationEditor::storedContent() const {
     if (!compilationId_ || *compilationId_ < 1) {
-        return 0;
+        return StoredContent::NoRow;
     }
     engine::Database database = database_;
     engine::Recordset row = database.openRecordset(
@@ -295,9 +283,9 @@ int CompilationEditor::existTrack() const {
             QString::number(*compilationId_),
         engine::RecordsetType::Snapshot);
     if (row.eof()) {
-        return 0;
+        return StoredContent::NoRow;
     }
-    return row.value(0).toInt() >= 1 ? 2 : 1;
+    return contentOfTracks(row.value(0).toInt());
 }
 
 }  // namespace assembly

@@ -29,9 +29,8 @@ struct EditorValues {
     QString cover;                      // the stored RTF, or "" when the box shows no text
 };
 
+// The editor edits its opener's current compilation or adds a new one.
 enum class EditorMode { Edit, Add };
-// The opener's tag, compared lower-cased: "edit" edits, anything else adds.
-EditorMode editorMode(const QString& openerTag);
 
 // The longest texts the name and storage columns take; the editor's boxes take no more.
 inline constexpr int kNameLength = 80;
@@ -65,7 +64,14 @@ struct UpdateOutcome {
 // The message an Update failure shows; empty for Saved and Failed.
 QString updateFailureMessage(UpdateResult result);
 
-// Which cover controls are usable. existTrack: 0 no stored row, 1 no tracks, 2 tracks.
+// What is stored of the editor's compilation: no row yet (an "add" before its Update), a row
+// without tracks, or one with tracks.
+enum class StoredContent { NoRow, NoTracks, Tracks };
+inline StoredContent contentOfTracks(int trackCount) {
+    return trackCount >= 1 ? StoredContent::Tracks : StoredContent::NoTracks;
+}
+
+// Which cover controls are usable.
 struct CoverControls {
     bool getEnabled[3] = {false, false, false};  // Performer, Perf | Album, Perf | Song
     bool sortEnabled = false;                    // both order options
@@ -74,7 +80,7 @@ struct CoverControls {
     bool copyEnabled = false;
     bool resetCover = false;  // default font for the format and an empty rich text
 };
-CoverControls coverControls(int existTrack, const QString& format, bool coverTextEmpty,
+CoverControls coverControls(StoredContent stored, const QString& format, bool coverTextEmpty,
                             bool performerAlbumOrderChosen);
 
 enum class ValueList { Format, Length, Manufacturer };
@@ -108,9 +114,9 @@ class CompilationEditor {
     // A control changed: the shown values are no longer the stored ones.
     void fieldEdited();
 
-    int existTrack() const;
+    StoredContent storedContent() const;
     CoverControls setCoverControls(bool coverTextEmpty, bool performerAlbumOrderChosen) const {
-        return coverControls(existTrack(), values.format, coverTextEmpty,
+        return coverControls(storedContent(), values.format, coverTextEmpty,
                              performerAlbumOrderChosen);
     }
 

@@ -6,6 +6,7 @@
 #include "engine/recordset.h"
 #include "engine/transaction.h"
 #include "query/time_text.h"
+#include "store/compilation_queries.h"
 
 namespace assembly {
 
@@ -191,7 +192,7 @@ QString coverTimeText(double seconds) {
 
 ComposedCover composeCoverText(CoverMode mode, const std::vector<CoverRow>& rows,
                                const QString& format, bool byTime) {
-    const bool cdRom = format.toLower() == QLatin1String("cd-rom");
+    const bool cdRom = store::isCdRomCover(format);
     const Separators separators = separatorsFor(cdRom, mode);
     const bool timeOrder = byTime && mode != CoverMode::PerformerSong;
     const std::vector<CoverRow> ordered = timeOrder ? byDecreasingTime(rows) : rows;

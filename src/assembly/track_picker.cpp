@@ -179,10 +179,6 @@ quint32 timeColour(qint64 totalTime, int lengthMinutes, int trackCount) {
                                                                : kTimeFitsColour;
 }
 
-quint32 positionDisplayColour(qint64 colourCount) {
-    return colourCount <= 256 ? 32768u : 4210752u;
-}
-
 bool rearrangeEnabled(int trackCount) {
     return trackCount >= 2;
 }

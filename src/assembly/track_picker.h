@@ -91,9 +91,6 @@ inline constexpr quint32 kTimeFitsColour = 49152;   // green 0,192,0
 inline constexpr quint32 kTimeExceedsColour = 255;  // red
 quint32 timeColour(qint64 totalTime, int lengthMinutes, int trackCount);
 
-// The source position display's colour: green on screens of at most 256 colours, else grey.
-quint32 positionDisplayColour(qint64 colourCount);
-
 // Rearranging needs two tracks at least.
 bool rearrangeEnabled(int trackCount);
 

@@ -12,19 +12,19 @@
 namespace reports {
 
 report::PageModel buildCover(engine::Database& database, qint64 compilationId) {
-    const RecordsetRows compilation(database.openRecordset(coverSourceStatement(compilationId),
-                                                           engine::RecordsetType::Snapshot));
+    const RecordsetRows compilation(database.openRecordset(
+        store::compilationRowStatement(compilationId), engine::RecordsetType::Snapshot));
     if (compilation.rowCount() == 0) {
         throw report::ReportError(
             QStringLiteral("There is no compilation with the id %1.").arg(compilationId));
     }
     const QString format =
         compilation.value(0, compilation.fieldIndex(QStringLiteral("C_Format"))).toString();
-    const std::optional<CoverKind> kind = coverKindOf(format);
+    const std::optional<store::CoverKind> kind = store::coverKindOf(format);
     if (!kind) {
         throw report::ReportError(noCoverMessage(format));
     }
-    if (*kind == CoverKind::CdRom) {
+    if (*kind == store::CoverKind::CdRom) {
         return report::layoutReport(*cdromCoverShort(), compilation);
     }
     const auto tracks = std::make_shared<const RecordsetRows>(database.openRecordset(

@@ -8,24 +8,16 @@
 // What the covers print and which cover a compilation gets.
 namespace reports {
 
-enum class CoverKind { Md, CdRom };
-
-// The cover for a format (any letter case of "MD" and "CD-ROM"); none for other formats.
-std::optional<CoverKind> coverKindOf(const QString& format);
-
 // The message for a format without a cover.
 QString noCoverMessage(const QString& format);
 
-// Why a compilation gets no cover, in the words the print command shows; nothing when it gets
-// one. The format is checked before the track count.
 // The refusal for a compilation without tracks, shared by every print choice of one compilation.
 inline const QString kNoTracksOnCompilation =
     QStringLiteral("The selected compilation contains no tracks");
 
+// Why a compilation gets no cover (store::coverKindOf), in the words the print command shows;
+// nothing when it gets one. The format is checked before the track count.
 std::optional<QString> coverRefusal(const QString& format, int trackCount);
-
-// The compilation row a cover prints: the standard compilation statement narrowed to one id.
-QString coverSourceStatement(qint64 compilationId);
 
 // A total play time as the CD-ROM cover prints it: hours without a leading zero, two-digit
 // minutes and seconds (4445 gives "1:14:05").

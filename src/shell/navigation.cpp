@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "engine/recordset.h"
+#include "store/screen_colours.h"
 
 namespace shell {
 
@@ -36,7 +37,7 @@ QString listCountText(int recordCount, int gotoCount) {
 double colourCount(int bitsPerPixel, int planes) { return std::pow(2.0, bitsPerPixel) * planes; }
 
 QColor positionColour(double colours) {
-    return colours <= 256 ? QColor(0, 128, 0) : QColor(64, 64, 64);
+    return store::hasFewColours(colours) ? QColor(0, 128, 0) : QColor(64, 64, 64);
 }
 
 namespace {

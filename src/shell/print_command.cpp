@@ -4,6 +4,7 @@
 #include "platform/program_folder.h"
 #include "reports/cover_source.h"
 #include "shell/toolbar_tools.h"
+#include "store/compilation_queries.h"
 
 namespace shell {
 
@@ -60,11 +61,11 @@ std::optional<QString> printRefusal(engine::Database& database, const PrintChoic
 }
 
 std::optional<CoverView> coverView(const QString& format) {
-    const std::optional<reports::CoverKind> kind = reports::coverKindOf(format);
+    const std::optional<store::CoverKind> kind = store::coverKindOf(format);
     if (!kind) {
         return std::nullopt;
     }
-    if (*kind == reports::CoverKind::Md) {
+    if (*kind == store::CoverKind::Md) {
         return CoverView{QStringLiteral("MD Cover"), 110};
     }
     return CoverView{QStringLiteral("CD-ROM Cover"), std::nullopt};

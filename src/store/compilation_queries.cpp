@@ -10,7 +10,7 @@ namespace store {
 
 namespace {
 
-const QString kCompilation = QStringLiteral(
+const QString kCompilationColumns = QStringLiteral(
     "SELECT   Compilation.Name AS C_Name, Compilation.SumTrack AS C_SumTrack, "
     "         Compilation.SumTime AS C_SumTime, "
     "         Compilation.Manufacturer AS Manufacturer, "
@@ -18,8 +18,8 @@ const QString kCompilation = QStringLiteral(
     "         Compilation.Box AS C_Box, Compilation.CompilationID_P, "
     "         Compilation.CoverMemo as CoverMemo, "
     "         Compilation.RecDate AS RecDate, Compilation.Notes AS C_Notes "
-    "FROM     Compilation "
-    "ORDER BY Compilation.Name");
+    "FROM     Compilation ");
+const QString kCompilation = kCompilationColumns + QStringLiteral("ORDER BY Compilation.Name");
 
 QString compilationTrack(const QString& id) {
     return QStringLiteral(
@@ -85,6 +85,22 @@ QString standardStatement(const QString& kind, std::optional<qint64> compilation
     if (lower == QLatin1String("songoncompilation"))
         return kSongOnCompilation;
     return QString();
+}
+
+QString compilationRowStatement(qint64 compilationId) {
+    return kCompilationColumns + QStringLiteral("WHERE    Compilation.CompilationID_P = ") +
+           QString::number(compilationId);
+}
+
+std::optional<CoverKind> coverKindOf(const QString& format) {
+    const QString lower = format.toLower();
+    if (lower == QLatin1String("md")) {
+        return CoverKind::Md;
+    }
+    if (lower == QLatin1String("cd-rom")) {
+        return CoverKind::CdRom;
+    }
+    return std::nullopt;
 }
 
 void setRecordSource(const QString& kind, DataControl* compilationControl, DataControl& target,

@@ -24,6 +24,19 @@ void ensureTrackLookupIndex(engine::Database& database);
 // from compilationId; an unknown kind gives an empty text.
 QString standardStatement(const QString& kind, std::optional<qint64> compilationId = std::nullopt);
 
+// The row of one compilation: the columns and aliases of the standard "compilation" statement,
+// for the editor and the covers. The id 0 is never given to a row, so it opens an empty set to
+// add to.
+QString compilationRowStatement(qint64 compilationId);
+
+// The cover a compilation's format gets (any letter case of "MD" and "CD-ROM"): the MD strip or
+// the CD-ROM inlay, whose text runs a line to a track; none for other formats.
+enum class CoverKind { Md, CdRom };
+std::optional<CoverKind> coverKindOf(const QString& format);
+inline bool isCdRomCover(const QString& format) {
+    return coverKindOf(format) == CoverKind::CdRom;
+}
+
 // Points a data control at the open database and a standard statement. The id comes from the
 // CompilationID_P of compilationControl's current row; a step that fails (no current row) is
 // skipped and the rest still run, so an unknown kind changes only the database name.

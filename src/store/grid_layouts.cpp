@@ -2,6 +2,8 @@
 
 #include <map>
 
+#include "store/screen_colours.h"
+
 namespace store {
 
 namespace {
@@ -86,7 +88,7 @@ const std::map<QString, const std::vector<GridColumnSpec>*>& columnsByKind() {
 }
 
 void addColourSet(std::vector<GridSetting>& settings, double colourCount) {
-    if (colourCount <= 256) {
+    if (hasFewColours(colourCount)) {
         settings.push_back(AlternateRowBackground{QColor(kWhite)});
         settings.push_back(HighlightColours{QPalette::Highlight, QPalette::HighlightedText});
     } else {

@@ -2,24 +2,25 @@
 
 #include <gtest/gtest.h>
 
-#include <QString>
-
 #include "assembly/track_picker.h"
-#include "engine/database.h"
 #include "engine/workspace.h"
+#include "support/compilation_invariants.h"
 #include "support/databases.h"
+#include "support/jet_errors.h"
+#include "support/samples.h"
 #include "support/temp_dir.h"
 
-// A compilation database with three compilations: 1 "Road Trip" (MD, 74 minutes, empty),
-// 2 "Beat Club" (CD-R, 80, empty) and 3 "Old Friends" (MD, 60, empty).
+// A compilation database with three empty compilations: 1 "Road Trip", 2 "Beat Club" and
+// 3 "Old Friends".
 class PickerTest : public ::testing::Test {
   protected:
     void SetUp() override {
         testsupport::createCompilationDatabase(path);
-        testsupport::execRaw(path,
-                             "INSERT INTO Compilation (Name, Format, C_Length) VALUES "
-                             "('Road Trip', 'MD', 74), ('Beat Club', 'CD-R', 80), "
-                             "('Old Friends', 'MD', 60)");
+        testsupport::SampleCompilation compilation;
+        for (const char* name : {"Road Trip", "Beat Club", "Old Friends"}) {
+            compilation.name = name;
+            testsupport::addSample(path, compilation);
+        }
     }
     void TearDown() override { engine::Workspace::defaultWorkspace().close(); }
 
@@ -29,10 +30,8 @@ class PickerTest : public ::testing::Test {
         }
         return database;
     }
-    void closeDatabase() { database.close(); }
-
     static assembly::SourceTrack track(const QString& performer, const QString& title,
-                                       const QVariant& length) {
+                                       const QVariant& length = 60) {
         assembly::SourceTrack source;
         source.performerTrack = performer;
         source.titleTrack = title;
@@ -40,23 +39,27 @@ class PickerTest : public ::testing::Test {
         return source;
     }
     // Adds without being asked about tracks already recorded.
-    assembly::AddResult add(qint64 compilation, const QString& performer, const QString& title,
-                            const QVariant& length) {
-        return assembly::addTrack(open(), compilation, track(performer, title, length), {});
+    assembly::AddResult add(qint64 compilation, const QString& title, const QVariant& length = 60) {
+        return assembly::addTrack(open(), compilation, track("Performer", title, length), {});
     }
-
-    // "performer/title/length" of the compilation's tracks in TrackNo order, and the numbers.
+    // Writes of the column fail from now on when the condition holds.
+    void failWrites(const QString& table, const QString& column, const QString& when = "1") {
+        database.close();
+        testsupport::execRaw(path, QString("CREATE TRIGGER write_fails BEFORE UPDATE OF %1 ON %2 "
+                                           "WHEN %3 BEGIN SELECT RAISE(ABORT, 'disk full'); END")
+                                       .arg(column, table, when));
+    }
+    // "n:title ..." of the compilation's tracks in TrackNo order, and "SumTrack/SumTime".
     QString tracksOf(qint64 compilation) const {
         return testsupport::queryRaw(
-            path, QStringLiteral("SELECT group_concat(TrackNo || ':' || Track_Title, ' ') FROM "
-                                 "(SELECT TrackNo, Track_Title FROM CompilationTrack WHERE "
-                                 "CompilationID_F1 = %1 ORDER BY TrackNo)")
+            path, QString("SELECT group_concat(TrackNo || ':' || Track_Title, ' ') FROM (SELECT * "
+                          "FROM CompilationTrack WHERE CompilationID_F1 = %1 ORDER BY TrackNo)")
                       .arg(compilation));
     }
     QString storedSums(qint64 compilation) const {
         return testsupport::queryRaw(
-            path, QStringLiteral("SELECT SumTrack || '/' || SumTime FROM Compilation WHERE "
-                                 "CompilationID_P = %1")
+            path, QString("SELECT SumTrack || '/' || SumTime FROM Compilation WHERE "
+                          "CompilationID_P = %1")
                       .arg(compilation));
     }
     testsupport::TempDir dir;

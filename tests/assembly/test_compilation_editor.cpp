@@ -1,207 +1,140 @@
-#include <gtest/gtest.h>
-
 #include "assembly/compilation_editor.h"
-#include "engine/workspace.h"
+#include "picker_fixture.h"
 #include "platform/scripted_dialogs.h"
-#include "support/databases.h"
 #include "support/sqlite_rows.h"
-#include "support/temp_dir.h"
 
 using assembly::CompilationEditor;
 using assembly::EditorMode;
+using assembly::StoredContent;
 using assembly::UpdateResult;
 
 namespace {
 
-class Editor : public ::testing::Test {
+// Beside the picker's three: 4 "Stored" (CD-ROM, two tracks stored, every value but notes).
+class Editor : public PickerTest {
   protected:
     void SetUp() override {
-        path = dir.file("c.mdb");
-        testsupport::createCompilationDatabase(path);
-        testsupport::execRaw(path, R"sql(
-            INSERT INTO Compilation (CompilationID_P, Name, SumTrack, SumTime, Manufacturer,
-                                     Format, C_Length, Box, CoverMemo, RecDate, Notes)
-            VALUES (3, 'Stored', 2, 400, 'Sony', 'CD-ROM', 80, 'B1', '{\rtf1 x}', '1997-01-21',
-                    NULL),
-                   (4, 'Bare', 0, 0, NULL, 'MD', 74, NULL, NULL, NULL, NULL);
-        )sql");
-        database = engine::Workspace::defaultWorkspace().openDatabase(path);
+        PickerTest::SetUp();
+        testsupport::execRaw(path,
+                             "INSERT INTO Compilation (Name, SumTrack, SumTime, Manufacturer, "
+                             "Format, C_Length, Box, CoverMemo, RecDate) VALUES ('Stored', 2, "
+                             "360, 'Sony', 'CD-ROM', 80, 'B1', '{\\rtf1 x}', '1997-01-21')");
+        editor = CompilationEditor(open());
     }
-    void TearDown() override { engine::Workspace::defaultWorkspace().close(); }
-
-    QList<QVariantList> rows(const QString& sql) { return sqliteRows(path, sql); }
-    QString count() { return testsupport::queryRaw(path, "SELECT Count(*) FROM Compilation"); }
-    void fill(CompilationEditor& editor, const QString& name) {
-        editor.values.name = name;
-        editor.values.format = "MD";
-        editor.values.length = "74";
+    int count() { return testsupport::queryRaw(path, "SELECT Count(*) FROM Compilation").toInt(); }
+    // Name, Box, Notes, RecDate, CoverMemo and its type, SumTrack, SumTime.
+    QVariantList row(qint64 id) {
+        return sqliteRows(path, QString("SELECT Name, Box, Notes, RecDate, CoverMemo, "
+                                        "typeof(CoverMemo), SumTrack, SumTime FROM Compilation "
+                                        "WHERE CompilationID_P = %1")
+                                    .arg(id))
+            .value(0);
     }
-
-    testsupport::TempDir dir;
-    QString path;
-    engine::Database database;
+    CompilationEditor editor{engine::Database()};
     platform::ScriptedDialogs dialogs;
 };
 
 TEST_F(Editor, EditShowsTheStoredValuesAndNullsLeaveControlsAlone) {
-    CompilationEditor editor(database);
     editor.values.notes = "kept";
-    editor.loadEditor(assembly::editorMode("EDIT"), 3);
-    EXPECT_EQ(editor.values.name, "Stored");
-    EXPECT_EQ(editor.values.notes, "kept");
-    EXPECT_EQ(editor.values.storage, "B1");
-    EXPECT_EQ(editor.values.format, "CD-ROM");
-    EXPECT_EQ(editor.values.length, "80");
-    EXPECT_EQ(editor.values.manufacturer, "Sony");
-    EXPECT_EQ(editor.values.dateText, "21.01.97");
-    EXPECT_EQ(editor.values.cover, "{\\rtf1 x}");
-    EXPECT_TRUE(editor.isSaved());
-    EXPECT_FALSE(editor.isNew());
-    EXPECT_FALSE(editor.getTracksEnabled());
-    EXPECT_EQ(editor.existTrack(), 2);
-
-    CompilationEditor bare(database);
-    bare.loadEditor(EditorMode::Edit, 4);
-    EXPECT_EQ(bare.values.dateText, "__.__.__");
-    EXPECT_EQ(bare.existTrack(), 1);
-}
-
-TEST_F(Editor, AddStartsEmptyWithTodayAndStoresNothingBeforeUpdate) {
-    CompilationEditor editor(database);
-    editor.values.name = "left over";
-    editor.loadEditor(assembly::editorMode("Add"), 3, QDate(2024, 3, 5));
+    editor.loadEditor(EditorMode::Edit, 4);
+    const assembly::EditorValues& shown = editor.values;
+    EXPECT_EQ(
+        QStringList({shown.name, shown.notes, shown.storage, shown.format, shown.length,
+                     shown.manufacturer, shown.dateText, shown.cover}),
+        QStringList({"Stored", "kept", "B1", "CD-ROM", "80", "Sony", "21.01.97", "{\\rtf1 x}"}));
+    EXPECT_TRUE(editor.isSaved() && !editor.isNew() && !editor.getTracksEnabled());
+    EXPECT_EQ(editor.storedContent(), StoredContent::Tracks);
+    editor.loadEditor(EditorMode::Edit, 1);
+    EXPECT_EQ(editor.storedContent(), StoredContent::NoTracks);
+    editor.loadEditor(EditorMode::Add, 1, QDate(2024, 3, 5));
     EXPECT_EQ(editor.values.name, "");
     EXPECT_EQ(editor.values.dateText, "05.03.24");
-    EXPECT_TRUE(editor.isNew());
-    EXPECT_FALSE(editor.isSaved());
-    EXPECT_EQ(editor.existTrack(), 0);
-    EXPECT_EQ(count(), "2");
+    EXPECT_TRUE(editor.isNew() && !editor.isSaved());
+    EXPECT_EQ(editor.storedContent(), StoredContent::NoRow);
 }
 
-TEST_F(Editor, ChecksComeInTheirOrderAndAFailureStoresNothing) {
-    CompilationEditor editor(database);
-    editor.loadEditor(EditorMode::Add, std::nullopt);
-    const auto update = [&] { return editor.updateCompilation(dialogs).result; };
-    EXPECT_EQ(update(), UpdateResult::NameRequired);
-    editor.values.name = "Bare";
-    EXPECT_EQ(update(), UpdateResult::FormatRequired);
-    editor.values.format = "MD";
-    EXPECT_EQ(update(), UpdateResult::LengthRequired);
-    editor.values.length = "74";
-    EXPECT_EQ(update(), UpdateResult::DuplicateName);
-    ASSERT_EQ(dialogs.messages().size(), 4u);
-    EXPECT_EQ(dialogs.messages()[0].text, "Field 'Name': a value is requiered.");
-    EXPECT_EQ(dialogs.messages()[1].text, "Field 'Format': a value is requiered.");
-    EXPECT_EQ(dialogs.messages()[2].text, "Field 'Length': a value is requiered.");
-    EXPECT_EQ(dialogs.messages()[3].text, QString("Field 'Name': value is already present.") +
-                                              QChar(13) + "Choose another name.");
-    EXPECT_EQ(dialogs.messages()[3].icon, platform::MessageIcon::Exclamation);
-    EXPECT_EQ(count(), "2");
-    EXPECT_TRUE(editor.isNew());
-    EXPECT_FALSE(editor.isSaved());
-
-    editor.values.length = "seventy";
-    editor.values.name = "New";
-    EXPECT_EQ(update(), UpdateResult::LengthNotANumber);
-    editor.values.length = "74";
-    editor.values.dateText = "31.02.97";
-    EXPECT_EQ(update(), UpdateResult::DateNotADate);
-    EXPECT_EQ(dialogs.lastMessageText(), "Value must be a valid date (e.g. 21.01.97).");
-    EXPECT_EQ(count(), "2");
+// The checks in their order; each refusal shows its message and stores nothing. Values set
+// past the editor's boxes (the command line): the longest are stored, one more is refused.
+TEST_F(Editor, UpdateChecksEachValueAtItsLimit) {
+    const QString none = assembly::kEmptyDateMask;
+    const struct {
+        QString name, format, length;
+        int storageLength;
+        QString date;
+        UpdateResult result;
+    } cases[] = {
+        {"", "MD", "74", 0, none, UpdateResult::NameRequired},
+        {"N", "", "74", 0, none, UpdateResult::FormatRequired},
+        {"N", "MD", "", 0, none, UpdateResult::LengthRequired},
+        {"road trip", "MD", "74", 0, none, UpdateResult::DuplicateName},
+        {QString(81, 'n'), "MD", "74", 0, none, UpdateResult::NameTooLong},
+        {"N", "MD", "74", 51, none, UpdateResult::StorageTooLong},
+        {"N", "MD", "0", 0, none, UpdateResult::LengthNotMinutes},
+        {"N", "MD", "1.5", 0, none, UpdateResult::LengthNotMinutes},
+        {"N", "MD", "seventy", 0, none, UpdateResult::LengthNotANumber},
+        {"N", "MD", "74", 0, "31.02.97", UpdateResult::DateNotADate},
+        {QString(80, 'n'), "MD", "1", 50, none, UpdateResult::Saved},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(static_cast<int>(c.result));
+        editor.loadEditor(EditorMode::Add, std::nullopt);
+        editor.values = {c.name, "", QString(c.storageLength, 's'), c.format, c.length, "",
+                         c.date, ""};
+        const int before = count();
+        const size_t messages = dialogs.messages().size();
+        EXPECT_EQ(editor.updateCompilation(dialogs).result, c.result);
+        const bool saved = c.result == UpdateResult::Saved;
+        EXPECT_EQ(count(), before + (saved ? 1 : 0));
+        EXPECT_EQ(editor.isSaved(), saved);
+        EXPECT_EQ(dialogs.messages().size(), messages + (saved ? 0 : 1));
+        if (!assembly::updateFailureMessage(c.result).isEmpty()) {
+            EXPECT_EQ(dialogs.lastMessageText(), assembly::updateFailureMessage(c.result));
+        }
+    }
 }
 
-TEST_F(Editor, UpdateWritesTheLongestTextsNullsAndTheEmptyCover) {
-    CompilationEditor editor(database);
+// Empty texts are stored as Null, the empty cover as the empty text; a second Update edits the
+// same row, an edit keeps the sums, and a failed edit changes nothing.
+TEST_F(Editor, UpdatesWriteOneRowAndLeaveTheSumsAlone) {
     editor.loadEditor(EditorMode::Add, std::nullopt);
-    fill(editor, QString(80, 'n'));
-    editor.values.storage = QString(50, 's');
-    editor.values.dateText = "__.__.__";
+    editor.values = {"First", "", "", "MD", "74", "", assembly::kEmptyDateMask, ""};
     editor.connection().albumConnected = true;
     ASSERT_TRUE(editor.updateCompilation(dialogs).saved());
-    EXPECT_TRUE(editor.isSaved());
-    EXPECT_TRUE(editor.getTracksEnabled());
-    EXPECT_FALSE(editor.isNew());
+    EXPECT_TRUE(editor.getTracksEnabled() && !editor.isNew());
     const qint64 id = editor.compilationId().value_or(0);
-    const QList<QVariantList> stored =
-        rows(QString("SELECT Name, Box, Notes, Manufacturer, RecDate, CoverMemo, C_Length, "
-                     "typeof(CoverMemo) FROM Compilation WHERE CompilationID_P = %1")
-                 .arg(id));
-    ASSERT_EQ(stored.size(), 1);
-    EXPECT_EQ(stored[0][0].toString(), QString(80, 'n'));
-    EXPECT_EQ(stored[0][1].toString(), QString(50, 's'));
-    EXPECT_FALSE(stored[0][2].isValid());
-    EXPECT_FALSE(stored[0][3].isValid());
-    EXPECT_FALSE(stored[0][4].isValid());
-    EXPECT_EQ(stored[0][5].toString(), "");
-    EXPECT_EQ(stored[0][6].toLongLong(), 74);
-    EXPECT_EQ(stored[0][7].toString(), "text");
-}
-
-TEST_F(Editor, ASecondUpdateEditsTheSameRow) {
-    CompilationEditor editor(database);
-    editor.loadEditor(EditorMode::Add, std::nullopt);
-    fill(editor, "First");
+    EXPECT_EQ(row(id).mid(0, 6), (QVariantList{"First", {}, {}, {}, "", "text"}));
+    editor.fieldEdited();
+    EXPECT_FALSE(editor.isSaved() || editor.getTracksEnabled());
+    editor.values.name = "Renamed";
     editor.values.dateText = "21.01.97";
     ASSERT_TRUE(editor.updateCompilation(dialogs).saved());
-    editor.fieldEdited();
-    EXPECT_FALSE(editor.isSaved());
-    editor.values.name = "Renamed";
-    editor.values.manufacturer = "TDK";
-    ASSERT_TRUE(editor.updateCompilation(dialogs).saved());
-    EXPECT_EQ(count(), "3");
-    EXPECT_EQ(rows("SELECT Name, Manufacturer, RecDate FROM Compilation WHERE CompilationID_P > 4"),
-              (QList<QVariantList>{{"Renamed", "TDK", "1997-01-21"}}));
-}
-
-TEST_F(Editor, EditingKeepsTheSumsAndAFailedEditChangesNothing) {
-    CompilationEditor editor(database);
-    editor.loadEditor(EditorMode::Edit, 3);
+    EXPECT_EQ(row(id).mid(0, 4), (QVariantList{"Renamed", {}, {}, "1997-01-21"}));
+    editor.loadEditor(EditorMode::Edit, 4);
     editor.values.notes = "more";
     ASSERT_TRUE(editor.updateCompilation(dialogs).saved());
-    EXPECT_EQ(rows("SELECT Notes, SumTrack, SumTime FROM Compilation WHERE CompilationID_P = 3"),
-              (QList<QVariantList>{{"more", 2, 400}}));
-    editor.values.name = "BARE";
+    EXPECT_EQ(row(4).mid(2), (QVariantList{"more", "1997-01-21", "{\\rtf1 x}", "text", 2, 360}));
+    editor.values.name = "RENAMED";
     editor.values.notes = "lost";
     EXPECT_EQ(editor.updateCompilation(dialogs).result, UpdateResult::DuplicateName);
-    EXPECT_EQ(testsupport::queryRaw(path, "SELECT Notes FROM Compilation WHERE Name = 'Stored'"),
-              "more");
+    EXPECT_EQ(row(4).value(2), "more");
+    EXPECT_EQ(count(), 5);
 }
 
-TEST_F(Editor, CoverControlsFollowTracksFormatAndText) {
-    const auto noTracks = assembly::coverControls(1, "MD", false, false);
-    EXPECT_FALSE(noTracks.getEnabled[0] || noTracks.getEnabled[1] || noTracks.getEnabled[2]);
-    EXPECT_FALSE(noTracks.sortEnabled);
-    EXPECT_TRUE(noTracks.fontEnabled && noTracks.copyEnabled);
-
-    const auto cdRom = assembly::coverControls(2, "Cd-Rom", false, false);
-    EXPECT_FALSE(cdRom.getEnabled[0] || cdRom.getEnabled[1] || cdRom.sortEnabled);
-    EXPECT_TRUE(cdRom.getEnabled[2]);
-
-    const auto md = assembly::coverControls(2, "MD", true, false);
-    EXPECT_TRUE(md.getEnabled[0] && md.getEnabled[1] && md.getEnabled[2] && md.sortEnabled);
-    EXPECT_TRUE(md.chooseTimeOrder);
-    EXPECT_TRUE(md.resetCover);
-    EXPECT_FALSE(md.fontEnabled || md.copyEnabled);
-    EXPECT_FALSE(assembly::coverControls(2, "MD", false, true).chooseTimeOrder);
-}
-
-TEST_F(Editor, ValueListsAndANewManufacturer) {
-    EXPECT_EQ(assembly::valueList(database, assembly::ValueList::Length).first(), "46");
-    EXPECT_TRUE(assembly::valueList(database, assembly::ValueList::Format).contains("CD-ROM"));
-    EXPECT_TRUE(assembly::isListedManufacturer(database, "sony"));
-    EXPECT_FALSE(assembly::isListedManufacturer(database, "O'Brand"));
-
-    dialogs.answerMessage(platform::MessageAnswer::No);
-    EXPECT_FALSE(assembly::offerManufacturer(database, dialogs, "O'Brand"));
-    EXPECT_EQ(dialogs.lastMessageText(),
-              "Add 'O'Brand' to the list of available manufacturer/brand names?");
-    EXPECT_FALSE(assembly::isListedManufacturer(database, "O'Brand"));
-    dialogs.answerMessage(platform::MessageAnswer::Yes);
-    EXPECT_TRUE(assembly::offerManufacturer(database, dialogs, "O'Brand"));
-    EXPECT_TRUE(
-        assembly::valueList(database, assembly::ValueList::Manufacturer).contains("O'Brand"));
-    EXPECT_EQ(assembly::compilationIdByName(database, "stored"), 3);
-    EXPECT_EQ(assembly::compilationIdByName(database, "none"), std::nullopt);
+// The controls p, pa, ps, sort, time order, font, copy, reset: 1 usable, chosen or reset.
+TEST(CoverControls, FollowTracksFormatAndText) {
+    const auto shown = [](StoredContent stored, const QString& format, bool empty, bool byAlbum) {
+        const assembly::CoverControls c = assembly::coverControls(stored, format, empty, byAlbum);
+        QString flags;
+        for (bool flag : {c.getEnabled[0], c.getEnabled[1], c.getEnabled[2], c.sortEnabled,
+                          c.chooseTimeOrder, c.fontEnabled, c.copyEnabled, c.resetCover}) {
+            flags += flag ? '1' : '0';
+        }
+        return flags;
+    };
+    EXPECT_EQ(shown(StoredContent::NoTracks, "MD", false, false), "00000110");
+    EXPECT_EQ(shown(StoredContent::Tracks, "Cd-Rom", false, false), "00100110");
+    EXPECT_EQ(shown(StoredContent::Tracks, "MD", true, false), "11111001");
+    EXPECT_EQ(shown(StoredContent::Tracks, "MD", false, true), "11110110");
 }
 
 }  // namespace

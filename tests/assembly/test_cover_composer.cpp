@@ -1,10 +1,5 @@
-#include <gtest/gtest.h>
-
 #include "assembly/cover_composer.h"
-#include "engine/workspace.h"
-#include "support/databases.h"
-#include "support/jet_errors.h"
-#include "support/temp_dir.h"
+#include "picker_fixture.h"
 
 using assembly::BoldRange;
 using assembly::ComposedCover;
@@ -13,149 +8,81 @@ using assembly::CoverRow;
 
 namespace {
 
-// Adams, Morning, 165 s and Baker, Night Train, 391 s, both from the album Gold.
-std::vector<CoverRow> twoSongs() {
-    return {{"Adams", "Morning", 165, "1"}, {"Baker", "Night Train", 391, "2"}};
-}
+const std::vector<CoverRow> kSongs = {{"Adams", "Morning", 165, "1"},
+                                      {"Baker", "Night Train", 391, "2"}};
+const std::vector<CoverRow> kNumbers = {{"Ann", "A", 3725, "9"}, {"Bo", "B", 1, "10"}};
+const std::vector<CoverRow> kAlbums = {{"Adams", "Gold", 165, ""}, {"Baker", "Silver", 391, ""}};
+// Performers of equal time come in the reverse of the statement's order.
+const std::vector<CoverRow> kTies = {
+    {"Adams", "", 100, ""}, {"Baker", "", 200, ""}, {"Carter", "", 100, ""}, {"Dale", "", 100, ""}};
+constexpr CoverMode kP = CoverMode::Performer;
+constexpr CoverMode kPa = CoverMode::PerformerAlbum;
+constexpr CoverMode kPs = CoverMode::PerformerSong;
 
-std::vector<CoverRow> twoAlbums() {
-    return {{"Adams", "Gold", 165, ""}, {"Baker", "Gold", 391, ""}};
-}
-
-TEST(CoverText, SongsOnAnMdFitOneLine) {
-    const ComposedCover cover = composeCoverText(CoverMode::PerformerSong, twoSongs(), "MD", false);
-    EXPECT_EQ(cover.text, "1. Adams: Morning  2. Baker: Night Train\n");
-    EXPECT_EQ(cover.bold, (QVector<BoldRange>{{3, 7}, {22, 7}}));
-    EXPECT_TRUE(cover.setsParagraphs);
-    EXPECT_EQ(cover.hangingIndentTwips, 0);
-}
-
-TEST(CoverText, SongsOnACdRomTakeALineEachWithTheirTimes) {
-    const ComposedCover cover =
-        composeCoverText(CoverMode::PerformerSong, twoSongs(), "cd-ROM", false);
-    EXPECT_EQ(cover.text,
-              "1.\tAdams   Morning  [2:45]\r\n"
-              "2.\tBaker   Night Train  [6:31]\n");
-    EXPECT_EQ(cover.bold, (QVector<BoldRange>{{3, 7}, {31, 7}}));
-    EXPECT_EQ(cover.hangingIndentTwips, 400);
-}
-
-TEST(CoverText, PerformerAlbumAndPerformerListsOnAnMd) {
-    const ComposedCover albums =
-        composeCoverText(CoverMode::PerformerAlbum, twoAlbums(), "MD", false);
-    EXPECT_EQ(albums.text, "Adams: Gold / Baker: Gold \n");
-    EXPECT_EQ(albums.bold, (QVector<BoldRange>{{0, 7}, {14, 7}}));
-    EXPECT_FALSE(albums.setsParagraphs);
-
-    const ComposedCover performers =
-        composeCoverText(CoverMode::Performer, twoAlbums(), "MD", false);
-    EXPECT_EQ(performers.text, "Adams / Baker \n");
-    EXPECT_TRUE(performers.bold.isEmpty());
-}
-
-TEST(CoverText, TimeOrderPutsTheLongestFirstButNeverReordersSongs) {
-    EXPECT_EQ(composeCoverText(CoverMode::Performer, twoAlbums(), "MD", true).text,
-              "Baker / Adams \n");
-    EXPECT_EQ(composeCoverText(CoverMode::PerformerAlbum, twoAlbums(), "MD", true).bold,
-              (QVector<BoldRange>{{0, 7}, {14, 7}}));
-    EXPECT_EQ(composeCoverText(CoverMode::PerformerSong, twoSongs(), "MD", true).text,
-              "1. Adams: Morning  2. Baker: Night Train\n");
-}
-
-TEST(CoverText, TimesLeaveOutTheHours) {
-    EXPECT_EQ(assembly::coverTimeText(205), "3:25");
-    EXPECT_EQ(assembly::coverTimeText(3725), "2:05");
-    EXPECT_EQ(assembly::coverTimeText(0), "0:00");
-    const ComposedCover cover =
-        composeCoverText(CoverMode::PerformerSong, {{"Long", "Suite", 3725, "1"}}, "CD-ROM", false);
-    EXPECT_EQ(cover.text, "1.\tLong   Suite  [2:05]\n");
-}
-
-TEST(CoverText, BoldStartsFollowTheTrackNumbersLength) {
-    const ComposedCover cover = composeCoverText(
-        CoverMode::PerformerSong, {{"Ann", "A", 1, "9"}, {"Bo", "B", 1, "10"}}, "MD", false);
-    EXPECT_EQ(cover.text, "9. Ann: A  10. Bo: B\n");
-    EXPECT_EQ(cover.bold, (QVector<BoldRange>{{3, 5}, {15, 4}}));
-    EXPECT_EQ(cover.text.mid(15, 4), "Bo: ");
-}
-
-TEST(CoverText, AfterThreeHundredEntriesTheTextGoesOnWithoutBold) {
-    std::vector<CoverRow> rows;
-    for (int i = 1; i <= 302; ++i) {
-        rows.push_back({QString("P%1").arg(i), "T", 60, QString::number(i)});
+// The bold ranges as "start:length ...".
+QString boldOf(const ComposedCover& cover) {
+    QStringList ranges;
+    for (const BoldRange& range : cover.bold) {
+        ranges << QString("%1:%2").arg(range.start).arg(range.length);
     }
-    const ComposedCover cover = composeCoverText(CoverMode::PerformerSong, rows, "MD", false);
-    ASSERT_EQ(cover.bold.size(), 300);
-    EXPECT_EQ(cover.text.mid(cover.bold.last().start, cover.bold.last().length), "P300: ");
-    EXPECT_TRUE(cover.text.endsWith("  302. P302: T\n"));
+    return ranges.join(' ');
 }
 
-class CoverData : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        path = dir.file("c.mdb");
-        testsupport::createCompilationDatabase(path);
-        // Performers sort by their sort names: "Zed" (sort "Abel") before "Adams".
-        testsupport::execRaw(path, R"sql(
-            INSERT INTO Compilation (CompilationID_P, Name, SumTrack, SumTime, Format, C_Length,
-                                     CoverMemo)
-            VALUES (7, 'Mix', 4, 956, 'MD', 74, 'typed by hand'), (8, 'Empty', 0, 0, 'MD', 74, NULL);
-            INSERT INTO CompilationTrack (CompilationID_F1, TrackNo, Track_Artist_Name, ArtistSort,
-                                          Track_Title, Album_Title, Length)
-            VALUES (7, 3, 'Adams', 'Adams', 'Evening', 'Gold', 100),
-                   (7, 1, 'Adams', 'Adams', 'Morning', 'Gold', 165),
-                   (7, 2, 'Zed', 'Abel', 'Night', 'Silver', 300),
-                   (7, 4, NULL, NULL, NULL, 'Silver', NULL);
-        )sql");
-        database = engine::Workspace::defaultWorkspace().openDatabase(path);
+// Times leave out the hours (3725 s is "2:05"); bold starts follow the track number's length.
+TEST(CoverText, EachModeAndFormatHasItsSeparatorsBoldAndOrder) {
+    const struct {
+        CoverMode mode;
+        const std::vector<CoverRow>& rows;
+        QString format;
+        bool byTime;
+        QString text;
+        QString bold;
+    } cases[] = {
+        {kPs, kSongs, "MD", true, "1. Adams: Morning  2. Baker: Night Train\n", "3:7 22:7"},
+        {kPs, kSongs, "cd-ROM", false,
+         "1.\tAdams   Morning  [2:45]\r\n2.\tBaker   Night Train  [6:31]\n", "3:7 31:7"},
+        {kPs, kNumbers, "MD", false, "9. Ann: A  10. Bo: B\n", "3:5 15:4"},
+        {kPs, kNumbers, "CD-ROM", false, "9.\tAnn   A  [2:05]\r\n10.\tBo   B  [0:01]\n",
+         "3:5 24:4"},
+        {kPa, kAlbums, "MD", false, "Adams: Gold / Baker: Silver \n", "0:7 14:7"},
+        {kPa, kAlbums, "MD", true, "Baker: Silver / Adams: Gold \n", "0:7 16:7"},
+        {kP, kAlbums, "MD", false, "Adams / Baker \n", ""},
+        {kP, kTies, "MD", true, "Baker / Dale / Carter / Adams \n", ""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.text.toStdString());
+        const ComposedCover cover = composeCoverText(c.mode, c.rows, c.format, c.byTime);
+        EXPECT_EQ(cover.text, c.text);
+        EXPECT_EQ(boldOf(cover), c.bold);
+        EXPECT_EQ(cover.setsParagraphs, c.mode == kPs);
+        EXPECT_EQ(cover.hangingIndentTwips,
+                  c.format.startsWith("cd", Qt::CaseInsensitive) ? 400 : 0);
     }
-    void TearDown() override { engine::Workspace::defaultWorkspace().close(); }
-
-    testsupport::TempDir dir;
-    QString path;
-    engine::Database database;
-};
-
-TEST_F(CoverData, TheStatementsAreTheEditorsOwn) {
-    EXPECT_EQ(assembly::coverStatement(CoverMode::Performer, 7),
-              "SELECT DISTINCTROW CompilationTrack.CompilationID_F1, CompilationTrack.ArtistSort, "
-              "                   CompilationTrack.Track_Artist_Name,                    "
-              "SUM(CompilationTrack.Length) as LengthSum               FROM Compilation LEFT "
-              "JOIN CompilationTrack ON                    Compilation.CompilationID_P = "
-              "CompilationTrack.CompilationID_F1              WHERE "
-              "CompilationTrack.CompilationID_F1 = 7          GROUP BY "
-              "CompilationTrack.CompilationID_F1,                    CompilationTrack.ArtistSort, "
-              "CompilationTrack.Track_Artist_Name ");
-    EXPECT_TRUE(assembly::coverStatement(CoverMode::PerformerAlbum, 12)
-                    .endsWith("CompilationTrack.Track_Artist_Name,                    "
-                              "CompilationTrack.Album_Title "));
-    EXPECT_TRUE(assembly::coverStatement(CoverMode::PerformerSong, 12)
-                    .contains(" CompilationTrack.TrackNo, CompilationTrack.Track_Artist_Name, "
-                              "                   CompilationTrack.Track_Title, "
-                              "CompilationTrack.Length "));
 }
 
-TEST_F(CoverData, GroupsFollowSortNamesAndNullsReadAsEmpty) {
-    const ComposedCover performers =
-        retrieveCoverData(database, 7, CoverMode::Performer, "MD", false);
-    EXPECT_EQ(performers.text, " / Zed / Adams \n");
-    const ComposedCover byTime = retrieveCoverData(database, 7, CoverMode::Performer, "MD", true);
-    EXPECT_EQ(byTime.text, "Zed / Adams /  \n");
-    const ComposedCover songs =
-        retrieveCoverData(database, 7, CoverMode::PerformerSong, "MD", true);
-    EXPECT_EQ(songs.text, "1. Adams: Morning  2. Zed: Night  3. Adams: Evening  4. : \n");
-    EXPECT_EQ(songs.bold.last(), (BoldRange{56, 2}));
-}
-
-TEST_F(CoverData, ComposingStoresThePlainTextAndReplacesTheLastOne) {
-    retrieveCoverData(database, 7, CoverMode::PerformerAlbum, "MD", false);
-    retrieveCoverData(database, 7, CoverMode::PerformerAlbum, "MD", false);
-    EXPECT_EQ(testsupport::queryRaw(path, "SELECT CoverMemo FROM Compilation WHERE Name='Mix'"),
-              ": Silver / Zed: Silver / Adams: Gold \n");
-    EXPECT_EQ(retrieveCoverData(database, 8, CoverMode::Performer, "MD", false).text, " \n");
-    EXPECT_EQ(testsupport::errorNumber(
-                  [&] { retrieveCoverData(database, 99, CoverMode::Performer, "MD", false); }),
-              3021);
+// Performers group by their sort names: "Zed" (sort "Abel") before "Adams"; a Null performer
+// or title reads as empty.
+TEST_F(PickerTest, CoverDataGroupsBySortNamesAndReplacesTheStoredText) {
+    testsupport::execRaw(path,
+                         "INSERT INTO CompilationTrack (CompilationID_F1, TrackNo, "
+                         "Track_Artist_Name, ArtistSort, Track_Title, Album_Title, Length) "
+                         "VALUES (1, 1, 'Adams', 'Adams', 'Morning', 'Gold', 165), "
+                         "(1, 2, 'Zed', 'Abel', 'Night', 'Silver', 300), "
+                         "(1, 3, 'Adams', 'Adams', 'Evening', 'Gold', 100), "
+                         "(1, 4, NULL, NULL, NULL, 'Silver', NULL)");
+    const auto compose = [&](qint64 id, CoverMode mode, bool byTime) {
+        return retrieveCoverData(open(), id, mode, "MD", byTime).text;
+    };
+    EXPECT_EQ(compose(1, kP, false), " / Zed / Adams \n");
+    EXPECT_EQ(compose(1, kP, true), "Zed / Adams /  \n");
+    EXPECT_EQ(compose(1, kPs, true),
+              "1. Adams: Morning  2. Zed: Night  3. Adams: Evening  4. : \n");
+    EXPECT_EQ(compose(1, kPa, false), ": Silver / Zed: Silver / Adams: Gold \n");
+    EXPECT_EQ(
+        testsupport::queryRaw(path, "SELECT CoverMemo FROM Compilation WHERE CompilationID_P = 1"),
+        ": Silver / Zed: Silver / Adams: Gold \n");
+    EXPECT_EQ(compose(2, kP, false), " \n");
+    EXPECT_EQ(testsupport::errorNumber([&] { compose(99, kP, false); }), 3021);
 }
 
 }  // namespace

@@ -2,39 +2,61 @@
 
 #include <QSizeF>
 #include <QStringList>
-#include <QVariant>
-#include <QVector>
-#include <utility>
 
-#include "report/page_model.h"
+#include "engine/database.h"
 #include "report/report_definition.h"
-#include "report/rows.h"
 #include "support/document_summary.h"  // failure messages show texts as text
+#include "support/temp_dir.h"
 
-// Small reports and ways to read their pages.
+// Small reports, a compilation database to print covers from, and ways to read their pages.
 namespace reporttest {
 
 // Paper of 12000 by 10000 twips with margins of 1000: a printable area 10000 wide and 8000 tall.
 report::PageSetup smallPaper();
-
 report::RowTable table(const QStringList& fields, const QVector<QVector<QVariant>>& rows);
-
 // The footer the lists use: "Page N of" beside the page count.
 report::Section pageNumberFooter(int height);
 
-// The items a control left on a page, top to bottom.
+// The items of a control (texts when the name is null) top to bottom, their texts and tops.
 QVector<report::PageItem> itemsNamed(const report::Page& page, const QString& name);
 QStringList textsNamed(const report::Page& page, const QString& name);
-// Every text on a page, top to bottom and left to right.
 QStringList textsOf(const report::Page& page);
-// The page index (0-based) of the first item showing the text, -1 when none does.
+QList<int> topsOf(const report::Page& page, const QString& name);
+// The page index of the first item showing the text, -1 when none does.
 int pageOf(const report::PageModel& model, const QString& text);
-// The one item showing the text on any page; fails the test when there is not exactly one.
-report::PageItem onlyItem(const report::PageModel& model, const QString& text);
+// The one item of a control on the only page (fails the test otherwise).
+report::PageItem onlyNamed(const report::PageModel& model, const QString& name);
+bool hasNamed(const report::PageModel& model, const QString& name);
+// What a cover drew on the page itself (frame, folds, rules), in drawing order.
+QVector<report::PageItem> drawings(const report::PageModel& model);
 
-// The standard output of a program that must succeed (pdftotext, pdfinfo).
+// The standard output of a program that must succeed (pdftotext, pdfinfo), and the page size
+// (points) and paper name pdfinfo reads.
 QString runProgram(const QString& program, const QStringList& arguments);
-// The page size pdfinfo reads (points), and the paper name it gives that size.
 std::pair<QSizeF, QString> pdfPageSize(const QString& path);
+
+// Compilations "Road Songs", "Road Songs 2", ... of a format with a cover text, SumTime and a
+// track by each performer, and their covers.
+class CoverDatabase {
+  public:
+    CoverDatabase();
+    qint64 addCompilation(const QString& format, const QString& coverMemo, qint64 sumTime = 600,
+                          const QStringList& performers = {});
+    report::PageModel cover(qint64 id);
+    report::PageModel coverOf(const QString& format, const QString& memo, qint64 sumTime = 600) {
+        return cover(addCompilation(format, memo, sumTime));
+    }
+    testsupport::TempDir dir;
+
+  private:
+    const QString path_ = dir.file("covers.mdb");
+    engine::Database database_;
+};
+
+// A cover text as the editor stores it: RTF, lines in the font, each line's first word (its
+// performer) bold, and the line break after the last line that composed texts end with.
+QString composedRtf(const QStringList& lines, const QString& family = "Arial", double points = 10);
+// "Performer1   Song number 1", ...
+QStringList numberedLines(int count);
 
 }  // namespace reporttest

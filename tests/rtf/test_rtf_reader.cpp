@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QTextDocument>
+#include <random>
 
 #include "rtf/rtf.h"
 #include "support/document_summary.h"
@@ -110,36 +111,45 @@ TEST(RtfReader, SwitchesAndResetsOfCharacterFormats) {
                                  run("e", "Courier New", 14), run("f", "Arial", 12)}));
 }
 
-TEST(RtfReader, ParagraphFormatsBelongToTheParagraphTheyEnd) {
-    const auto paragraphs = read("{\\rtf1 \\qc one\\par \\qr\\li720 two\\par \\pard three\\par}");
-    ASSERT_EQ(paragraphs.size(), 3u);
-    EXPECT_EQ(paragraphs[0].alignment, "center");
-    EXPECT_EQ(paragraphs[1].alignment, "right");
-    EXPECT_EQ(paragraphs[1].leftTwips, 720);
-    EXPECT_EQ(paragraphs[2].alignment, "left");
-    EXPECT_EQ(paragraphs[2].leftTwips, 0);
-}
-
-TEST(RtfReader, ParagraphsLinesAndTheFinalParagraphMark) {
-    EXPECT_EQ(plainOf("{\\rtf1 a\\par b\\par}"), "a\nb");
-    EXPECT_EQ(plainOf("{\\rtf1 a\\par b}"), "a\nb");
-    EXPECT_EQ(plainOf("{\\rtf1 a\\par\\par}"), "a\n");
-    EXPECT_EQ(plainOf("{\\rtf1 a\\line b\\tab c}"), QString("a") + QChar::LineSeparator + "b\tc");
-    EXPECT_EQ(plainOf("{\\rtf1 a\\\nb}"), "a\nb");  // a backslash before a line break is \par
-    EXPECT_EQ(plainOf("{\\rtf1}"), "");
-}
-
-TEST(RtfReader, EscapedCharactersAndSymbols) {
-    EXPECT_EQ(plainOf("{\\rtf1 \\{x\\}\\\\ a\\~b\\_c\\-d \\emdash\\endash\\lquote\\rdblquote}"),
-              QStringLiteral("{x}\\ a\u00A0b\u2011cd \u2014\u2013\u2018\u201D"));
+// Paragraphs and lines, escapes and symbols, Unicode with its fallbacks, hex bytes in the
+// document's code page, destinations and words left out, plain text taken as it is.
+TEST(RtfReader, TextsReadAsTheyShow) {
+    const std::pair<QString, QString> cases[] = {
+        {"{\\rtf1 a\\par b\\par}", "a\nb"},
+        {"{\\rtf1 a\\par b}", "a\nb"},
+        {"{\\rtf1 a\\par\\par}", "a\n"},
+        {"{\\rtf1 a\\line b\\tab c}", QString("a") + QChar::LineSeparator + "b\tc"},
+        {"{\\rtf1 a\\\nb}", "a\nb"},  // a backslash before a line break is \par
+        {"{\\rtf1}", ""},
+        {"{\\rtf1 \\{x\\}\\\\ a\\~b\\_c\\-d \\emdash\\endash\\lquote\\rdblquote}",
+         "{x}\\ a\u00A0b\u2011cd \u2014\u2013\u2018\u201D"},
+        {"{\\rtf1 \\u8364?x}", "€x"},
+        {"{\\rtf1\\uc2 \\u8364\\'80\\'80x}", "€x"},
+        {"{\\rtf1\\uc0 \\u8364 x}", "€x"},
+        {"{\\rtf1 {\\uc3 \\u8364 ab}c}", "€c"},  // a brace ends the fallback
+        {"{\\rtf1 \\u-10179?\\u-8704?}", "\U0001F600"},
+        {"{\\rtf1 \\u1046\\'3fa}", "Жa"},
+        {"{\\rtf1\\ansi\\ansicpg1250 \\'8a\\'9e}", "Šž"},
+        {"{\\rtf1\\ansi \\'e4\\'F6}", "äö"},
+        {"{\\rtf1 a{\\*\\unknowndest hidden {\\nested text}}b\\unknownword42 "
+         "c{\\field{\\*\\fldinst "
+         "HYPERLINK x}{\\fldrslt shown}}{\\pict\\wmetafile8 0123abcdef}d}",
+         "abcshownd"},
+        {"1.\tAdams   Morning\r\n2.\tBaker\n", "1.\tAdams   Morning\n2.\tBaker\n"},
+        {"a\rb", "a\nb"},
+        {"{not rtf}", "{not rtf}"},
+    };
+    for (const auto& [stored, shown] : cases) {
+        EXPECT_EQ(plainOf(stored), shown) << stored.toStdString();
+    }
+    EXPECT_TRUE(rtf::isRtf("{\\rtf1}"));
+    EXPECT_FALSE(rtf::isRtf(" {\\rtf1}") || rtf::isRtf(""));
 }
 
 TEST(RtfReader, HexBytesFollowTheFontsCharsetOrTheDocumentsCodePage) {
     EXPECT_EQ(plainOf("{\\rtf1\\ansi\\ansicpg1251{\\fonttbl{\\f0\\fnil\\fcharset204 Arial;}"
                       "{\\f1\\fnil\\fcharset0 Arial;}}\\f0 \\'cf\\'f0\\'e8\\f1 \\'e9\\'80}"),
               QStringLiteral("При\u00E9\u20AC"));
-    EXPECT_EQ(plainOf("{\\rtf1\\ansi\\ansicpg1250 \\'8a\\'9e}"), QStringLiteral("Šž"));
-    EXPECT_EQ(plainOf("{\\rtf1\\ansi \\'e4\\'F6}"), QStringLiteral("äö"));
     // Double-byte code pages: a character is two \'hh in a row.
     EXPECT_EQ(plainOf("{\\rtf1\\ansi\\ansicpg932\\deff0{\\fonttbl{\\f0\\fnil\\fcharset128 "
                       "MS Gothic;}}\\f0 \\'93\\'fa\\'96\\'7b}"),
@@ -151,27 +161,88 @@ TEST(RtfReader, HexBytesFollowTheFontsCharsetOrTheDocumentsCodePage) {
     EXPECT_EQ(summarize(document)[0].runs[0].family, QStringLiteral("Ариал"));
 }
 
-TEST(RtfReader, UnicodeEscapesSkipTheirFallbacks) {
-    EXPECT_EQ(plainOf("{\\rtf1 \\u8364?x}"), QStringLiteral("€x"));
-    EXPECT_EQ(plainOf("{\\rtf1\\uc2 \\u8364\\'80\\'80x}"), QStringLiteral("€x"));
-    EXPECT_EQ(plainOf("{\\rtf1\\uc0 \\u8364 x}"), QStringLiteral("€x"));
-    EXPECT_EQ(plainOf("{\\rtf1 {\\uc3 \\u8364 ab}c}"), QStringLiteral("€c"));  // a brace ends it
-    EXPECT_EQ(plainOf("{\\rtf1 \\u-10179?\\u-8704?}"), QStringLiteral("\U0001F600"));
-    EXPECT_EQ(plainOf("{\\rtf1 \\u1046\\'3fa}"), QStringLiteral("Жa"));
+// Damaged RTF: the reader keeps what it can read and always comes to an end.
+TEST(RtfDamage, UnbalancedAndTruncatedTextsKeepWhatCameBefore) {
+    const std::pair<QString, QString> cases[] = {
+        {"{\\rtf1 abc}} def", "abc"},       {"{\\rtf1 abc\\pa", "abc"},
+        {"{\\rtf1 abc\\'e", "abce"},        {"{\\rtf1 abc\\", "abc"},
+        {"{\\rtf1{\\fonttbl{\\f0 Ari", ""}, {"{\\rtf1 a\\u", "a"}};
+    for (const auto& [stored, shown] : cases) {
+        EXPECT_EQ(plainOf(stored), shown) << stored.toStdString();
+    }
+
+    QTextDocument document;
+    rtf::readInto("{\\rtf1 abc {\\b def", document);
+    const auto paragraphs = summarize(document);
+    ASSERT_EQ(paragraphs.size(), 1u);
+    ASSERT_EQ(paragraphs[0].runs.size(), 2u);
+    EXPECT_TRUE(paragraphs[0].runs[1].bold);
 }
 
-TEST(RtfReader, UnknownDestinationsAndWordsAreLeftOut) {
-    EXPECT_EQ(plainOf("{\\rtf1 a{\\*\\unknowndest hidden {\\nested text}}b\\unknownword42 c"
-                      "{\\field{\\*\\fldinst HYPERLINK x}{\\fldrslt shown}}"
-                      "{\\pict\\wmetafile8 0123abcdef}d}"),
-              "abcshownd");
+TEST(RtfDamage, HugeNumbersAreBounded) {
+    QTextDocument document;
+    rtf::readInto(
+        "{\\rtf1\\fs99999999999999999\\li-99999999999\\fi99999999999"
+        "\\tx999999999999 big\\par}",
+        document);
+    const auto paragraphs = summarize(document);
+    ASSERT_EQ(paragraphs.size(), 1u);
+    ASSERT_EQ(paragraphs[0].runs.size(), 1u);
+    EXPECT_EQ(paragraphs[0].runs[0].text, "big");
+    EXPECT_LE(paragraphs[0].runs[0].points, 1638.0);
+    EXPECT_GE(paragraphs[0].leftTwips, -31680);
+    EXPECT_LE(paragraphs[0].firstLineTwips, 31680);
+    EXPECT_LE(paragraphs[0].tabTwips.at(0), 31680);
+    EXPECT_EQ(plainOf("{\\rtf1 {\\uc999999999 \\u8364 abc\\par more}next}"),
+              QStringLiteral("€next"));
+    EXPECT_EQ(plainOf("{\\rtf1 \\u99999999?x}"), "x");
+    QString tabs = "{\\rtf1 ";
+    for (int i = 0; i < 10000; ++i) {
+        tabs += QStringLiteral("\\tx%1").arg(i);
+    }
+    rtf::readInto(tabs + " x\\par}", document);
+    EXPECT_LE(summarize(document).at(0).tabTwips.size(), 64u);
 }
 
-TEST(RtfReader, PlainTextIsTakenAsIs) {
-    EXPECT_EQ(plainOf("1.\tAdams   Morning\r\n2.\tBaker\n"), "1.\tAdams   Morning\n2.\tBaker\n");
-    EXPECT_EQ(plainOf("a\rb"), "a\nb");
-    EXPECT_EQ(plainOf("{not rtf}"), "{not rtf}");
-    EXPECT_TRUE(rtf::isRtf("{\\rtf1}"));
-    EXPECT_FALSE(rtf::isRtf(" {\\rtf1}"));
-    EXPECT_FALSE(rtf::isRtf(""));
+TEST(RtfDamage, DeepNestingAndBinaryData) {
+    const int depth = 100000;
+    EXPECT_EQ(plainOf("{\\rtf1 a" + QString(depth, u'{') + "\\b x" + QString(depth, u'}') + "b}"),
+              "axb");
+    EXPECT_EQ(plainOf("{\\rtf1 a\\bin5 }}}}}b}"), "ab");
+    EXPECT_EQ(plainOf("{\\rtf1 a\\bin999999999 bcd"), "a");
+    EXPECT_EQ(
+        plainOf(QString("{\\rtf1 a") + QChar(0) + QChar(1) + QChar(0x2029) + QChar(0xFDD0) + "b}"),
+        "ab");
+}
+
+// Random junk and random mixtures of RTF pieces: reading ends and gives a consistent document.
+TEST(RtfDamage, RandomInputNeverBreaksTheReader) {
+    const QStringList pieces = {
+        "{",          "}",           "\\b",      "\\b0",  "\\par",       "\\pard", "\\'",
+        "\\'e9",      "\\u",         "\\u-",     "\\uc5", "\\*",         "\\bin3", "\\fs",
+        "\\f9",       "\\tx",        "\\li-",    "x",     " ",           ";",      "\\",
+        "{\\fonttbl", "{\\colortbl", "\\red300", "\\cf7", "\\ansicpg932"};
+    std::mt19937 random(20240605);
+    for (int round = 0; round < 300; ++round) {
+        QString source = "{\\rtf1 ";
+        const int length = std::uniform_int_distribution<int>(0, 200)(random);
+        for (int i = 0; i < length; ++i) {
+            if (round % 3 == 0) {
+                source += QChar(
+                    static_cast<char16_t>(std::uniform_int_distribution<int>(0, 0xFFFF)(random)));
+            } else {
+                source += pieces[std::uniform_int_distribution<int>(0, pieces.size() - 1)(random)];
+                if (random() % 4 == 0) {
+                    source +=
+                        QString::number(std::uniform_int_distribution<int>(-70000, 70000)(random));
+                }
+            }
+        }
+        QTextDocument document;
+        rtf::readInto(source, document);
+        // What was read can be written and read again to the same text.
+        QTextDocument again;
+        rtf::readInto(rtf::write(document), again);
+        ASSERT_EQ(again.toPlainText(), document.toPlainText()) << source.toStdString();
+    }
 }

@@ -67,6 +67,7 @@ TEST_F(BrowserWindow, ItsLookupOnlyShowsAndEditOpensTheEditor) {
     clickButton(browser, "btnEdit");
     auto* editor = browser->findChild<ui::EditCompilationWindow*>();
     ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->mode(), assembly::EditorMode::Edit);
     EXPECT_EQ(testsupport::control<QLineEdit>(editor, "txtCompilationName")->text(), "Beat Club");
     editor->close();
     QTest::mouseDClick(testsupport::control(browser, "txtCompilationName"), Qt::LeftButton);

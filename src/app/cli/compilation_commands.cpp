@@ -100,8 +100,8 @@ int composeCover(engine::Database& database, const QString& name, assembly::Cove
         streams.err << "There is no compilation named \"" << name << "\"." << Qt::endl;
         return 1;
     }
-    const assembly::CoverControls offered =
-        assembly::coverControls(facts->tracks >= 1 ? 2 : 1, facts->format, false, false);
+    const assembly::CoverControls offered = assembly::coverControls(
+        assembly::contentOfTracks(facts->tracks), facts->format, false, false);
     if (facts->tracks < 1) {
         streams.err << reports::kNoTracksOnCompilation << Qt::endl;
         return 1;

@@ -20,6 +20,7 @@
 #include "gui/cover_screenshots.h"
 #include "platform/scripted_dialogs.h"
 #include "store/album_source.h"
+#include "store/compilation_queries.h"
 #include "ui/controls/data_grid.h"
 #include "ui/controls/main_toolbar.h"
 #include "ui/controls/performer_tree_model.h"
@@ -101,7 +102,7 @@ bool editorPictures(ui::OverviewWindow& window, platform::ScriptedDialogs& dialo
     if (editor == nullptr) {
         return false;
     }
-    const bool cdRom = editor->editor().values.format.toLower() == QLatin1String("cd-rom");
+    const bool cdRom = store::isCdRomCover(editor->editor().values.format);
     editor->findChild<QPushButton*>(cdRom ? QStringLiteral("btnGet2") : QStringLiteral("btnGet1"))
         ->click();
     ok &= savePicture(editor, folder, QStringLiteral("editor-edit"));

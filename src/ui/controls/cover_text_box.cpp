@@ -10,6 +10,7 @@
 
 #include "platform/dialogs.h"
 #include "rtf/rtf.h"
+#include "store/compilation_queries.h"
 
 namespace ui {
 
@@ -17,10 +18,6 @@ namespace {
 
 constexpr int kSmallestFontSize = 6;
 constexpr int kLargestFontSize = 14;
-
-bool isCdRom(const QString& format) {
-    return format.toLower() == QStringLiteral("cd-rom");
-}
 
 QTextCharFormat fontFormat(const QString& family, double points, bool bold, bool italic,
                            bool strikeOut, bool underline) {
@@ -74,7 +71,7 @@ QString CoverTextBox::storedText() const {
 
 void CoverTextBox::setDefaultFont(const QString& format) {
     selectAllIfNone();
-    const bool cdRom = isCdRom(format);
+    const bool cdRom = store::isCdRomCover(format);
     const QTextCharFormat font =
         fontFormat(QStringLiteral("Arial"), cdRom ? 10 : 9, false, false, false, false);
     QTextBlockFormat alignment;

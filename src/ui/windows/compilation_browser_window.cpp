@@ -17,6 +17,7 @@
 #include "shell/navigation.h"
 #include "shell/session.h"
 #include "store/compilation_queries.h"
+#include "store/screen_colours.h"
 #include "ui/controls/data_grid.h"
 #include "ui/controls/find_panel.h"
 #include "ui/controls/panel_status_bar.h"
@@ -135,7 +136,7 @@ QWidget* CompilationBrowserWindow::buildFields() {
 // The name's colours by the screen's colours: highlight colours on screens of at most 256
 // colours, else those of a tool tip.
 void CompilationBrowserWindow::colourName() {
-    const bool few = screenColourCount(*this) <= 256;
+    const bool few = store::hasFewColours(screenColourCount(*this));
     QPalette palette = name_->palette();
     palette.setColor(QPalette::Base,
                      palette.color(few ? QPalette::Highlight : QPalette::ToolTipBase));
@@ -243,7 +244,6 @@ void CompilationBrowserWindow::showTrackLookup() {
 }
 
 void CompilationBrowserWindow::requestEdit() {
-    setProperty("tag", QStringLiteral("EDIT"));
     emit editRequested();
 }
 

@@ -33,8 +33,8 @@ class CompilationBrowserWindow : public QWidget {
     DataGrid* trackGrid() const { return tracks_; }
 
   signals:
-    // Edit, or a double click on the compilation's name: the editor should open (its tag is
-    // "EDIT") on compilationId().
+    // Edit, or a double click on the compilation's name: the editor should open to edit
+    // compilationId().
     void editRequested();
 
   protected:

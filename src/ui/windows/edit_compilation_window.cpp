@@ -18,6 +18,7 @@
 #include "shell/navigation.h"
 #include "shell/session.h"
 #include "store/album_source.h"
+#include "store/screen_colours.h"
 #include "ui/controls/cover_text_box.h"
 #include "ui/windows/get_songs_window.h"
 #include "ui/windows/overview_window.h"
@@ -86,20 +87,20 @@ double screenColourCount(const QWidget* widget) {
 }  // namespace
 
 FieldColours requiredFieldColours(double colourCount, const QPalette& system) {
-    if (colourCount <= 256) {
+    if (store::hasFewColours(colourCount)) {
         return {system.color(QPalette::Highlight), system.color(QPalette::HighlightedText)};
     }
     return {system.color(QPalette::ToolTipBase), system.color(QPalette::WindowText)};
 }
 
 EditCompilationWindow::EditCompilationWindow(shell::Session& session, platform::Dialogs& dialogs,
-                                             QWidget* opener, const QString& mode,
+                                             QWidget* opener, assembly::EditorMode mode,
                                              std::optional<qint64> currentId)
     : QWidget(opener, Qt::Window),
       session_(session),
       dialogs_(dialogs),
       opener_(opener),
-      mode_(assembly::editorMode(mode)),
+      mode_(mode),
       editor_(session.database()) {
     setObjectName(QStringLiteral("frmEditCompilation"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -466,11 +467,8 @@ void EditCompilationWindow::closeEvent(QCloseEvent* event) {
 }
 
 EditCompilationWindow* openCompilationEditor(shell::Session& session, platform::Dialogs& dialogs,
-                                             QWidget* opener, const QString& mode,
+                                             QWidget* opener, assembly::EditorMode mode,
                                              std::optional<qint64> currentId) {
-    if (opener != nullptr) {
-        opener->setProperty("tag", mode);
-    }
     auto* editor = new EditCompilationWindow(session, dialogs, opener, mode, currentId);
     if (OverviewWindow* main = mainWindowOf(opener)) {
         main->windowRegistry().add(editor);

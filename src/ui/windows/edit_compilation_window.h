@@ -39,9 +39,9 @@ FieldColours requiredFieldColours(double colourCount, const QPalette& system);
 class EditCompilationWindow : public QWidget {
     Q_OBJECT
   public:
-    // mode is the opener's tag: "EDIT" edits currentId, anything else adds a compilation.
+    // Edit edits currentId, Add adds a compilation.
     EditCompilationWindow(shell::Session& session, platform::Dialogs& dialogs, QWidget* opener,
-                          const QString& mode, std::optional<qint64> currentId);
+                          assembly::EditorMode mode, std::optional<qint64> currentId);
 
     assembly::CompilationEditor& editor() { return editor_; }
     assembly::EditorMode mode() const { return mode_; }
@@ -106,12 +106,12 @@ class EditCompilationWindow : public QWidget {
     QPushButton* copyButton_ = nullptr;
 };
 
-// Opens the editor for an opener (the main window or a window it owns) whose tag is set to
-// mode: not modal, owned by the opener, registered with the main window's windows. When it
-// closes, the main window's list takes the goto field of its first column again and, after an
-// "add", makes the new compilation its current row.
+// Opens the editor in a mode for an opener (the main window or a window it owns): not modal, owned
+// by the opener, registered with the main window's windows. When it closes, the main window's list
+// takes the goto field of its first column again and, after an "add", makes the new compilation its
+// current row.
 EditCompilationWindow* openCompilationEditor(shell::Session& session, platform::Dialogs& dialogs,
-                                             QWidget* opener, const QString& mode,
+                                             QWidget* opener, assembly::EditorMode mode,
                                              std::optional<qint64> currentId);
 
 }  // namespace ui

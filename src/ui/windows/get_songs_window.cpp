@@ -204,8 +204,7 @@ void GetSongsWindow::load() {
     setGridLayout(*target_, QStringLiteral("get_target"), colours);
     setColor();
     position_->setStyleSheet(
-        QStringLiteral("color: %1")
-            .arg(fromBgr(assembly::positionDisplayColour(qint64(colours))).name()));
+        QStringLiteral("color: %1").arg(shell::positionColour(colours).name()));
     if (owner_ != nullptr) {
         owner_->hide();
     }

@@ -242,7 +242,7 @@ void OverviewWindow::onGridDoubleClicked() {
     try {
         auto* browser = new CompilationBrowserWindow(*this, dialogs_);
         connect(browser, &CompilationBrowserWindow::editRequested, browser, [this, browser] {
-            openCompilationEditor(session_, dialogs_, browser, QStringLiteral("EDIT"),
+            openCompilationEditor(session_, dialogs_, browser, assembly::EditorMode::Edit,
                                   browser->compilationId());
         });
         browser->show();
@@ -272,10 +272,10 @@ void OverviewWindow::runTool(const QString& id) {
                 print();
                 break;
             case shell::ToolCommand::NewCompilation:
-                openEditor(QStringLiteral("ADD"));
+                openEditor(assembly::EditorMode::Add);
                 break;
             case shell::ToolCommand::EditCompilation:
-                openEditor(QStringLiteral("EDIT"));
+                openEditor(assembly::EditorMode::Edit);
                 break;
             case shell::ToolCommand::DeleteCompilation:
                 deleteCompilation();
@@ -342,7 +342,7 @@ void OverviewWindow::deleteCompilation() {
     setToolbarState();
 }
 
-void OverviewWindow::openEditor(const QString& mode) {
+void OverviewWindow::openEditor(assembly::EditorMode mode) {
     setBusy(true);
     openCompilationEditor(session_, dialogs_, this, mode, currentId());
     setBusy(false);

@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <optional>
 
+#include "assembly/compilation_editor.h"
 #include "shell/database_commands.h"
 #include "shell/print_command.h"
 #include "shell/session.h"
@@ -76,7 +77,7 @@ class OverviewWindow : public QMainWindow, private shell::CommandFeedback {
     void closeDatabase();
     void compactDatabase();
     void deleteCompilation();
-    void openEditor(const QString& mode);
+    void openEditor(assembly::EditorMode mode);
     void showHelp();
     void print();
     std::optional<qint64> currentId();  // the list's current compilation
