@@ -29,7 +29,7 @@ class DataGridTest : public ::testing::Test {
         control.setDatabase(engine::Workspace::defaultWorkspace().openDatabase(path));
         control.setRecordSource(store::standardStatement("compilation"));
         control.refresh();
-        grid.setColumns(*store::gridColumns("overview"));
+        grid.setColumns(store::gridColumns(store::GridKind::Overview));
         grid.setDataControl(&control);
         grid.resize(600, 300);
         grid.show();
@@ -142,7 +142,7 @@ TEST_F(DataGridTest, RefreshThatRemovesRowsKeepsAValidSelection) {
 
 TEST_F(DataGridTest, LayoutColoursFollowTheColourDepth) {
     const QPalette system = QApplication::palette(&grid);
-    ui::setGridLayout(grid, "overview", 65536);
+    ui::setGridLayout(grid, store::GridKind::Overview, 65536);
     EXPECT_TRUE(grid.alternatingRowColors());
     EXPECT_EQ(grid.palette().color(QPalette::Base), QColor(Qt::white));
     EXPECT_EQ(grid.palette().color(QPalette::AlternateBase), QColor(224, 224, 224));
@@ -153,26 +153,26 @@ TEST_F(DataGridTest, LayoutColoursFollowTheColourDepth) {
     EXPECT_EQ(grid.frameShadow(), QFrame::Sunken);
     EXPECT_EQ(grid.verticalHeader()->defaultSectionSize(), 20);
 
-    ui::setGridLayout(grid, "overview", 256);
+    ui::setGridLayout(grid, store::GridKind::Overview, 256);
     EXPECT_EQ(grid.palette().color(QPalette::AlternateBase), QColor(Qt::white));
     EXPECT_EQ(grid.palette().color(QPalette::Highlight), system.color(QPalette::Highlight));
 }
 
 TEST_F(DataGridTest, LayoutSkipsColumnsTheGridLacks) {
     // The browser's grid has eight columns; the layout also names a ninth.
-    grid.setColumns(*store::gridColumns("compilation"));
-    ui::setGridLayout(grid, "compilation", 256);
+    grid.setColumns(store::gridColumns(store::GridKind::Compilation));
+    ui::setGridLayout(grid, store::GridKind::Compilation, 256);
     EXPECT_EQ(grid.columnCount(), 8);
     EXPECT_EQ(grid.frameShadow(), QFrame::Plain);
 
     // Red track numbers for rearranging, skipped quietly by a grid without columns.
-    grid.setColumns(*store::gridColumns("rearrange"));
-    ui::setGridLayout(grid, "rearrange", 256);
+    grid.setColumns(store::gridColumns(store::GridKind::Rearrange));
+    ui::setGridLayout(grid, store::GridKind::Rearrange, 256);
     EXPECT_EQ(grid.model()->index(0, 0).data(Qt::ForegroundRole).value<QColor>(),
               QColor(255, 0, 0));
     EXPECT_FALSE(grid.model()->index(0, 1).data(Qt::ForegroundRole).isValid());
     grid.setColumns({});
-    ui::setGridLayout(grid, "rearrange", 256);
+    ui::setGridLayout(grid, store::GridKind::Rearrange, 256);
     EXPECT_EQ(grid.columnCount(), 0);
 }
 

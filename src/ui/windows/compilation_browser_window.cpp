@@ -74,7 +74,7 @@ void CompilationBrowserWindow::buildControls() {
     auto* body = new QGridLayout;
     tracks_ = new DataGrid(this);
     tracks_->setObjectName(QStringLiteral("grd6Track"));
-    tracks_->setColumns(*store::gridColumns(QStringLiteral("compilation")));
+    tracks_->setColumns(store::gridColumns(store::GridKind::Compilation));
     tracks_->setDataControl(&trackRows_);
     connect(tracks_, &DataGrid::clicked, this, [this] { toggleSplitState(*tracks_); });
     connect(tracks_, &DataGrid::doubleClicked, this, &CompilationBrowserWindow::showTrackLookup);
@@ -182,7 +182,7 @@ void CompilationBrowserWindow::load(qint64 chosenId) {
     refillGotoList();
     gotoLabel_->setText(QStringLiteral("Find Compilation Title:"));
     showListCount();
-    setGridLayout(*tracks_, QStringLiteral("compilation"), screenColourCount(*this));
+    setGridLayout(*tracks_, store::GridKind::Compilation, screenColourCount(*this));
 }
 
 qint64 CompilationBrowserWindow::compilationId() {
