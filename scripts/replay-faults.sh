@@ -7,8 +7,9 @@
 #
 # PATTERN limits the run to the faults whose file name contains it (a grep -E regex). --quick runs
 # only the tests a fault's Caught-by line names; without it every test runs, which is the honest
-# check. The copy and its build live in ${MIXORAMA_FAULT_DIR:-/tmp/mixorama-faults} and are kept,
-# so later runs build incrementally. The real working tree and its build folders are never written.
+# check. The copy and its build (the copy's ./build) live in
+# ${MIXORAMA_FAULT_DIR:-/tmp/mixorama-faults} and are kept, so later runs build incrementally. The
+# real working tree and its build folders are never written.
 # Exit status: 0 when every fault is caught, 1 when one is missed, does not apply or does not
 # build (a fault must compile: a patch the compiler rejects needs fixing), 2 on a usage error or
 # while another run uses the same scratch folder.
@@ -39,7 +40,9 @@ repo="$(cd "$(dirname "$0")/.." && pwd -P)"
 faults_dir="$repo/scripts/faults"
 scratch="$(realpath -m "${MIXORAMA_FAULT_DIR:-/tmp/mixorama-faults}")"
 copy="$scratch/src"
-build="$scratch/build"
+# The build sits inside the copy as ./build sits in the tree, so that a compiler cache whose
+# base_dir holds both (ccache) hands the copy the objects the tree's build made.
+build="$copy/build"
 logs="$scratch/logs"
 
 # The copy is emptied of whatever the tree does not hold: it must never be the tree itself, nor
@@ -87,18 +90,20 @@ sync_copy() {
             cp -P --preserve=mode "$repo/$path" "$copy/$path"
         fi
     done <"$wanted.all"
-    (cd "$copy" && find . -type f -o -type l) | sed 's|^\./||' | sort >"$present"
+    (cd "$copy" && find . -path ./build -prune -o \( -type f -o -type l \) -print) |
+        sed 's|^\./||' | sort >"$present"
     comm -23 "$present" "$wanted" | while IFS= read -r path; do
         rm -f "$copy/$path"
     done
-    find "$copy" -mindepth 1 -type d -empty -delete
+    find "$copy" -mindepth 1 -type d -empty -not -path "$build" -not -path "$build/*" -delete
     rm -f "$wanted.all" "$wanted" "$present"
 }
 
 build_copy() { # log file
     if [ ! -f "$build/CMakeCache.txt" ]; then
+        # The generator and flags of scripts/build.sh: a compiler cache then sees the same
+        # commands as for ./build.
         local options=(-DCMAKE_BUILD_TYPE=RelWithDebInfo -DMIXORAMA_WERROR=OFF)
-        command -v ninja >/dev/null && options+=(-G Ninja)
         if command -v ccache >/dev/null; then
             options+=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
         fi

@@ -1,9 +1,19 @@
 #pragma once
 
+// What the tests of the two programs share: running a program of the build as a user does.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
 #include <QProcess>
-#include <QString>
 #include <QStringList>
+
+#include "engine/jet_error.h"
+#include "engine/workspace.h"
+#include "support/databases.h"
 #include "support/paths.h"
+#include "support/samples.h"
+#include "support/temp_dir.h"
 
 namespace testsupport {
 
@@ -13,14 +23,12 @@ struct ProgramRun {
     QString err;
 };
 
-// Runs one of the programs of the program folder and waits for it (at most two minutes, or the
-// time given); one that has not ended by then is killed and gets the exit code -1.
+// Runs a program of the program folder and waits for it; one that has not ended after the
+// timeout is killed and gets the exit code -1.
 inline ProgramRun run(const QString& program, const QStringList& arguments,
                       int timeoutMs = 120000) {
     QProcess process;
-    process.setProgram(testsupport::programPath(program));
-    process.setArguments(arguments);
-    process.start();
+    process.start(programPath(program), arguments);
     if (!process.waitForFinished(timeoutMs)) {
         process.kill();
         process.waitForFinished();

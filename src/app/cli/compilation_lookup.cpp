@@ -22,16 +22,6 @@ std::optional<Compilation> findCompilation(engine::Database& database, const QSt
                        {row.value(2).toInt(), row.value(3).toLongLong()}};
 }
 
-bool hasTrackNo(engine::Database& database, const Compilation& compilation, int trackNo) {
-    engine::Recordset row = database.openRecordset(
-        QStringLiteral("SELECT Count(*) FROM CompilationTrack WHERE CompilationID_F1 = %1 AND "
-                       "TrackNo = %2")
-            .arg(compilation.id)
-            .arg(trackNo),
-        engine::RecordsetType::Snapshot);
-    return row.value(0).toInt() > 0;
-}
-
 int noSuchTrack(engine::Database& database, const Compilation& compilation, const QString& name,
                 const QString& trackNo, Streams streams) {
     engine::Recordset numbers = database.openRecordset(

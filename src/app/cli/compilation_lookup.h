@@ -25,9 +25,6 @@ struct Compilation {
 std::optional<Compilation> findCompilation(engine::Database& database, const QString& name,
                                            Streams streams);
 
-// Whether a track of the compilation has this number.
-bool hasTrackNo(engine::Database& database, const Compilation& compilation, int trackNo);
-
 // Prints that trackNo, as given on the command line, is no track of the compilation and which
 // numbers are; returns the exit code 1.
 int noSuchTrack(engine::Database& database, const Compilation& compilation, const QString& name,
