@@ -21,6 +21,7 @@ Column sourceColumn(const char* field, const char* caption, ValueKind kind,
             QString::fromLatin1(orderField), QString::fromLatin1(filterCaption)};
 }
 
+// Sortable, not filterable: the rearranging window orders a compilation's tracks.
 Column trackColumn(const char* field, const char* caption, ValueKind kind,
                    const char* orderField = "") {
     return {QString::fromLatin1(field),
@@ -32,6 +33,7 @@ Column trackColumn(const char* field, const char* caption, ValueKind kind,
             {}};
 }
 
+// Shown and searched only.
 Column listColumn(const char* field, const char* caption, ValueKind kind = K::Text) {
     return {QString::fromLatin1(field), QString::fromLatin1(caption), kind, false, false, {}, {}};
 }
