@@ -101,7 +101,7 @@ QStringList valueList(engine::Database& database, ValueList list) {
 bool isListedManufacturer(engine::Database& database, const QString& name) {
     return !firstColumn(database, QStringLiteral("SELECT Count(*) FROM LstManufacturer "
                                                  "WHERE Manufacturer_P = '") +
-                                      query::escapeSql(QStringLiteral("AVOID"), name) +
+                                      query::escapeSql(query::EscapeFor::Literal, name) +
                                       QLatin1Char('\''))
                 .startsWith(QLatin1Char('0'));
 }
@@ -132,7 +132,7 @@ bool offerManufacturer(engine::Database& database, platform::Dialogs& dialogs,
 std::optional<qint64> compilationIdByName(engine::Database& database, const QString& name) {
     const QString id = firstColumn(
         database, QStringLiteral("SELECT CompilationID_P FROM Compilation WHERE Name = '") +
-                      query::escapeSql(QStringLiteral("AVOID"), name) + QLatin1Char('\''));
+                      query::escapeSql(query::EscapeFor::Literal, name) + QLatin1Char('\''));
     if (id.isEmpty()) {
         return std::nullopt;
     }
@@ -236,7 +236,7 @@ UpdateResult CompilationEditor::writeValues(platform::Dialogs& dialogs) {
         return UpdateResult::LengthRequired;
     }
     const query::FieldValue length =
-        query::checkValue(values.length, QStringLiteral("n"), false, dialogs);
+        query::checkValue(values.length, query::ValueKind::Number, false, dialogs);
     if (length.kind() != query::FieldValue::Kind::Integer) {
         return UpdateResult::LengthNotANumber;
     }
@@ -249,7 +249,7 @@ UpdateResult CompilationEditor::writeValues(platform::Dialogs& dialogs) {
     QVariant date;
     if (values.dateText != kEmptyDateMask) {
         const query::FieldValue typed =
-            query::checkValue(values.dateText, QStringLiteral("d"), false, dialogs);
+            query::checkValue(values.dateText, query::ValueKind::Date, false, dialogs);
         if (typed.kind() != query::FieldValue::Kind::Date) {
             return UpdateResult::DateNotADate;
         }

@@ -13,7 +13,7 @@ const QString kIncompleteData = QStringLiteral(
 
 namespace {
 
-const QString kAvoid = QStringLiteral("AVOID");
+constexpr query::EscapeFor kAvoid = query::EscapeFor::Literal;
 const QString kChildSeparator = QStringLiteral("   [");
 
 // The table or query a level reads: the plain source itself, or queryNavigate made afresh from

@@ -82,9 +82,9 @@ QString trackLookupStatement(const QString& performer, const QString& title) {
            QStringLiteral(
                "       Compilation.CompilationID_P = CompilationTrack.CompilationID_F1 ") +
            QStringLiteral(" WHERE Track_Artist_Name='") +
-           query::escapeSql(QStringLiteral("AVOID"), performer) +
+           query::escapeSql(query::EscapeFor::Literal, performer) +
            QStringLiteral("' AND Track_Title='") +
-           query::escapeSql(QStringLiteral("AVOID"), title) + QStringLiteral("' ") +
+           query::escapeSql(query::EscapeFor::Literal, title) + QStringLiteral("' ") +
            QStringLiteral(" ORDER BY Compilation.Name, CompilationTrack.TrackNo ");
 }
 

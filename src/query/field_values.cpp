@@ -91,24 +91,23 @@ std::optional<FieldValue> checkYesNo(const QVariant& value) {
     return std::nullopt;
 }
 
-struct LetterRule {
-    char16_t letter;
+struct KindRule {
+    ValueKind kind;
     const char* message;
     Check check;
 };
 
-constexpr std::array<LetterRule, 5> kRules{{
-    {u'n', "Value must be a number (integer).", checkInteger},
-    {u'r', "Value must be a currency.", checkCurrency},
-    {u'd', "Value must be a valid date (e.g. 21.01.97).", checkDate},
-    {u't', "Value must be a valid time (e.g. 00:49:07).", checkTime},
-    {u'b', "Value must be 'Yes' or 'No'.", checkYesNo},
+constexpr std::array<KindRule, 5> kRules{{
+    {ValueKind::Number, "Value must be a number (integer).", checkInteger},
+    {ValueKind::Currency, "Value must be a currency.", checkCurrency},
+    {ValueKind::Date, "Value must be a valid date (e.g. 21.01.97).", checkDate},
+    {ValueKind::Time, "Value must be a valid time (e.g. 00:49:07).", checkTime},
+    {ValueKind::YesNo, "Value must be 'Yes' or 'No'.", checkYesNo},
 }};
 
-const LetterRule* ruleFor(const QString& typeLetter) {
-    const QString letter = typeLetter.toLower();
-    for (const LetterRule& rule : kRules) {
-        if (letter.size() == 1 && letter[0] == rule.letter)
+const KindRule* ruleFor(ValueKind kind) {
+    for (const KindRule& rule : kRules) {
+        if (rule.kind == kind)
             return &rule;
     }
     return nullptr;
@@ -139,16 +138,16 @@ QString FieldValue::toText() const {
     return QString();
 }
 
-FieldValue checkValue(const QVariant& value, const QString& typeLetter, bool quiet,
+FieldValue checkValue(const QVariant& value, ValueKind kind, bool quiet,
                       platform::Dialogs& dialogs) {
-    const FieldValue checked = checkValue(value, typeLetter);
+    const FieldValue checked = checkValue(value, kind);
     if (!quiet && !checked.isEmpty() && checked.toText().isEmpty())
-        dialogs.exclamation(QString::fromLatin1(ruleFor(typeLetter)->message));
+        dialogs.exclamation(QString::fromLatin1(ruleFor(kind)->message));
     return checked;
 }
 
-FieldValue checkValue(const QVariant& value, const QString& typeLetter) {
-    const LetterRule* rule = ruleFor(typeLetter);
+FieldValue checkValue(const QVariant& value, ValueKind kind) {
+    const KindRule* rule = ruleFor(kind);
     if (!rule)
         return FieldValue();
     if (std::optional<FieldValue> checked = rule->check(value))
@@ -156,13 +155,12 @@ FieldValue checkValue(const QVariant& value, const QString& typeLetter) {
     return FieldValue::fromText(QString());
 }
 
-QString escapeSql(const QString& mode, const QString& text) {
-    const QString kind = mode.toUpper();
+QString escapeSql(EscapeFor use, const QString& text) {
     QString escaped = replaceEach(text, u'\'', QStringLiteral("''"));
-    if (kind == u"AVOID")
+    if (use == EscapeFor::Literal)
         return escaped;
     escaped = replaceEach(escaped, u'[', QStringLiteral("[[]"));
-    if (kind != u"CONTAINS" && kind != u"STARTS")
+    if (use == EscapeFor::TypedPattern)
         return escaped;
     escaped = replaceEach(escaped, u'?', QStringLiteral("[?]"));
     escaped = replaceEach(escaped, u'*', QStringLiteral("[*]"));
@@ -170,13 +168,14 @@ QString escapeSql(const QString& mode, const QString& text) {
 }
 
 QString textCondition(const QString& comparison, const QString& text) {
-    const QString escaped = escapeSql(comparison, text);
     const QString lower = comparison.toLower();
+    const QString embedded = escapeSql(EscapeFor::TextInPattern, text);
     if (lower == QLatin1String("starts"))
-        return QStringLiteral("LIKE '") + escaped + QStringLiteral("**'");
+        return QStringLiteral("LIKE '") + embedded + QStringLiteral("**'");
     if (lower == QLatin1String("contains"))
-        return QStringLiteral("LIKE '*") + escaped + QStringLiteral("*'");
-    return comparison + QStringLiteral(" '") + escaped + QStringLiteral("'");
+        return QStringLiteral("LIKE '*") + embedded + QStringLiteral("*'");
+    return comparison + QStringLiteral(" '") + escapeSql(EscapeFor::TypedPattern, text) +
+           QStringLiteral("'");
 }
 
 void upcaseKey(qint16& keyCode) {

@@ -7,6 +7,7 @@
 #include <variant>
 
 #include "platform/dialogs.h"
+#include "query/columns.h"
 #include "query/currency.h"
 #include "query/date_text.h"
 #include "query/time_text.h"
@@ -53,19 +54,19 @@ class FieldValue {
     Storage value_;
 };
 
-// Checks a typed value against a field type letter, compared without regard to case:
-// n whole number (16 bit), r currency, d date, t time, b yes/no. Any other letter, c included,
-// is not checked and gives the empty value. A failed check gives the empty text and, unless
-// quiet, shows the letter's message. Never throws.
-FieldValue checkValue(const QVariant& value, const QString& typeLetter, bool quiet,
+// Checks a typed value against the kind of its field: a whole number of 16 bits, a currency
+// amount, a date, a time or yes/no. Text is not checked and gives the empty value. A failed check
+// gives the empty text and, unless quiet, shows the kind's message. Never throws.
+FieldValue checkValue(const QVariant& value, ValueKind kind, bool quiet,
                       platform::Dialogs& dialogs);
 // The quiet check: the same result, never a message.
-FieldValue checkValue(const QVariant& value, const QString& typeLetter);
+FieldValue checkValue(const QVariant& value, ValueKind kind);
 
-// Escapes a text for a quoted SQL literal ("AVOID": quotes only), a LIKE pattern the user's
-// text is embedded in ("CONTAINS", "STARTS": quotes and every wildcard), or a LIKE pattern
-// the user typed (any other mode: quotes and "[" only, wildcards keep working).
-QString escapeSql(const QString& mode, const QString& text);
+// What a text is escaped for: a quoted SQL literal (quotes only), a text embedded in a LIKE
+// pattern (quotes and every wildcard), or a LIKE pattern the user typed (quotes and "[" only,
+// its wildcards keep working).
+enum class EscapeFor { Literal, TextInPattern, TypedPattern };
+QString escapeSql(EscapeFor use, const QString& text);
 
 // The condition on a text column for a comparison caption and the typed text: "Starts" and
 // "Contains" embed the text in a pattern with its wildcards escaped ("LIKE 'Beat**'",

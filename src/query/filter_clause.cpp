@@ -1,6 +1,7 @@
 #include "query/filter_clause.h"
 
 #include <optional>
+#include <vector>
 
 #include "engine/database.h"
 #include "engine/recordset.h"
@@ -11,51 +12,54 @@ namespace query {
 
 namespace {
 
-const std::array<FilterVariable, 11> kVariables{{
-    {QStringLiteral("Track Performer"), QStringLiteral("ArtistSort"), QStringLiteral("c")},
-    {QStringLiteral("Track Title"), QStringLiteral("TitleTrack"), QStringLiteral("c")},
-    {QStringLiteral("Recorded"), QStringLiteral("MyRecorded"), QStringLiteral("n")},
-    {QStringLiteral("Time"), QStringLiteral("Length"), QStringLiteral("t")},
-    {QStringLiteral("Rating"), QStringLiteral("RatingTrack"), QStringLiteral("c")},
-    {QStringLiteral("Live"), QStringLiteral("Live"), QStringLiteral("b")},
-    {QStringLiteral("Version"), QStringLiteral("Version"), QStringLiteral("c")},
-    {QStringLiteral("Album Title"), QStringLiteral("TitleAlbum"), QStringLiteral("c")},
-    {QStringLiteral("Album Performer"), QStringLiteral("AlbumArtistSort"), QStringLiteral("c")},
-    {QStringLiteral("Item #"), QStringLiteral("Item"), QStringLiteral("n")},
-    {QStringLiteral("Index #"), QStringLiteral("Index"), QStringLiteral("n")},
-}};
+std::vector<FilterVariable> filterVariables() {
+    std::vector<FilterVariable> variables;
+    for (const Column& column : columns(ColumnSet::Source)) {
+        if (column.filterable) {
+            const QString& caption =
+                column.filterCaption.isEmpty() ? column.caption : column.filterCaption;
+            variables.push_back({caption, column.keyField(), column.kind});
+        }
+    }
+    return variables;
+}
+
+using C = ComparisonClass;
 
 const std::array<FilterComparison, 12> kComparisons{{
-    {QStringLiteral("Starts"), 2},
-    {QStringLiteral("Contains"), 2},
-    {QStringLiteral("Like"), 2},
-    {QStringLiteral("Not Like"), 2},
-    {QStringLiteral("Is Null"), 3},
-    {QStringLiteral("Is Not Null"), 3},
-    {QStringLiteral("="), 5},
-    {QStringLiteral("<>"), 1},
-    {QStringLiteral(">"), 1},
-    {QStringLiteral(">="), 1},
-    {QStringLiteral("<"), 1},
-    {QStringLiteral("<="), 1},
+    {QStringLiteral("Starts"), C::Pattern},
+    {QStringLiteral("Contains"), C::Pattern},
+    {QStringLiteral("Like"), C::Pattern},
+    {QStringLiteral("Not Like"), C::Pattern},
+    {QStringLiteral("Is Null"), C::NullTest},
+    {QStringLiteral("Is Not Null"), C::NullTest},
+    {QStringLiteral("="), C::Equality},
+    {QStringLiteral("<>"), C::Ordering},
+    {QStringLiteral(">"), C::Ordering},
+    {QStringLiteral(">="), C::Ordering},
+    {QStringLiteral("<"), C::Ordering},
+    {QStringLiteral("<="), C::Ordering},
 }};
 
-bool offeredFor(const QString& typeLetter, int comparisonClass) {
-    const QString letter = typeLetter.toLower();
-    if (letter == u"c")
-        return comparisonClass != 1 && comparisonClass != 5;
-    if (letter == u"n" || letter == u"t")
-        return comparisonClass != 2;
-    if (letter == u"b")
-        return comparisonClass == 5;
-    return true;
+bool offeredFor(ValueKind kind, ComparisonClass comparisonClass) {
+    switch (kind) {
+        case ValueKind::Text:
+            return comparisonClass != C::Ordering && comparisonClass != C::Equality;
+        case ValueKind::Number:
+        case ValueKind::Time:
+            return comparisonClass != C::Pattern;
+        case ValueKind::YesNo:
+            return comparisonClass == C::Equality;
+        default:
+            return true;
+    }
 }
 
 // The table's caption of a comparison the variable offers, typed in any case.
 std::optional<QString> offeredComparison(const FilterVariable& variable, const QString& typed) {
     for (const FilterComparison& comparison : kComparisons) {
         if (comparison.caption.compare(typed, Qt::CaseInsensitive) == 0 &&
-            offeredFor(variable.typeLetter, comparison.comparisonClass))
+            offeredFor(variable.kind, comparison.comparisonClass))
             return comparison.caption;
     }
     return std::nullopt;
@@ -78,12 +82,11 @@ QString ordinal(int index) {
     return index == 0 ? QStringLiteral("First") : QStringLiteral("Second");
 }
 
-QString typeMessage(int index, const QString& typeLetter) {
-    const QString letter = typeLetter.toLower();
+QString typeMessage(int index, ValueKind kind) {
     QString demand = QStringLiteral("a valid time (e.g. 00:49:07)");
-    if (letter == u"n")
+    if (kind == ValueKind::Number)
         demand = QStringLiteral("a number (integer)");
-    else if (letter == u"b")
+    else if (kind == ValueKind::YesNo)
         demand = QStringLiteral("'Yes' or 'No'");
     return ordinal(index) + QStringLiteral(" filter text must be ") + demand + QLatin1Char('.');
 }
@@ -95,10 +98,9 @@ bool isNullTest(const QString& comparison) {
 QString condition(const FilterVariable& variable, const QString& comparison, const QString& text) {
     if (isNullTest(comparison))
         return comparison;
-    const QString letter = variable.typeLetter.toLower();
-    if (letter == u"c")
+    if (variable.kind == ValueKind::Text)
         return textCondition(comparison, text);
-    if (letter == u"t")
+    if (variable.kind == ValueKind::Time)
         return comparison + QLatin1Char(' ') + QString::number(qRound64(parseTime(text)));
     return comparison + QLatin1Char(' ') + text;
 }
@@ -121,10 +123,10 @@ RowPart composeRow(int index, const FilterRow& row, const QString& concatenation
         return {{},
                 QStringLiteral("First and second filter definitions ") +
                     QStringLiteral("are not properly concatenated.")};
-    if (!nullTest && variable->typeLetter != u"c") {
-        text = checkValue(row.text, variable->typeLetter.toUpper()).toText();
+    if (!nullTest && variable->kind != ValueKind::Text) {
+        text = checkValue(row.text, variable->kind).toText();
         if (text.isEmpty())
-            return {{}, typeMessage(index, variable->typeLetter)};
+            return {{}, typeMessage(index, variable->kind)};
     }
     return {variable->field + QLatin1Char(' ') + condition(*variable, *comparison, text), {}};
 }
@@ -132,11 +134,12 @@ RowPart composeRow(int index, const FilterRow& row, const QString& concatenation
 }  // namespace
 
 std::span<const FilterVariable> variableTable() {
-    return kVariables;
+    static const std::vector<FilterVariable> variables = filterVariables();
+    return variables;
 }
 
 const FilterVariable* findVariable(const QString& caption) {
-    for (const FilterVariable& variable : kVariables) {
+    for (const FilterVariable& variable : variableTable()) {
         if (variable.caption.compare(caption, Qt::CaseInsensitive) == 0)
             return &variable;
     }
@@ -147,13 +150,13 @@ std::span<const FilterComparison> comparisonTable() {
     return kComparisons;
 }
 
-ComparisonChoice fillComparison(const QString& typeLetter, const QString& inputHint) {
+ComparisonChoice fillComparison(ValueKind kind, const QString& inputHint) {
     ComparisonChoice choice;
     for (const FilterComparison& comparison : kComparisons) {
-        if (offeredFor(typeLetter, comparison.comparisonClass))
+        if (offeredFor(kind, comparison.comparisonClass))
             choice.comparisons << comparison.caption;
     }
-    if (typeLetter.toLower() == u"t")
+    if (kind == ValueKind::Time)
         choice.textTooltip = inputHint;
     return choice;
 }

@@ -6,41 +6,44 @@
 #include <array>
 #include <span>
 
+#include "query/columns.h"
+
 namespace engine {
 class Database;
 }
 
 namespace query {
 
-// A column of TempSource that the filter dialog offers, with its type letter (c, n, t, b).
+// A column of TempSource that the filter dialog offers.
 struct FilterVariable {
     QString caption;  // what the variable list shows
     QString field;    // the TempSource column
-    QString typeLetter;
+    ValueKind kind;
 };
 
-// The 11 variables in the order of the variable lists.
+// The filterable columns of the source, in the order of the variable lists.
 std::span<const FilterVariable> variableTable();
 // The variable with this caption, compared case-blind; nullptr for any other text.
 const FilterVariable* findVariable(const QString& caption);
 
-// A comparison and its class: 1 ordering, 2 text patterns, 3 null tests, 5 equality.
+enum class ComparisonClass { Ordering, Pattern, NullTest, Equality };
+
 struct FilterComparison {
     QString caption;
-    int comparisonClass;
+    ComparisonClass comparisonClass;
 };
 
 // The 12 comparisons in the order of the comparison lists.
 std::span<const FilterComparison> comparisonTable();
 
-// What a row's comparison list offers for a variable of a type letter (any case): text
-// variables the patterns and null tests, numbers and times no patterns, yes/no only "=",
-// any other letter all 12. Times get the input hint as the tooltip of the row's text box.
+// What a row's comparison list offers for a variable of a kind: text variables the patterns and
+// null tests, numbers and times no patterns, yes/no only "=", any other kind all 12. Times get
+// the input hint as the tooltip of the row's text box.
 struct ComparisonChoice {
     QStringList comparisons;
     QString textTooltip;
 };
-ComparisonChoice fillComparison(const QString& typeLetter, const QString& inputHint);
+ComparisonChoice fillComparison(ValueKind kind, const QString& inputHint);
 
 // One row of the filter dialog as the user left it.
 struct FilterRow {

@@ -1,7 +1,5 @@
 #include "query/goto_find.h"
 
-#include <QStringList>
-
 #include "engine/jet_error.h"
 #include "engine/recordset.h"
 #include "platform/dialogs.h"
@@ -11,11 +9,11 @@ namespace query {
 
 namespace {
 
-// Checks the typed value with a type letter and writes the normal form back into it; nothing
-// when the check failed (checkValue has shown its message then).
-std::optional<FieldValue> checkedValue(QString& gotoText, const QString& letter,
+// Checks the typed value by a kind and writes the normal form back into it; nothing when the
+// check failed (checkValue has shown its message then).
+std::optional<FieldValue> checkedValue(QString& gotoText, ValueKind kind,
                                        platform::Dialogs& dialogs) {
-    const FieldValue value = checkValue(gotoText, letter, false, dialogs);
+    const FieldValue value = checkValue(gotoText, kind, false, dialogs);
     gotoText = value.toText();
     if (gotoText.isEmpty())
         return std::nullopt;
@@ -24,7 +22,7 @@ std::optional<FieldValue> checkedValue(QString& gotoText, const QString& letter,
 
 std::optional<QString> timeCondition(const QString& comparison, QString& gotoText,
                                      const QString& gotoField, platform::Dialogs& dialogs) {
-    if (!checkedValue(gotoText, QStringLiteral("T"), dialogs))
+    if (!checkedValue(gotoText, ValueKind::Time, dialogs))
         return std::nullopt;
     QString condition = comparison + QString::number(qRound64(parseTime(gotoText)));
     // Rows without a time hold 0; a search for short times must not land on them.
@@ -35,15 +33,15 @@ std::optional<QString> timeCondition(const QString& comparison, QString& gotoTex
 
 std::optional<QString> dateCondition(const QString& comparison, QString& gotoText,
                                      platform::Dialogs& dialogs) {
-    const auto value = checkedValue(gotoText, QStringLiteral("D"), dialogs);
+    const auto value = checkedValue(gotoText, ValueKind::Date, dialogs);
     if (!value)
         return std::nullopt;
     return comparison + sqlDateLiteral(value->date());
 }
 
-std::optional<QString> plainCondition(const QString& comparison, QString& gotoText,
-                                      const QString& letter, platform::Dialogs& dialogs) {
-    if (!checkedValue(gotoText, letter, dialogs))
+std::optional<QString> plainCondition(const QString& comparison, QString& gotoText, ValueKind kind,
+                                      platform::Dialogs& dialogs) {
+    if (!checkedValue(gotoText, kind, dialogs))
         return std::nullopt;
     return comparison + gotoText;
 }
@@ -63,19 +61,17 @@ std::optional<QString> condition(const QString& comparison, QString& gotoText,
                                  const QString& gotoField, platform::Dialogs& dialogs) {
     if (comparison.toUpper().contains(QLatin1String(" NULL")))
         return comparison;
-    switch (gotoFieldKind(gotoField)) {
-        case GotoFieldKind::Time:
+    const ValueKind kind = kindOfField(gotoField);
+    switch (kind) {
+        case ValueKind::Time:
             return timeCondition(comparison, gotoText, gotoField, dialogs);
-        case GotoFieldKind::Date:
+        case ValueKind::Date:
             return dateCondition(comparison, gotoText, dialogs);
-        case GotoFieldKind::Number:
-            return plainCondition(comparison, gotoText, QStringLiteral("N"), dialogs);
-        case GotoFieldKind::YesNo:
-            return plainCondition(comparison, gotoText, QStringLiteral("B"), dialogs);
-        case GotoFieldKind::Text:
+        case ValueKind::Text:
             return textCondition(comparison, gotoText, dialogs);
+        default:
+            return plainCondition(comparison, gotoText, kind, dialogs);
     }
-    return std::nullopt;
 }
 
 bool runFind(int mode, engine::Recordset& rows, const QString& criterion) {
@@ -98,24 +94,6 @@ bool runFind(int mode, engine::Recordset& rows, const QString& criterion) {
 }
 
 }  // namespace
-
-GotoFieldKind gotoFieldKind(const QString& gotoField) {
-    static const QStringList kTimeFields{QStringLiteral("c_sumtime"), QStringLiteral("length")};
-    static const QStringList kNumberFields{
-        QStringLiteral("myrecorded"), QStringLiteral("item"),     QStringLiteral("index"),
-        QStringLiteral("c_sumtrack"), QStringLiteral("c_length"), QStringLiteral("sumitempart"),
-        QStringLiteral("trackno")};
-    const QString field = gotoField.toLower();
-    if (kTimeFields.contains(field))
-        return GotoFieldKind::Time;
-    if (field == QLatin1String("recdate"))
-        return GotoFieldKind::Date;
-    if (kNumberFields.contains(field))
-        return GotoFieldKind::Number;
-    if (field == QLatin1String("live"))
-        return GotoFieldKind::YesNo;
-    return GotoFieldKind::Text;
-}
 
 std::optional<QString> gotoCriterion(const QString& comparison, QString& gotoText,
                                      const QString& gotoField, platform::Dialogs& dialogs) {

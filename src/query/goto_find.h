@@ -3,6 +3,8 @@
 #include <QString>
 #include <optional>
 
+#include "query/columns.h"
+
 namespace engine {
 class Recordset;
 }
@@ -12,18 +14,11 @@ class Dialogs;
 
 namespace query {
 
-// How a goto field's typed value is checked and written into a criterion.
-enum class GotoFieldKind { Time, Date, Number, YesNo, Text };
-
-// Decided from the goto field in any case: C_SumTime and Length are play times, RecDate a
-// date, Live yes/no, the counters and numbers (MyRecorded, Item, Index, C_SumTrack, C_Length,
-// SumItemPart, TrackNo) numbers; everything else is text.
-GotoFieldKind gotoFieldKind(const QString& gotoField);
-
 // The find buttons by their index.
 enum class FindMode { First = 1, Previous = 2, Next = 3, Last = 4 };
 
-// The criterion for "gotoField comparison value": "ArtistSort LIKE 'Beat**'",
+// The criterion for "gotoField comparison value", the value checked by the field's kind in the
+// column catalogue: "ArtistSort LIKE 'Beat**'",
 // "Length <205 And Length > 0", "RecDate =#1/21/97#", "TitleAlbum Is Null". A checked value is
 // written back into gotoText in normal form (an empty text when the check failed). Nothing,
 // after the check's message or "Value must be a string.", when the value does not do.

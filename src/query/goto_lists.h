@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <optional>
 
+#include "query/columns.h"
+
 namespace engine {
 class Database;
 class Recordset;
@@ -11,17 +13,17 @@ class Recordset;
 
 namespace query {
 
-// The goto field that a grid column searches: the performer columns show display names, so
-// they list and search the sort names instead ("PerformerTrack" -> "ArtistSort",
-// "PerformerAlbum" -> "AlbumArtistSort", in any case). Every other column searches itself.
+// The goto field that a grid column searches: its key field in the column catalogue. The
+// performer columns show display names, so they list and search the sort names instead
+// ("PerformerTrack" -> "ArtistSort", in any case). Every other column searches itself.
 QString gotoFieldForColumn(const QString& dataField);
 
 // The statement that lists the distinct values of a goto field, the field of its record set
-// that holds them and the field's type letter ("c", "n", "d", "b").
+// that holds them and the field's kind.
 struct GotoQuery {
     QString text;
     QString resultField;
-    QString typeLetter;
+    ValueKind kind;
 };
 
 // The source list over TempSource, restricted by the filter in force (empty or "WHERE ...").
@@ -39,16 +41,14 @@ struct GotoLists {
     int count = 0;    // entries put into the goto list
 };
 
-// The comparisons a type letter offers, in the order of the combo box, with the preset.
-// An unknown letter offers none.
-GotoLists comparisonsFor(const QString& typeLetter);
+// The comparisons a kind offers, in the order of the combo box, with the preset.
+GotoLists comparisonsFor(ValueKind kind);
 
-// One entry per row of rows, in their order, read from resultField: dates in short form,
-// currency amounts in currency form, play times (result fields C_SumTime and Length) as
-// hh:mm:ss, everything else as text; Nulls give no entry. The date and time lists carry
-// inputHint as tooltip. Reads rows from the first to the last row.
-GotoLists fillGotoList(const QString& resultField, const QString& typeLetter,
-                       engine::Recordset& rows, const QString& inputHint);
+// One entry per row of rows, in their order, read from resultField and shown as valueText
+// shows its kind; Nulls give no entry. The date and time lists carry inputHint as tooltip.
+// Reads rows from the first to the last row.
+GotoLists fillGotoList(const QString& resultField, ValueKind kind, engine::Recordset& rows,
+                       const QString& inputHint);
 
 // Runs the goto query of a field as a snapshot and fills the lists from it; a field without a
 // goto query gives empty lists. Engine errors propagate as engine::JetError.

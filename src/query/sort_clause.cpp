@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include "query/columns.h"
+
 namespace query {
 
 QString sortDialogCaption(SortCaller caller) {
@@ -9,39 +11,36 @@ QString sortDialogCaption(SortCaller caller) {
                                         : QStringLiteral("Sort Tracks on Compilation");
 }
 
+namespace {
+
+QVector<SortKey> sortableColumns(ColumnSet set) {
+    QVector<SortKey> keys;
+    for (const Column& column : columns(set)) {
+        if (column.sortable)
+            keys.append({column.caption, column.keyField()});
+    }
+    return keys;
+}
+
+QString orderTerm(const SortLevel& level) {
+    if (!level.direction)
+        return level.field;
+    return level.field + (*level.direction == SortDirection::Ascending ? QStringLiteral(" ASC")
+                                                                       : QStringLiteral(" DESC"));
+}
+
+}  // namespace
+
 const QVector<SortKey>& sortKeys(SortCaller caller) {
-    static const QVector<SortKey> source = {
-        {QStringLiteral("Track Performer"), QStringLiteral("ArtistSort")},
-        {QStringLiteral("Track Title"), QStringLiteral("TitleTrack")},
-        {QStringLiteral("Recorded"), QStringLiteral("MyRecorded")},
-        {QStringLiteral("Time"), QStringLiteral("Length")},
-        {QStringLiteral("Rating"), QStringLiteral("RatingTrack")},
-        {QStringLiteral("Live"), QStringLiteral("Live")},
-        {QStringLiteral("Version"), QStringLiteral("Version")},
-        {QStringLiteral("Album Title"), QStringLiteral("TitleAlbum")},
-        {QStringLiteral("Album Performer"), QStringLiteral("AlbumArtistSort")},
-        {QStringLiteral("Item"), QStringLiteral("Item")},
-        {QStringLiteral("Index"), QStringLiteral("Index")},
-    };
-    static const QVector<SortKey> compilation = {
-        {QStringLiteral("Track Performer"), QStringLiteral("ArtistSort")},
-        {QStringLiteral("Track Title"), QStringLiteral("Track_Title")},
-        {QStringLiteral("Time"), QStringLiteral("Length")},
-        {QStringLiteral("Recorded"), QStringLiteral("RecordedStart")},
-        {QStringLiteral("Album Title"), QStringLiteral("Album_Title")},
-        {QStringLiteral("Live"), QStringLiteral("Live")},
-        {QStringLiteral("Version"), QStringLiteral("Version")},
-        {QStringLiteral("Album Performer"), QStringLiteral("AlbumArtistSort")},
-        {QStringLiteral("Item"), QStringLiteral("Item")},
-        {QStringLiteral("Index"), QStringLiteral("Index")},
-    };
+    static const QVector<SortKey> source = sortableColumns(ColumnSet::Source);
+    static const QVector<SortKey> compilation = sortableColumns(ColumnSet::CompilationTracks);
     return caller == SortCaller::Source ? source : compilation;
 }
 
-const QVector<SortDirection>& sortDirections() {
-    static const QVector<SortDirection> directions = {
-        {QStringLiteral("Ascending"), QStringLiteral(" ASC")},
-        {QStringLiteral("Descending"), QStringLiteral(" DESC")},
+const QVector<SortDirectionChoice>& sortDirections() {
+    static const QVector<SortDirectionChoice> directions = {
+        {QStringLiteral("Ascending"), SortDirection::Ascending},
+        {QStringLiteral("Descending"), SortDirection::Descending},
     };
     return directions;
 }
@@ -56,7 +55,7 @@ QString composeSortClause(const SortLevels& levels, SortCaller caller) {
     QStringList terms;
     for (const SortLevel& level : levels) {
         if (!level.field.isEmpty()) {
-            terms << level.field + level.direction;
+            terms << orderTerm(level);
         }
     }
     return terms.isEmpty() ? defaultSortOrder(caller) : terms.join(QStringLiteral(", "));
@@ -77,7 +76,7 @@ std::optional<SortLevel> sortLevelFromCaptions(SortCaller caller, const QString&
             field = key.field;
         }
     }
-    for (const SortDirection& direction : sortDirections()) {
+    for (const SortDirectionChoice& direction : sortDirections()) {
         if (field && matches(direction.caption, directionCaption)) {
             return SortLevel{*field, direction.value};
         }

@@ -21,30 +21,32 @@ struct SortKey {
     QString caption;
     QString field;
 };
-// The variable lists: 11 source keys, 10 compilation keys (no rating). The performer keys order
-// by the sort names, not by the names shown.
+// The variable lists: the sortable columns of the caller's rows in the column catalogue. The
+// performer keys order by the sort names, not by the names shown.
 const QVector<SortKey>& sortKeys(SortCaller caller);
 
-// One row of the order list; its value begins with a blank (" ASC", " DESC").
-struct SortDirection {
+enum class SortDirection { Ascending, Descending };
+
+// One row of the order list.
+struct SortDirectionChoice {
     QString caption;
-    QString value;
+    SortDirection value;
 };
-const QVector<SortDirection>& sortDirections();
+const QVector<SortDirectionChoice>& sortDirections();
 
 // The order used when no key is chosen: the order the rows were built in, with a trailing blank.
 QString defaultSortOrder(SortCaller caller);
 
-// One level of the dialog. An empty field: the level is not chosen. An empty direction (key
-// chosen, order not): the engine's ascending.
+// One level of the dialog. An empty field: the level is not chosen. No direction (key chosen,
+// order not): the engine's ascending.
 struct SortLevel {
     QString field;
-    QString direction;
+    std::optional<SortDirection> direction;
 };
 using SortLevels = std::array<SortLevel, 3>;
 
-// The order text (without "ORDER BY"): the chosen levels' "field direction" terms in level
-// order, joined by ", "; the caller's default order when no level is chosen.
+// The order text (without "ORDER BY"): the chosen levels' "field ASC" or "field DESC" terms in
+// level order, joined by ", "; the caller's default order when no level is chosen.
 QString composeSortClause(const SortLevels& levels, SortCaller caller);
 
 // The clause that orders the source: "ORDER BY " and the order text.

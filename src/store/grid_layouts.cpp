@@ -1,15 +1,13 @@
 #include "store/grid_layouts.h"
 
-#include <map>
-
 #include "store/screen_colours.h"
 
 namespace store {
 
 namespace {
 
-using F = ColumnFormat;
 using A = ColumnAlignment;
+using query::ColumnSet;
 
 const QRgb kWhite = 0xFFFFFF;
 const QColor kLightGrey(224, 224, 224);
@@ -18,73 +16,80 @@ const QColor kRed(255, 0, 0);
 const int kRowTwips = 250;
 const int kTallRowTwips = 300;
 
-const std::vector<GridColumnSpec> kOverview = {
-    {"Compilation Title", "c_name", F::None, A::Left},
-    {"Storage", "c_box", F::None, A::Left},
-    {"Track #", "c_sumtrack", F::None, A::Right},
-    {"Total Time", "c_sumtime", F::FormatTextEvent, A::Centre},
-    {"Format", "c_format", F::None, A::Default},
-    {"Manufacturer", "Manufacturer", F::None, A::Default},
-    {"Rec. Date", "recdate", F::None, A::Centre},
-    {"Length", "c_length", F::None, A::Right},
-    {"Notes", "c_notes", F::None, A::Left},
+// A grid's column: a field of the catalogue's set and its alignment.
+struct Placed {
+    const char* field;
+    ColumnAlignment alignment;
 };
 
-const std::vector<GridColumnSpec> kCompilation = {
-    {"Track", "TrackNo", F::None, A::Right},
-    {"Track Performer", "Track_Artist_Name", F::None, A::Left},
-    {"Track Title", "Track_Title", F::None, A::Left},
-    {"Time", "Length", F::FormatTextEvent, A::Centre},
-    {"Recorded", "RecordedStart", F::None, A::Centre},
-    {"Live", "Live", F::YesNo, A::Centre},
-    {"Album Title", "Album_Title", F::None, A::Left},
-    {"Version", "Version", F::None, A::Left},
-};
+std::vector<GridColumnSpec> gridOf(ColumnSet set, std::initializer_list<Placed> placed) {
+    std::vector<GridColumnSpec> specs;
+    for (const Placed& column : placed) {
+        const query::Column* known = query::findColumn(set, QLatin1String(column.field));
+        specs.push_back({known->caption, known->field, known->kind, column.alignment});
+    }
+    return specs;
+}
 
-const std::vector<GridColumnSpec> kGetSource = {
-    {"Track Performer", "PerformerTrack", F::None, A::Left},
-    {"Track Title", "TitleTrack", F::None, A::Left},
-    {"Time", "Length", F::FormatTextEvent, A::Centre},
-    {"Recorded", "MyRecorded", F::None, A::Centre},
-    {"Live", "Live", F::YesNo, A::Centre},
-    {"Version", "Version", F::None, A::Left},
-    {"Rating", "RatingTrack", F::None, A::Left},
-    {"Album Title", "TitleAlbum", F::None, A::Left},
-    {"Album Performer", "PerformerAlbum", F::None, A::Left},
-    {"Item", "Item", F::None, A::Right},
-    {"Index", "Index", F::None, A::Right},
-};
+std::vector<GridColumnSpec> overview() {
+    return gridOf(ColumnSet::Compilations, {{"c_name", A::Left},
+                                            {"c_box", A::Left},
+                                            {"c_sumtrack", A::Right},
+                                            {"c_sumtime", A::Centre},
+                                            {"c_format", A::Default},
+                                            {"Manufacturer", A::Default},
+                                            {"recdate", A::Centre},
+                                            {"c_length", A::Right},
+                                            {"c_notes", A::Left}});
+}
+
+std::vector<GridColumnSpec> compilation() {
+    return gridOf(ColumnSet::CompilationTracks, {{"TrackNo", A::Right},
+                                                 {"Track_Artist_Name", A::Left},
+                                                 {"Track_Title", A::Left},
+                                                 {"Length", A::Centre},
+                                                 {"RecordedStart", A::Centre},
+                                                 {"Live", A::Centre},
+                                                 {"Album_Title", A::Left},
+                                                 {"Version", A::Left}});
+}
+
+std::vector<GridColumnSpec> source() {
+    return gridOf(ColumnSet::Source, {{"PerformerTrack", A::Left},
+                                      {"TitleTrack", A::Left},
+                                      {"Length", A::Centre},
+                                      {"MyRecorded", A::Centre},
+                                      {"Live", A::Centre},
+                                      {"Version", A::Left},
+                                      {"RatingTrack", A::Left},
+                                      {"TitleAlbum", A::Left},
+                                      {"PerformerAlbum", A::Left},
+                                      {"Item", A::Right},
+                                      {"Index", A::Right}});
+}
 
 // The grid of the compilation being filled and the rearranging grid.
-const std::vector<GridColumnSpec> kTargetTracks = {
-    {"Track", "TrackNo", F::None, A::Right},
-    {"Track Performer", "Track_Artist_Name", F::None, A::Left},
-    {"Track Title", "Track_Title", F::None, A::Left},
-    {"Time", "Length", F::FormatTextEvent, A::Centre},
-    {"Recorded", "RecordedStart", F::None, A::Centre},
-    {"Album Title", "Album_Title", F::None, A::Left},
-    {"Live", "Live", F::YesNo, A::Centre},
-    {"Version", "Version", F::None, A::Left},
-    {"Album Performer", "Album_Artist_Name", F::None, A::Left},
-    {"Item", "Item", F::None, A::Right},
-    {"Index", "Index", F::None, A::Right},
-};
+std::vector<GridColumnSpec> targetTracks() {
+    return gridOf(ColumnSet::CompilationTracks, {{"TrackNo", A::Right},
+                                                 {"Track_Artist_Name", A::Left},
+                                                 {"Track_Title", A::Left},
+                                                 {"Length", A::Centre},
+                                                 {"RecordedStart", A::Centre},
+                                                 {"Album_Title", A::Left},
+                                                 {"Live", A::Centre},
+                                                 {"Version", A::Left},
+                                                 {"Album_Artist_Name", A::Left},
+                                                 {"Item", A::Right},
+                                                 {"Index", A::Right}});
+}
 
-const std::vector<GridColumnSpec> kTrack = {
-    {"Compilation Title", "Name", F::None, A::Left},
-    {"Track #", "TrackNo", F::None, A::Right},
-    {"Storage", "Box", F::None, A::Left},
-    {"Format", "Format", F::None, A::Left},
-    {"Manufacturer", "Manufacturer", F::None, A::Left},
-    {"Rec. Date", "RecDate", F::None, A::Centre},
-};
-
-const std::map<QString, const std::vector<GridColumnSpec>*>& columnsByKind() {
-    static const std::map<QString, const std::vector<GridColumnSpec>*> kinds = {
-        {"overview", &kOverview},       {"compilation", &kCompilation}, {"get_source", &kGetSource},
-        {"get_target", &kTargetTracks}, {"rearrange", &kTargetTracks},  {"track", &kTrack},
-    };
-    return kinds;
+std::vector<GridColumnSpec> track() {
+    return gridOf(ColumnSet::TrackLookup, {{"Name", A::Left},
+                                           {"TrackNo", A::Right},
+                                           {"Box", A::Left},
+                                           {"Format", A::Left},
+                                           {"Manufacturer", A::Left},
+                                           {"RecDate", A::Centre}});
 }
 
 void addColourSet(std::vector<GridSetting>& settings, double colourCount) {
@@ -97,34 +102,51 @@ void addColourSet(std::vector<GridSetting>& settings, double colourCount) {
     }
 }
 
-void addAlignments(std::vector<GridSetting>& settings, const QString& kind,
-                   const std::vector<GridColumnSpec>& columns) {
+void addAlignments(std::vector<GridSetting>& settings, GridKind kind) {
+    const std::vector<GridColumnSpec>& columns = gridColumns(kind);
     for (int i = 0; i < int(columns.size()); ++i) {
         settings.push_back(ColumnAlign{i, columns[i].alignment});
     }
     // The browser's track grid shares its alignment list with the target grids, whose ninth
     // column it lacks; the grid skips that request.
-    if (kind == QLatin1String("compilation")) {
+    if (kind == GridKind::Compilation) {
         settings.push_back(ColumnAlign{8, A::Left});
     }
 }
 
-void addKindExtras(std::vector<GridSetting>& settings, const QString& kind) {
-    const bool raised = kind == QLatin1String("overview") || kind == QLatin1String("get_source");
+void addKindExtras(std::vector<GridSetting>& settings, GridKind kind) {
+    const bool raised = kind == GridKind::Overview || kind == GridKind::GetSource;
     settings.push_back(Appearance{raised ? GridAppearance::ThreeD : GridAppearance::Flat});
-    if (kind == QLatin1String("overview") || kind == QLatin1String("rearrange")) {
+    if (kind == GridKind::Overview || kind == GridKind::Rearrange) {
         settings.push_back(RowHeight{kTallRowTwips});
     }
-    if (kind == QLatin1String("rearrange")) {
+    if (kind == GridKind::Rearrange) {
         settings.push_back(ColumnForeground{0, kRed});
     }
 }
 
 }  // namespace
 
-const std::vector<GridColumnSpec>* gridColumns(const QString& kind) {
-    const auto found = columnsByKind().find(kind.toLower());
-    return found == columnsByKind().end() ? nullptr : found->second;
+const std::vector<GridColumnSpec>& gridColumns(GridKind kind) {
+    static const std::vector<GridColumnSpec> kOverview = overview();
+    static const std::vector<GridColumnSpec> kCompilation = compilation();
+    static const std::vector<GridColumnSpec> kSource = source();
+    static const std::vector<GridColumnSpec> kTarget = targetTracks();
+    static const std::vector<GridColumnSpec> kTrack = track();
+    switch (kind) {
+        case GridKind::Overview:
+            return kOverview;
+        case GridKind::Compilation:
+            return kCompilation;
+        case GridKind::GetSource:
+            return kSource;
+        case GridKind::GetTarget:
+        case GridKind::Rearrange:
+            return kTarget;
+        case GridKind::Track:
+            break;
+    }
+    return kTrack;
 }
 
 QColor resolveColour(const GridColour& colour, const QPalette& systemPalette) {
@@ -134,19 +156,14 @@ QColor resolveColour(const GridColour& colour, const QPalette& systemPalette) {
     return std::get<QColor>(colour);
 }
 
-GridLayout gridLayout(const QString& kind, double colourCount) {
+GridLayout gridLayout(GridKind kind, double colourCount) {
     GridLayout layout;
     auto& settings = layout.settings;
     settings.push_back(BaseBackground{QColor(kWhite)});
     settings.push_back(RowHeight{kRowTwips});
     addColourSet(settings, colourCount);
-    const std::vector<GridColumnSpec>* columns = gridColumns(kind);
-    if (columns == nullptr) {
-        return layout;
-    }
-    const QString lower = kind.toLower();
-    addAlignments(settings, lower, *columns);
-    addKindExtras(settings, lower);
+    addAlignments(settings, kind);
+    addKindExtras(settings, kind);
     return layout;
 }
 

@@ -6,24 +6,28 @@
 #include <variant>
 #include <vector>
 
+#include "query/columns.h"
+
 namespace store {
 
-// How a grid column shows its stored value: as it is, through the window's cell-formatting
-// hook (play times in seconds), or a yes/no field as the words "Yes" and "No".
-enum class ColumnFormat { None, FormatTextEvent, YesNo };
 // Default keeps the grid's own alignment.
 enum class ColumnAlignment { Default, Left, Right, Centre };
 
+// A grid column: caption, field and kind come from the column catalogue; the kind decides how
+// the stored value is shown (query::valueText).
 struct GridColumnSpec {
     QString caption;
     QString dataField;
-    ColumnFormat format = ColumnFormat::None;
+    query::ValueKind kind = query::ValueKind::Text;
     ColumnAlignment alignment = ColumnAlignment::Default;
 };
 
-// The fixed columns of a grid kind ("overview", "compilation", "get_source", "get_target",
-// "rearrange", "track"; any case), in index order; nullptr for an unknown kind.
-const std::vector<GridColumnSpec>* gridColumns(const QString& kind);
+// The grids: the main window's compilation list, the browser's tracks, the track picker's source
+// and target, the rearranging grid and the track lookup's compilations.
+enum class GridKind { Overview, Compilation, GetSource, GetTarget, Rearrange, Track };
+
+// The fixed columns of a grid kind, in index order.
+const std::vector<GridColumnSpec>& gridColumns(GridKind kind);
 
 // A fixed colour, or one of the desktop's system colours resolved where the grid is shown.
 using GridColour = std::variant<QColor, QPalette::ColorRole>;
@@ -66,7 +70,7 @@ struct GridLayout {
 
 // The look of a grid kind on a screen with colourCount colours: the common settings and the
 // colour set of the colour depth first, then the column alignments, the appearance and the
-// kind's own extras. An unknown kind gets only the common settings and colours.
-GridLayout gridLayout(const QString& kind, double colourCount);
+// kind's own extras.
+GridLayout gridLayout(GridKind kind, double colourCount);
 
 }  // namespace store

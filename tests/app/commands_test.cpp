@@ -109,7 +109,7 @@ TEST_F(CommandLine, EveryCommandPrintsTheLogicsAnswerWithItsExitStatus) {
         assembly::composeCoverText(p, assembly::readCoverRows(database, p, 1), "MD", true).text;
     database.close();
     QString captions;
-    for (const store::GridColumnSpec& column : *store::gridColumns("get_target")) {
+    for (const store::GridColumnSpec& column : store::gridColumns(store::GridKind::GetTarget)) {
         captions += column.caption + '\t';
     }
     const QString noTracks = reports::kNoTracksOnCompilation + '\n';

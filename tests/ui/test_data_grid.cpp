@@ -39,7 +39,7 @@ class DataGridTest : public ::testing::Test {
         control.setRecordSource(store::standardStatement("compilation"));
         control.refresh();
         shell::followCompilations(control, session);
-        grid.setColumns(*store::gridColumns("overview"));
+        grid.setColumns(store::gridColumns(store::GridKind::Overview));
         grid.setDataControl(&control);
         grid.resize(600, 300);
         grid.show();

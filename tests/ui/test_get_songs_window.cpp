@@ -25,7 +25,7 @@ class PickerWindow : public PickerTest {
     }
     // What the main list shows of a compilation's field.
     QString listed(const QString& name, const QString& field) const {
-        const std::vector<store::GridColumnSpec>& columns = *store::gridColumns("overview");
+        const std::vector<store::GridColumnSpec>& columns = store::gridColumns(store::GridKind::Overview);
         for (size_t column = 0; column < columns.size(); ++column) {
             if (columns[column].dataField.compare(field, Qt::CaseInsensitive) == 0) {
                 const int row = testsupport::rowWith(window->grid(), 0, name);

@@ -23,7 +23,7 @@ class ReadingWindow : public QWidget {
         rows_.refresh();
         shell::followCompilations(rows_, main.session());
         grid_ = new ui::DataGrid(this);
-        grid_->setColumns(*store::gridColumns("overview"));
+        grid_->setColumns(store::gridColumns(store::GridKind::Overview));
         grid_->setDataControl(&rows_);
         main.windowRegistry().add(this);
         show();

@@ -11,7 +11,7 @@ std::optional<Compilation> findCompilation(engine::Database& database, const QSt
     engine::Recordset row = database.openRecordset(
         QStringLiteral("SELECT CompilationID_P, C_Length, SumTrack, SumTime FROM Compilation "
                        "WHERE Name='") +
-            query::escapeSql(QStringLiteral("AVOID"), name) + QStringLiteral("'"),
+            query::escapeSql(query::EscapeFor::Literal, name) + QStringLiteral("'"),
         engine::RecordsetType::Snapshot);
     if (row.eof()) {
         streams.err << "There is no compilation named \"" << name << "\"." << Qt::endl;

@@ -9,6 +9,7 @@
 #include "cli/order_options.h"
 #include "engine/jet_error.h"
 #include "engine/workspace.h"
+#include "query/columns.h"
 #include "query/time_text.h"
 #include "store/album_source.h"
 #include "store/compilation_queries.h"
@@ -164,7 +165,7 @@ int addSourceRows(engine::Database& database, const Compilation& compilation,
 
 void printTrackRows(engine::Recordset& rows, Streams streams) {
     const std::vector<store::GridColumnSpec>& columns =
-        *store::gridColumns(QStringLiteral("get_target"));
+        store::gridColumns(store::GridKind::GetTarget);
     QStringList cells;
     for (const store::GridColumnSpec& column : columns) {
         cells << column.caption;
@@ -173,16 +174,8 @@ void printTrackRows(engine::Recordset& rows, Streams streams) {
     for (; !rows.eof(); rows.moveNext()) {
         cells.clear();
         for (const store::GridColumnSpec& column : columns) {
-            const QVariant value = rows.value(column.dataField);
-            if (value.isNull()) {
-                cells << QString();
-            } else if (column.format == store::ColumnFormat::FormatTextEvent) {
-                cells << query::formatTime(value.toDouble());
-            } else if (column.format == store::ColumnFormat::YesNo) {
-                cells << (value.toBool() ? QStringLiteral("Yes") : QStringLiteral("No"));
-            } else {
-                cells << value.toString();
-            }
+            cells
+                << query::valueText(column.kind, rows.value(column.dataField)).value_or(QString());
         }
         streams.out << cells.join(QLatin1Char('\t')) << Qt::endl;
     }

@@ -72,10 +72,6 @@ QString DataGrid::columnCaption(int column) const {
     return column >= 0 && column < columnCount() ? model_->columns()[column].caption : QString();
 }
 
-void DataGrid::setCellFormatter(RecordsetModel::CellFormatter formatter) {
-    model_->setCellFormatter(std::move(formatter));
-}
-
 // Measured from the captions only: measuring cell contents would read every row.
 void DataGrid::fitColumnsToCaptions() {
     for (int i = 0; i < columnCount(); ++i) {

@@ -29,7 +29,6 @@ class DataGrid : public QTableView {
     int columnCount() const { return model_->columnCount(); }
     QString columnDataField(int column) const;
     QString columnCaption(int column) const;
-    void setCellFormatter(RecordsetModel::CellFormatter formatter);
     RecordsetModel& recordsetModel() const { return *model_; }
 
   signals:
@@ -58,7 +57,7 @@ class DataGrid : public QTableView {
 
 // Gives a grid the look of its kind (store::gridLayout); settings the grid cannot take, such as
 // a column it lacks, are skipped.
-void setGridLayout(DataGrid& grid, const QString& kind, double colourCount);
+void setGridLayout(DataGrid& grid, store::GridKind kind, double colourCount);
 
 // Called by the grids' click handlers: flips an application-wide flag. Every call switches the
 // grid lines on; every second call (the flag turning false) also scrolls the grid back to its

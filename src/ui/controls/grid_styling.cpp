@@ -71,7 +71,7 @@ bool gSplitState = false;
 
 }  // namespace
 
-void setGridLayout(DataGrid& grid, const QString& kind, double colourCount) {
+void setGridLayout(DataGrid& grid, store::GridKind kind, double colourCount) {
     LayoutApplier applier(grid);
     for (const store::GridSetting& setting : store::gridLayout(kind, colourCount).settings) {
         std::visit(applier, setting);

@@ -1,12 +1,9 @@
 #include "ui/controls/recordset_model.h"
 
-#include <QDate>
-#include <QDateTime>
 #include <utility>
 
 #include "engine/jet_error.h"
-#include "query/date_text.h"
-#include "query/time_text.h"
+#include "query/columns.h"
 #include "store/data_control.h"
 
 namespace ui {
@@ -39,17 +36,6 @@ Qt::Alignment qtAlignment(store::ColumnAlignment alignment, const QVariant& valu
     return (isNumber(value) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
 }
 
-QString plainText(const QVariant& value) {
-    switch (value.typeId()) {
-        case QMetaType::QDate:
-            return query::shortDateText(value.toDate());
-        case QMetaType::QDateTime:
-            return query::shortDateText(value.toDateTime().date());
-        default:
-            return value.toString();
-    }
-}
-
 }  // namespace
 
 RecordsetModel::RecordsetModel(QObject* parent) : QAbstractTableModel(parent) {}
@@ -78,13 +64,6 @@ void RecordsetModel::setColumns(const std::vector<store::GridColumnSpec>& column
     foregrounds_.assign(columns_.size(), QColor());
     bindFields();
     endResetModel();
-}
-
-void RecordsetModel::setCellFormatter(CellFormatter formatter) {
-    formatter_ = std::move(formatter);
-    if (rows_ > 0 && !columns_.empty()) {
-        emit dataChanged(index(0, 0), index(rows_ - 1, columnCount() - 1), {Qt::DisplayRole});
-    }
 }
 
 void RecordsetModel::setColumnAlignment(int column, store::ColumnAlignment alignment) {
@@ -241,18 +220,7 @@ QVariant RecordsetModel::cellValue(const QModelIndex& index) const {
 }
 
 QString RecordsetModel::displayText(int column, const QVariant& value) const {
-    if (value.isNull()) {
-        return {};
-    }
-    switch (columns_[column].format) {
-        case store::ColumnFormat::FormatTextEvent:
-            return formatter_ ? formatter_(column, value) : query::formatTime(value.toDouble());
-        case store::ColumnFormat::YesNo:
-            return value.toBool() ? QStringLiteral("Yes") : QStringLiteral("No");
-        case store::ColumnFormat::None:
-            break;
-    }
-    return plainText(value);
+    return query::valueText(columns_[column].kind, value).value_or(QString());
 }
 
 QVariant RecordsetModel::data(const QModelIndex& index, int role) const {

@@ -4,7 +4,6 @@
 #include <QColor>
 #include <QPointer>
 #include <QVector>
-#include <functional>
 #include <vector>
 
 #include "store/data_control.h"
@@ -21,17 +20,12 @@ namespace ui {
 class RecordsetModel : public QAbstractTableModel {
     Q_OBJECT
   public:
-    // Text of a "FormatText Event" cell from its stored value (never called for empty values).
-    using CellFormatter = std::function<QString(int column, const QVariant& value)>;
-
     explicit RecordsetModel(QObject* parent = nullptr);
 
     void setDataControl(store::DataControl* control);
     store::DataControl* dataControl() const { return control_; }
     void setColumns(const std::vector<store::GridColumnSpec>& columns);
     const std::vector<store::GridColumnSpec>& columns() const { return columns_; }
-    // Replaces the default play-time formatting (hh:mm:ss) of "FormatText Event" columns.
-    void setCellFormatter(CellFormatter formatter);
 
     void setColumnAlignment(int column, store::ColumnAlignment alignment);
     void setColumnForeground(int column, const QColor& colour);
@@ -70,7 +64,6 @@ class RecordsetModel : public QAbstractTableModel {
     std::vector<store::GridColumnSpec> columns_;
     std::vector<int> fieldIndexes_;  // record set field of each column, -1 when missing
     std::vector<QColor> foregrounds_;
-    CellFormatter formatter_;
     QColor base_;
     QColor alternate_;
     int rows_ = 0;

@@ -73,7 +73,7 @@ void CompilationBrowserWindow::buildControls() {
     auto* body = new QGridLayout;
     tracks_ = new DataGrid(this);
     tracks_->setObjectName(QStringLiteral("grd6Track"));
-    tracks_->setColumns(*store::gridColumns(QStringLiteral("compilation")));
+    tracks_->setColumns(store::gridColumns(store::GridKind::Compilation));
     tracks_->setDataControl(&trackRows_);
     connect(tracks_, &DataGrid::clicked, this, [this] { toggleSplitState(*tracks_); });
     connect(tracks_, &DataGrid::doubleClicked, this, &CompilationBrowserWindow::showTrackLookup);
@@ -178,7 +178,7 @@ void CompilationBrowserWindow::load(qint64 chosenId) {
     refillGotoList();
     findPanel_->setCaption(QStringLiteral("Compilation Title"));
     showListCount();
-    setGridLayout(*tracks_, QStringLiteral("compilation"), screenColourCount(*this));
+    setGridLayout(*tracks_, store::GridKind::Compilation, screenColourCount(*this));
 }
 
 qint64 CompilationBrowserWindow::compilationId() {

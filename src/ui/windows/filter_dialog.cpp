@@ -167,7 +167,7 @@ void FilterDialog::chooseVariable(int index) {
         return;
     }
     const query::ComparisonChoice choice =
-        query::fillComparison(variable->typeLetter, session_.state().inputHint);
+        query::fillComparison(variable->kind, session_.state().inputHint);
     comparison->addItems(choice.comparisons);
     comparison->setCurrentIndex(-1);
     texts_[index]->setToolTip(choice.textTooltip);

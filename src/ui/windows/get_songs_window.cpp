@@ -93,11 +93,11 @@ void GetSongsWindow::buildControls() {
     auto* layout = new QGridLayout(this);
     source_ = new DataGrid(this);
     source_->setObjectName(QStringLiteral("grd6Source"));
-    source_->setColumns(*store::gridColumns(QStringLiteral("get_source")));
+    source_->setColumns(store::gridColumns(store::GridKind::GetSource));
     source_->setDataControl(&sourceRows_);
     target_ = new DataGrid(this);
     target_->setObjectName(QStringLiteral("grd6Target"));
-    target_->setColumns(*store::gridColumns(QStringLiteral("get_target")));
+    target_->setColumns(store::gridColumns(store::GridKind::GetTarget));
     target_->setDataControl(&targetRows_);
     target_->installEventFilter(this);
     connect(source_, &DataGrid::doubleClicked, this, &GetSongsWindow::addTrack);
@@ -200,8 +200,8 @@ void GetSongsWindow::load() {
     loadStep([this] { bindTarget(); });
     loadStep([this] { useGotoColumn(0); });
     const double colours = screenColourCount(*this);
-    setGridLayout(*source_, QStringLiteral("get_source"), colours);
-    setGridLayout(*target_, QStringLiteral("get_target"), colours);
+    setGridLayout(*source_, store::GridKind::GetSource, colours);
+    setGridLayout(*target_, store::GridKind::GetTarget, colours);
     setColor();
     position_->setStyleSheet(
         QStringLiteral("color: %1").arg(shell::positionColour(colours).name()));

@@ -12,7 +12,6 @@
 #include "engine/workspace.h"
 #include "platform/dialogs.h"
 #include "query/goto_lists.h"
-#include "query/time_text.h"
 #include "report/report_error.h"
 #include "reports/list_sources.h"
 #include "shell/navigation.h"
@@ -73,10 +72,7 @@ QWidget* OverviewWindow::buildListPage() {
     grid_ = new DataGrid(page);
     grid_->setObjectName(QStringLiteral("grd6Compilation"));
     grid_->setDataControl(&compilations_);
-    grid_->setColumns(*store::gridColumns(QStringLiteral("overview")));
-    grid_->setCellFormatter([](int column, const QVariant& value) {
-        return column == 3 && !value.isNull() ? query::formatTime(value.toDouble()) : QString();
-    });
+    grid_->setColumns(store::gridColumns(store::GridKind::Overview));
     connect(grid_, &DataGrid::headerClicked, this, &OverviewWindow::onHeaderClicked);
     connect(grid_, &DataGrid::rowChanged, this, &OverviewWindow::showPosition);
     connect(grid_, &DataGrid::doubleClicked, this, &OverviewWindow::onGridDoubleClicked);
@@ -151,7 +147,7 @@ void OverviewWindow::showLoadedDatabase() {
     state().gotoField = QStringLiteral("c_name");
     refillGotoList();
     findPanel_->setCaption(QStringLiteral("Compilation Title"));
-    setGridLayout(*grid_, QStringLiteral("overview"), colourCount());
+    setGridLayout(*grid_, store::GridKind::Overview, colourCount());
     const store::RecordCountText counts =
         store::showRecordCount(compilations_.recordset(), state().databasePath);
     statusBar_->setPanelText(1, counts.database);

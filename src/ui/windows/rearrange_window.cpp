@@ -40,7 +40,7 @@ void RearrangeWindow::buildControls() {
     auto* layout = new QVBoxLayout(this);
     grid_ = new DataGrid(this);
     grid_->setObjectName(QStringLiteral("grd6TrackReArrange"));
-    grid_->setColumns(*store::gridColumns(QStringLiteral("rearrange")));
+    grid_->setColumns(store::gridColumns(store::GridKind::Rearrange));
     grid_->setDataControl(&tracks_);
     layout->addWidget(grid_);
     drag_ = new RowDrag(grid_);
@@ -60,7 +60,7 @@ void RearrangeWindow::load() {
     } catch (const engine::JetError& error) {
         dialogs_.exclamation(error.description());
     }
-    setGridLayout(*grid_, QStringLiteral("rearrange"), screenColourCount(*this));
+    setGridLayout(*grid_, store::GridKind::Rearrange, screenColourCount(*this));
     if (picker_ != nullptr) {
         picker_->hide();
     }

@@ -36,7 +36,7 @@ QStringList keyCaptions(query::SortCaller caller) {
 
 QStringList directionCaptions() {
     QStringList captions;
-    for (const query::SortDirection& direction : query::sortDirections()) {
+    for (const query::SortDirectionChoice& direction : query::sortDirections()) {
         captions << direction.caption;
     }
     return captions;

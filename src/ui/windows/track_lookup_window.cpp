@@ -38,7 +38,7 @@ TrackLookupWindow::TrackLookupWindow(engine::Database& database, const QString& 
     if (opener != nullptr) {
         setGeometry(shell::placedOver(geometry(), opener->window()->geometry()));
     }
-    setGridLayout(*grid_, QStringLiteral("track"), screenColourCount(*this));
+    setGridLayout(*grid_, store::GridKind::Track, screenColourCount(*this));
     // The lookup's rows, read the way the picker looks the track up.
     compilations_.setDatabase(database);
     compilations_.setRecordsetType(engine::RecordsetType::Snapshot);
@@ -56,7 +56,7 @@ void TrackLookupWindow::buildControls(const QString& performer, const QString& t
     layout->addLayout(track);
     grid_ = new DataGrid(this);
     grid_->setObjectName(QStringLiteral("grd6TrackOnCompilation"));
-    grid_->setColumns(*store::gridColumns(QStringLiteral("track")));
+    grid_->setColumns(store::gridColumns(store::GridKind::Track));
     grid_->setDataControl(&compilations_);
     layout->addWidget(grid_, 1);
     auto* buttons = new QHBoxLayout;
