@@ -1,5 +1,5 @@
-#include <sqlite3.h>
 #include <cstdio>
+#include <memory>
 
 #include <QFile>
 
@@ -150,19 +150,16 @@ TEST(OpeningAFile, ABusyFileIsLockedNotForeign) {
     testsupport::TempDir dir;
     const QString path = dir.file("busy.mdb");
     testsupport::createCompilationDatabase(path);
-    sqlite3* writer = nullptr;
-    ASSERT_EQ(sqlite3_open(QFile::encodeName(path).constData(), &writer), SQLITE_OK);
-    ASSERT_EQ(
-        sqlite3_exec(writer, "BEGIN EXCLUSIVE; DELETE FROM LstLength", nullptr, nullptr, nullptr),
-        SQLITE_OK);
+    auto writer =
+        std::make_unique<testsupport::SqliteFile>(path, testsupport::SqliteOptions{.plain = true});
+    writer->exec("BEGIN EXCLUSIVE; DELETE FROM LstLength");
     QString description;
     EXPECT_EQ(errorNumber([&] { engine::Workspace::defaultWorkspace().openDatabase(path, true); },
                           &description),
               engine::jet::kLocked);
     EXPECT_TRUE(description.contains("'" + path + "'") && description.contains("locked"))
         << description.toStdString();
-    sqlite3_exec(writer, "ROLLBACK", nullptr, nullptr, nullptr);
-    sqlite3_close(writer);
+    writer.reset();
     EXPECT_EQ(
         errorNumber([&] { engine::Workspace::defaultWorkspace().openDatabase(path).close(); }), 0);
 }

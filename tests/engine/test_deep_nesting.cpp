@@ -1,6 +1,4 @@
 // Deeply nested statements end in a clear error, never in a crash; below the limit they run.
-#include <sqlite3.h>
-
 #include "engine/jet_clauses.h"
 #include "engine/jet_dialect.h"
 #include "engine/jet_error.h"
@@ -84,42 +82,38 @@ TEST(DeepNestingTranslation, NestedLevelsKeepTheirOwnClauses) {
 }
 
 TEST(DeepNestingAtSqlite, SqlitesOwnNestingLimitsGiveTheSameError) {
-    sqlite3* db = nullptr;
-    ASSERT_EQ(sqlite3_open(":memory:", &db), SQLITE_OK);
+    const testsupport::SqliteFile file(":memory:");
     // Within the translator's limit, but deeper than SQLite's parser takes nested calls.
     const QString calls = "SELECT " + repeated("abs(", kLimit) + "1" + repeated(")", kLimit);
-    EXPECT_EQ(errorOf([&] { engine::Statement(db, engine::translateJetSql(calls).sql); }),
+    EXPECT_EQ(errorOf([&] { engine::Statement(file.db(), engine::translateJetSql(calls).sql); }),
               kTooComplex);
-    sqlite3_close(db);
 }
 
 using DeepNestingPaths = EngineFixture;
 
-TEST_F(DeepNestingPaths, TheDeepestAllowedNestingRunsInEveryPath) {
-    engine::Recordset rows = db.openRecordset(nestedOne(kLimit) + " AS N");
-    ASSERT_EQ(rows.recordCount(), 1);
-    EXPECT_EQ(rows.value("N").toInt(), 1);
-    EXPECT_EQ(db.execute(nestedOne(kLimit) + " AS N INTO Deep"), 1);
-    db.createQueryDef("queryDeep", nestedOne(kLimit) + " AS N");
-    EXPECT_EQ(db.openRecordset("queryDeep").value("N").toInt(), 1);
+// Every path takes the deepest nesting allowed and refuses one level more.
+TEST_F(DeepNestingPaths, TheLimitHoldsInEveryPath) {
     engine::Recordset compilations = db.openRecordset("Compilation");
-    compilations.findFirst(repeated("(", kLimit) + "Name = 'Zappa'" + repeated(")", kLimit));
-    EXPECT_EQ(compilations.value("Name").toString(), "Zappa");
-}
-
-TEST_F(DeepNestingPaths, OneLevelMoreIsRefusedInEveryPath) {
-    const QString select = nestedOne(kLimit + 1) + " AS N";
-    EXPECT_EQ(errorOf([&] { db.openRecordset(select); }), kTooComplex);
-    EXPECT_EQ(errorOf([&] { db.execute(nestedOne(kLimit + 1) + " AS N INTO Deep"); }), kTooComplex);
-    EXPECT_EQ(errorOf([&] { db.createQueryDef("queryDeep", select); }), kTooComplex);
-    engine::Recordset compilations = db.openRecordset("Compilation");
-    EXPECT_EQ(errorOf([&] {
-                  compilations.findFirst(repeated("(", kLimit + 1) + "Name = 'Zappa'" +
-                                         repeated(")", kLimit + 1));
-              }),
-              kTooComplex);
+    const std::function<void(int)> paths[] = {
+        [&](int depth) {
+            EXPECT_EQ(db.openRecordset(nestedOne(depth) + " AS N").value("N").toInt(), 1);
+        },
+        [&](int depth) { EXPECT_EQ(db.execute(nestedOne(depth) + " AS N INTO Deep"), 1); },
+        [&](int depth) {
+            db.createQueryDef("queryDeep", nestedOne(depth) + " AS N");
+            EXPECT_EQ(db.openRecordset("queryDeep").value("N").toInt(), 1);
+        },
+        [&](int depth) {
+            compilations.findFirst(repeated("(", depth) + "Name = 'Zappa'" + repeated(")", depth));
+            EXPECT_EQ(compilations.value("Name").toString(), "Zappa");
+        },
+    };
+    for (size_t i = 0; i < std::size(paths); ++i)
+        EXPECT_EQ(errorOf([&] { paths[i](kLimit + 1); }), kTooComplex) << "path " << i;
     EXPECT_FALSE(db.hasTable("Deep"));
     EXPECT_TRUE(db.queryDefNames().isEmpty());
+    for (size_t i = 0; i < std::size(paths); ++i)
+        EXPECT_EQ(errorOf([&] { paths[i](kLimit); }), 0) << "path " << i;
 }
 
 }  // namespace

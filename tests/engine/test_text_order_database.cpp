@@ -12,6 +12,7 @@
 #include "engine/text_collation_layout.h"
 #include "engine/workspace.h"
 #include "support/databases.h"
+#include "support/jet_errors.h"
 #include "support/temp_dir.h"
 #include "text_samples.h"
 
@@ -21,16 +22,7 @@ QString quoted(const QString& text) {
     return "'" + QString(text).replace("'", "''") + "'";
 }
 
-// The error number of a call, 0 when it succeeds.
-template <typename Call>
-int errorNumber(Call call) {
-    try {
-        call();
-    } catch (const engine::JetError& error) {
-        return error.number();
-    }
-    return 0;
-}
+using testsupport::errorNumber;
 
 // An empty compilation database opened through the engine.
 class TextOrderDatabase : public ::testing::Test {
@@ -161,18 +153,13 @@ int reversedBytes(void*, int lengthA, const void* a, int lengthB, const void* b)
 }
 
 void writeNamesUnderReversedOrder(const QString& path, const QStringList& names) {
-    sqlite3* raw = nullptr;
-    ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &raw), SQLITE_OK);
-    sqlite3_create_collation_v2(raw, engine::kTextCollation, SQLITE_UTF8, nullptr, reversedBytes,
-                                nullptr);
+    const testsupport::SqliteFile file(path, {.plain = true});
+    sqlite3_create_collation_v2(file.db(), engine::kTextCollation, SQLITE_UTF8, nullptr,
+                                reversedBytes, nullptr);
     for (const QString& name : names) {
-        const QString insert = "INSERT INTO Compilation (Name, Format, C_Length) VALUES (" +
-                               quoted(name) + ", 'MD', 74)";
-        EXPECT_EQ(sqlite3_exec(raw, insert.toUtf8().constData(), nullptr, nullptr, nullptr),
-                  SQLITE_OK)
-            << sqlite3_errmsg(raw);
+        file.exec("INSERT INTO Compilation (Name, Format, C_Length) VALUES (" + quoted(name) +
+                  ", 'MD', 74)");
     }
-    sqlite3_close(raw);
 }
 
 TEST(TextOrderRepair, RepairAndCompactRebuildTheNameIndex) {
