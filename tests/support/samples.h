@@ -12,28 +12,28 @@ struct SampleTrack {
     QString title = "Title";
     int seconds = 180;
     QString album = "Album";
-    QString albumPerformer;  // the performer when empty
-    int year = 0;            // NULL when 0
+    QString albumPerformer{};  // the performer when empty
+    int year = 0;              // NULL when 0
     bool live = false;
     int item = 1;
     int index = 1;
-    QString performerSort;       // NULL when empty
-    QString albumPerformerSort;  // NULL when empty
-    QString location;            // NULL when empty
-    QString version;             // NULL when empty
-    QString rating;              // NULL when empty
+    QString performerSort{};       // NULL when empty
+    QString albumPerformerSort{};  // NULL when empty
+    QString location{};            // NULL when empty
+    QString version{};             // NULL when empty
+    QString rating{};              // NULL when empty
 };
 
 struct SampleCompilation {
-    QString name;
+    QString name{};
     QString format = "MD";
     int minutes = 74;
-    QString manufacturer;  // NULL when empty
-    QString box;           // NULL when empty
-    QString recDate;       // as stored (yyyy-mm-dd hh:mm:ss), NULL when empty
-    QString notes;         // NULL when empty
-    QString coverMemo;     // NULL when empty
-    QList<SampleTrack> tracks;
+    QString manufacturer{};  // NULL when empty
+    QString box{};           // NULL when empty
+    QString recDate{};       // as stored (yyyy-mm-dd hh:mm:ss), NULL when empty
+    QString notes{};         // NULL when empty
+    QString coverMemo{};     // NULL when empty
+    QList<SampleTrack> tracks{};
     qint64 id = 0;  // the next free id when 0
 };
 
