@@ -69,6 +69,8 @@ TEST_F(DatabaseStatements, AStepRolledBackLeavesNothingBehind) {
 
 using LinkedTables = EngineFixture;
 
+// A linked table joins local ones and is dropped again; its file is only ever read. A table the
+// file lacks gives 3011 naming it.
 TEST_F(LinkedTables, ALinkedTableJoinsLocalTablesAndIsDroppedAgain) {
     const QString other = dir.file("other.db");
     testsupport::execRaw(other,
@@ -76,7 +78,6 @@ TEST_F(LinkedTables, ALinkedTableJoinsLocalTablesAndIsDroppedAgain) {
                          "INSERT INTO Location VALUES (1, 'Shelf A'), (2, 'Attic');");
     const QByteArray before = fileBytes(other);
     db.appendTable({"Location", ";DATABASE=" + other, "Location", {}});
-    EXPECT_TRUE(db.tableNames().contains("Location"));
     engine::Recordset rows = db.openRecordset(
         "SELECT DISTINCT CompilationTrack.Track_Title FROM CompilationTrack INNER JOIN Location "
         "ON CompilationTrack.AlbumLocation = Location.Location ORDER BY "
@@ -84,21 +85,17 @@ TEST_F(LinkedTables, ALinkedTableJoinsLocalTablesAndIsDroppedAgain) {
     EXPECT_EQ(column(rows, "Track_Title"), QStringList({"Help!", "Yesterday"}));
     db.deleteTable("Location");
     EXPECT_FALSE(db.hasTable("Location"));
-    EXPECT_EQ(fileBytes(other), before);  // the linked file is only ever read
-}
+    EXPECT_EQ(fileBytes(other), before);
 
-TEST_F(LinkedTables, AMissingSourceTableGives3011NamingIt) {
-    const QString other = dir.file("other.db");
-    testsupport::execRaw(other, "CREATE TABLE Album (AlbumID INTEGER)");
     QString description;
     EXPECT_EQ(errorNumber(
                   [&] {
-                      db.appendTable({"TrackRating", ";DATABASE=" + other, "TrackRating", {}});
+                      db.appendTable({"Rating", ";DATABASE=" + other, "Rating", {}});
                   },
                   &description),
               engine::jet::kObjectNotFound);
-    EXPECT_TRUE(description.contains("'TrackRating'"));
-    EXPECT_FALSE(db.hasTable("TrackRating"));
+    EXPECT_TRUE(description.contains("'Rating'"));
+    EXPECT_FALSE(db.hasTable("Rating"));
     EXPECT_NE(errorNumber([&] {
                   db.appendTable({"Album", ";DATABASE=" + dir.file("none.mdb"), "Album", {}});
               }),

@@ -51,34 +51,31 @@ TEST(DeepNestingTranslation, TheClausesPassTakesAnyDepthWithoutRecursion) {
     EXPECT_EQ(arranged.count("ORDER BY a COLLATE MIXORAMA_TEXT"), 20000);
 }
 
-TEST(DeepNestingTranslation, CopiedGroupKeysCannotMultiplyTheStatement) {
-    // Every level copies its group key, which holds all the deeper levels, into its ORDER BY.
+// Every level copies its group key, which holds all the deeper levels, into its ORDER BY: the
+// copies cannot multiply the statement past the limit. Nested levels keep their own clauses.
+TEST(DeepNestingTranslation, GroupKeysAreCopiedPerLevel) {
     auto groupedInKeys = [](int levels) {
         return "SELECT a FROM t GROUP BY " + repeated("(SELECT a FROM t GROUP BY ", levels) + "a" +
                repeated(")", levels);
     };
     EXPECT_EQ(errorOf([&] { engine::translateJetSql(groupedInKeys(40)); }), kTooComplex);
-    EXPECT_EQ(
-        engine::translateJetSql(groupedInKeys(1)).sql,
-        "SELECT a FROM t GROUP BY (SELECT a FROM t GROUP BY a COLLATE MIXORAMA_TEXT ORDER BY a "
-        "COLLATE MIXORAMA_TEXT) COLLATE MIXORAMA_TEXT ORDER BY (SELECT a FROM t GROUP BY a COLLATE "
-        "MIXORAMA_TEXT ORDER BY a COLLATE MIXORAMA_TEXT) COLLATE MIXORAMA_TEXT");
     EXPECT_NO_THROW(engine::translateJetSql(groupedInKeys(3)));
-}
-
-TEST(DeepNestingTranslation, NestedLevelsKeepTheirOwnClauses) {
-    EXPECT_EQ(engine::translateJetSql("SELECT x FROM ((SELECT ArtistSort AS x FROM TempSource "
-                                      "GROUP BY ArtistSort LIMIT 2)) ORDER BY x DESC, 1")
-                  .sql,
-              "SELECT x FROM ((SELECT ArtistSort AS x FROM TempSource GROUP BY ArtistSort "
-              "COLLATE MIXORAMA_TEXT ORDER BY ArtistSort COLLATE MIXORAMA_TEXT LIMIT 2)) ORDER BY "
-              "x COLLATE "
-              "MIXORAMA_TEXT DESC, 1");
-    EXPECT_EQ(engine::translateJetSql("SELECT a FROM t ORDER BY Mid(a, (1)) ASC , b COLLATE "
-                                      "BINARY, (SELECT c FROM u ORDER BY c)")
-                  .sql,
-              "SELECT a FROM t ORDER BY Mid(a, (1)) COLLATE MIXORAMA_TEXT ASC , b COLLATE BINARY, "
-              "(SELECT c FROM u ORDER BY c COLLATE MIXORAMA_TEXT) COLLATE MIXORAMA_TEXT");
+    const std::pair<QString, QString> translations[] = {
+        {groupedInKeys(1),
+         "SELECT a FROM t GROUP BY (SELECT a FROM t GROUP BY a COLLATE MIXORAMA_TEXT ORDER BY a "
+         "COLLATE MIXORAMA_TEXT) COLLATE MIXORAMA_TEXT ORDER BY (SELECT a FROM t GROUP BY a "
+         "COLLATE MIXORAMA_TEXT ORDER BY a COLLATE MIXORAMA_TEXT) COLLATE MIXORAMA_TEXT"},
+        {"SELECT x FROM ((SELECT ArtistSort AS x FROM TempSource GROUP BY ArtistSort LIMIT 2)) "
+         "ORDER BY x DESC, 1",
+         "SELECT x FROM ((SELECT ArtistSort AS x FROM TempSource GROUP BY ArtistSort COLLATE "
+         "MIXORAMA_TEXT ORDER BY ArtistSort COLLATE MIXORAMA_TEXT LIMIT 2)) ORDER BY x COLLATE "
+         "MIXORAMA_TEXT DESC, 1"},
+        {"SELECT a FROM t ORDER BY Mid(a, (1)) ASC , b COLLATE BINARY, (SELECT c FROM u ORDER BY "
+         "c)",
+         "SELECT a FROM t ORDER BY Mid(a, (1)) COLLATE MIXORAMA_TEXT ASC , b COLLATE BINARY, "
+         "(SELECT c FROM u ORDER BY c COLLATE MIXORAMA_TEXT) COLLATE MIXORAMA_TEXT"}};
+    for (const auto& [jet, sql] : translations)
+        EXPECT_EQ(engine::translateJetSql(jet).sql, sql);
 }
 
 TEST(DeepNestingAtSqlite, SqlitesOwnNestingLimitsGiveTheSameError) {

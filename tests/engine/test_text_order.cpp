@@ -118,20 +118,6 @@ TEST(TextOrder, ShortcutAndFullPathAgree) {
     }
 }
 
-TEST(TextFold, FoldsSimplyAndComposes) {
-    EXPECT_EQ(engineFolded("ÉMILE"), QStringLiteral("émile"));
-    EXPECT_EQ(engineFolded("E\xCC\x81mile"), QStringLiteral("émile"));
-    EXPECT_EQ(engineFolded("Straße"), QStringLiteral("straße"));
-    EXPECT_EQ(engineFolded("İ"), QStringLiteral("i\u0307"));
-    EXPECT_EQ(engineFolded("ΣΑΣ"), QStringLiteral("σασ"));
-    EXPECT_EQ(engineFolded("\xFF"
-                           "a"),
-              QStringLiteral("\uFFFDa"));  // invalid UTF-8
-    // longer than the buffer on the stack
-    const std::string longText(1000, 'E');
-    EXPECT_EQ(engineFolded(longText + "\xCC\x81"), QString(999, u'e') + QStringLiteral("é"));
-}
-
 // Sorts by merging, which stays within bounds even when the order is broken.
 std::vector<std::string> sortedByEngine(const std::vector<std::string>& texts) {
     std::list<std::string> sorted(texts.begin(), texts.end());
