@@ -1,5 +1,5 @@
-// Files of the earlier text order are converted before they are written; the compilation
-// invariants are checked and repaired; the lookup's index is made only where a file is written.
+// Files of the earlier text order are converted before they are written; the lookup's index is
+// made only where a file is written.
 #include <sys/stat.h>
 
 #include <QFile>
@@ -120,50 +120,6 @@ TEST_F(DatabaseUpgrade, AConversionThatCannotFinishLeavesTheFileAsItWas) {
     EXPECT_FALSE(QFile::exists(shell::compactionTempPath(path) + "-journal"));
     EXPECT_EQ(testsupport::queryRaw(path, "SELECT count(*) FROM Compilation"), "6");
 }
-
-// Each invariant broken alone: check names it, compact repairs it and says how.
-struct BrokenInvariant {
-    const char* breakIt;
-    const char* problem;
-    const char* repair;
-};
-
-class InvariantCheck : public DatabaseUpgrade,
-                       public ::testing::WithParamInterface<BrokenInvariant> {};
-
-TEST_P(InvariantCheck, CheckNamesItAndCompactRepairsIt) {
-    makeDatabase();
-    ASSERT_TRUE(shell::checkDatabaseFile(path).isEmpty());
-    testsupport::execRaw(path, GetParam().breakIt);
-    EXPECT_EQ(shell::checkDatabaseFile(path), QStringList{GetParam().problem});
-    EXPECT_EQ(shell::repairAndCompact(path), QStringList{GetParam().repair});
-    EXPECT_TRUE(shell::checkDatabaseFile(path).isEmpty());
-    EXPECT_EQ(testsupport::queryRaw(path,
-                                    "SELECT group_concat(TrackNo || Track_Title, ' ') FROM "
-                                    "(SELECT TrackNo, Track_Title FROM CompilationTrack "
-                                    "WHERE CompilationID_F1 = 1 ORDER BY TrackNo)")
-                  .left(5),
-              "1A 2B")
-        << "the tracks keep their order";
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    EachInvariant, InvariantCheck,
-    ::testing::Values(
-        BrokenInvariant{"UPDATE Compilation SET SumTrack = NULL WHERE CompilationID_P = 1",
-                        "Compilation 'Road Trip': SumTrack is Null, but it has 3 track(s).",
-                        "Compilation 'Road Trip': SumTrack set from Null to 3."},
-        BrokenInvariant{"UPDATE Compilation SET SumTime = 200 WHERE CompilationID_P = 1",
-                        "Compilation 'Road Trip': SumTime is 200, but its tracks last 210 "
-                        "second(s).",
-                        "Compilation 'Road Trip': SumTime set from 200 to 210."},
-        BrokenInvariant{"UPDATE CompilationTrack SET TrackNo = 2 WHERE Track_Title = 'C'",
-                        "Compilation 'Road Trip': tracks are numbered 1, 2, 2, not 1 to 3.",
-                        "Compilation 'Road Trip': tracks renumbered 1 to 3 (were 1, 2, 2)."},
-        BrokenInvariant{"INSERT INTO CompilationTrack (CompilationID_F1, TrackNo, Track_Title) "
-                        "VALUES (42, 1, 'Lost')",
-                        "1 track(s) belong to compilation 42, which does not exist.",
-                        "Removed 1 track(s) of compilation 42, which does not exist."}));
 
 TEST_F(DatabaseUpgrade, TheLookupIndexIsMadeWhereAFileIsOpenedForWritingOnly) {
     makeDatabase();

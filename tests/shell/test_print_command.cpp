@@ -1,25 +1,11 @@
 // The print tool's choices and the checks made before a list, cover or PDF is produced.
-#include "platform/program_folder.h"
 #include "shell/print_command.h"
-#include "shell/toolbar_tools.h"
 #include "shell_fixture.h"
 #include "support/list_samples.h"
 
 namespace {
 
-using reports::ListReport;
 using shell::CurrentCompilation;
-
-// The choices follow the report type list; what each one produces is checked where it is shown.
-TEST(PrintChoices, FollowTheListAndWriteThePdfFilesToTheDataFolder) {
-    ASSERT_EQ(shell::printChoices().size(), size_t(shell::reportTypes().size()));
-    for (int i = 0; i < shell::reportTypes().size(); ++i)
-        EXPECT_EQ(shell::printChoice(i)->entry, shell::reportTypes()[i]);
-    EXPECT_EQ(shell::printChoice(-1), nullptr);
-    EXPECT_EQ(shell::printChoice(shell::kDefaultReportType)->report, ListReport::RecordingProtocol);
-    EXPECT_EQ(shell::pdfPath(*shell::printChoice(5)),
-              platform::programFolder() + "/data/TracksOnCompilation.PDF");
-}
 
 class PrintChecks : public ShellTest {
   protected:

@@ -17,6 +17,7 @@ TEST(FileNames, TheTemporaryAndTheConvertedCopySitBesideTheFile) {
     EXPECT_EQ(shell::compactionTempPath(R"(C:\x\coll.mdb)"), R"(C:\x\coll.$$$)");
     EXPECT_EQ(shell::compactionTempPath("/home/me/music.v2/coll.backup.mdb"),
               "/home/me/music.v2/coll.backup.$$$");
+    EXPECT_EQ(shell::compactionTempPath("/data.d/coll"), "/data.d/coll.$$$");  // no extension
     EXPECT_EQ(shell::convertedCopyPath("/home/me/music.v2/coll.backup.mdb"),
               "/home/me/music.v2/coll.backup-converted.mdb");
 }
