@@ -1,5 +1,5 @@
-#include <sqlite3.h>
 #include <cstdio>
+#include <memory>
 
 #include <QFile>
 
@@ -69,6 +69,8 @@ TEST_F(DatabaseStatements, AStepRolledBackLeavesNothingBehind) {
 
 using LinkedTables = EngineFixture;
 
+// A linked table joins local ones and is dropped again; its file is only ever read. A table the
+// file lacks gives 3011 naming it.
 TEST_F(LinkedTables, ALinkedTableJoinsLocalTablesAndIsDroppedAgain) {
     const QString other = dir.file("other.db");
     testsupport::execRaw(other,
@@ -76,7 +78,6 @@ TEST_F(LinkedTables, ALinkedTableJoinsLocalTablesAndIsDroppedAgain) {
                          "INSERT INTO Location VALUES (1, 'Shelf A'), (2, 'Attic');");
     const QByteArray before = fileBytes(other);
     db.appendTable({"Location", ";DATABASE=" + other, "Location", {}});
-    EXPECT_TRUE(db.tableNames().contains("Location"));
     engine::Recordset rows = db.openRecordset(
         "SELECT DISTINCT CompilationTrack.Track_Title FROM CompilationTrack INNER JOIN Location "
         "ON CompilationTrack.AlbumLocation = Location.Location ORDER BY "
@@ -84,21 +85,17 @@ TEST_F(LinkedTables, ALinkedTableJoinsLocalTablesAndIsDroppedAgain) {
     EXPECT_EQ(column(rows, "Track_Title"), QStringList({"Help!", "Yesterday"}));
     db.deleteTable("Location");
     EXPECT_FALSE(db.hasTable("Location"));
-    EXPECT_EQ(fileBytes(other), before);  // the linked file is only ever read
-}
+    EXPECT_EQ(fileBytes(other), before);
 
-TEST_F(LinkedTables, AMissingSourceTableGives3011NamingIt) {
-    const QString other = dir.file("other.db");
-    testsupport::execRaw(other, "CREATE TABLE Album (AlbumID INTEGER)");
     QString description;
     EXPECT_EQ(errorNumber(
                   [&] {
-                      db.appendTable({"TrackRating", ";DATABASE=" + other, "TrackRating", {}});
+                      db.appendTable({"Rating", ";DATABASE=" + other, "Rating", {}});
                   },
                   &description),
               engine::jet::kObjectNotFound);
-    EXPECT_TRUE(description.contains("'TrackRating'"));
-    EXPECT_FALSE(db.hasTable("TrackRating"));
+    EXPECT_TRUE(description.contains("'Rating'"));
+    EXPECT_FALSE(db.hasTable("Rating"));
     EXPECT_NE(errorNumber([&] {
                   db.appendTable({"Album", ";DATABASE=" + dir.file("none.mdb"), "Album", {}});
               }),
@@ -150,19 +147,16 @@ TEST(OpeningAFile, ABusyFileIsLockedNotForeign) {
     testsupport::TempDir dir;
     const QString path = dir.file("busy.mdb");
     testsupport::createCompilationDatabase(path);
-    sqlite3* writer = nullptr;
-    ASSERT_EQ(sqlite3_open(QFile::encodeName(path).constData(), &writer), SQLITE_OK);
-    ASSERT_EQ(
-        sqlite3_exec(writer, "BEGIN EXCLUSIVE; DELETE FROM LstLength", nullptr, nullptr, nullptr),
-        SQLITE_OK);
+    auto writer =
+        std::make_unique<testsupport::SqliteFile>(path, testsupport::SqliteOptions{.plain = true});
+    writer->exec("BEGIN EXCLUSIVE; DELETE FROM LstLength");
     QString description;
     EXPECT_EQ(errorNumber([&] { engine::Workspace::defaultWorkspace().openDatabase(path, true); },
                           &description),
               engine::jet::kLocked);
     EXPECT_TRUE(description.contains("'" + path + "'") && description.contains("locked"))
         << description.toStdString();
-    sqlite3_exec(writer, "ROLLBACK", nullptr, nullptr, nullptr);
-    sqlite3_close(writer);
+    writer.reset();
     EXPECT_EQ(
         errorNumber([&] { engine::Workspace::defaultWorkspace().openDatabase(path).close(); }), 0);
 }

@@ -1,6 +1,4 @@
 // Deeply nested statements end in a clear error, never in a crash; below the limit they run.
-#include <sqlite3.h>
-
 #include "engine/jet_clauses.h"
 #include "engine/jet_dialect.h"
 #include "engine/jet_error.h"
@@ -53,73 +51,66 @@ TEST(DeepNestingTranslation, TheClausesPassTakesAnyDepthWithoutRecursion) {
     EXPECT_EQ(arranged.count("ORDER BY a COLLATE MIXORAMA_TEXT"), 20000);
 }
 
-TEST(DeepNestingTranslation, CopiedGroupKeysCannotMultiplyTheStatement) {
-    // Every level copies its group key, which holds all the deeper levels, into its ORDER BY.
+// Every level copies its group key, which holds all the deeper levels, into its ORDER BY: the
+// copies cannot multiply the statement past the limit. Nested levels keep their own clauses.
+TEST(DeepNestingTranslation, GroupKeysAreCopiedPerLevel) {
     auto groupedInKeys = [](int levels) {
         return "SELECT a FROM t GROUP BY " + repeated("(SELECT a FROM t GROUP BY ", levels) + "a" +
                repeated(")", levels);
     };
     EXPECT_EQ(errorOf([&] { engine::translateJetSql(groupedInKeys(40)); }), kTooComplex);
-    EXPECT_EQ(
-        engine::translateJetSql(groupedInKeys(1)).sql,
-        "SELECT a FROM t GROUP BY (SELECT a FROM t GROUP BY a COLLATE MIXORAMA_TEXT ORDER BY a "
-        "COLLATE MIXORAMA_TEXT) COLLATE MIXORAMA_TEXT ORDER BY (SELECT a FROM t GROUP BY a COLLATE "
-        "MIXORAMA_TEXT ORDER BY a COLLATE MIXORAMA_TEXT) COLLATE MIXORAMA_TEXT");
     EXPECT_NO_THROW(engine::translateJetSql(groupedInKeys(3)));
-}
-
-TEST(DeepNestingTranslation, NestedLevelsKeepTheirOwnClauses) {
-    EXPECT_EQ(engine::translateJetSql("SELECT x FROM ((SELECT ArtistSort AS x FROM TempSource "
-                                      "GROUP BY ArtistSort LIMIT 2)) ORDER BY x DESC, 1")
-                  .sql,
-              "SELECT x FROM ((SELECT ArtistSort AS x FROM TempSource GROUP BY ArtistSort "
-              "COLLATE MIXORAMA_TEXT ORDER BY ArtistSort COLLATE MIXORAMA_TEXT LIMIT 2)) ORDER BY "
-              "x COLLATE "
-              "MIXORAMA_TEXT DESC, 1");
-    EXPECT_EQ(engine::translateJetSql("SELECT a FROM t ORDER BY Mid(a, (1)) ASC , b COLLATE "
-                                      "BINARY, (SELECT c FROM u ORDER BY c)")
-                  .sql,
-              "SELECT a FROM t ORDER BY Mid(a, (1)) COLLATE MIXORAMA_TEXT ASC , b COLLATE BINARY, "
-              "(SELECT c FROM u ORDER BY c COLLATE MIXORAMA_TEXT) COLLATE MIXORAMA_TEXT");
+    const std::pair<QString, QString> translations[] = {
+        {groupedInKeys(1),
+         "SELECT a FROM t GROUP BY (SELECT a FROM t GROUP BY a COLLATE MIXORAMA_TEXT ORDER BY a "
+         "COLLATE MIXORAMA_TEXT) COLLATE MIXORAMA_TEXT ORDER BY (SELECT a FROM t GROUP BY a "
+         "COLLATE MIXORAMA_TEXT ORDER BY a COLLATE MIXORAMA_TEXT) COLLATE MIXORAMA_TEXT"},
+        {"SELECT x FROM ((SELECT ArtistSort AS x FROM TempSource GROUP BY ArtistSort LIMIT 2)) "
+         "ORDER BY x DESC, 1",
+         "SELECT x FROM ((SELECT ArtistSort AS x FROM TempSource GROUP BY ArtistSort COLLATE "
+         "MIXORAMA_TEXT ORDER BY ArtistSort COLLATE MIXORAMA_TEXT LIMIT 2)) ORDER BY x COLLATE "
+         "MIXORAMA_TEXT DESC, 1"},
+        {"SELECT a FROM t ORDER BY Mid(a, (1)) ASC , b COLLATE BINARY, (SELECT c FROM u ORDER BY "
+         "c)",
+         "SELECT a FROM t ORDER BY Mid(a, (1)) COLLATE MIXORAMA_TEXT ASC , b COLLATE BINARY, "
+         "(SELECT c FROM u ORDER BY c COLLATE MIXORAMA_TEXT) COLLATE MIXORAMA_TEXT"}};
+    for (const auto& [jet, sql] : translations)
+        EXPECT_EQ(engine::translateJetSql(jet).sql, sql);
 }
 
 TEST(DeepNestingAtSqlite, SqlitesOwnNestingLimitsGiveTheSameError) {
-    sqlite3* db = nullptr;
-    ASSERT_EQ(sqlite3_open(":memory:", &db), SQLITE_OK);
+    const testsupport::SqliteFile file(":memory:");
     // Within the translator's limit, but deeper than SQLite's parser takes nested calls.
     const QString calls = "SELECT " + repeated("abs(", kLimit) + "1" + repeated(")", kLimit);
-    EXPECT_EQ(errorOf([&] { engine::Statement(db, engine::translateJetSql(calls).sql); }),
+    EXPECT_EQ(errorOf([&] { engine::Statement(file.db(), engine::translateJetSql(calls).sql); }),
               kTooComplex);
-    sqlite3_close(db);
 }
 
 using DeepNestingPaths = EngineFixture;
 
-TEST_F(DeepNestingPaths, TheDeepestAllowedNestingRunsInEveryPath) {
-    engine::Recordset rows = db.openRecordset(nestedOne(kLimit) + " AS N");
-    ASSERT_EQ(rows.recordCount(), 1);
-    EXPECT_EQ(rows.value("N").toInt(), 1);
-    EXPECT_EQ(db.execute(nestedOne(kLimit) + " AS N INTO Deep"), 1);
-    db.createQueryDef("queryDeep", nestedOne(kLimit) + " AS N");
-    EXPECT_EQ(db.openRecordset("queryDeep").value("N").toInt(), 1);
+// Every path takes the deepest nesting allowed and refuses one level more.
+TEST_F(DeepNestingPaths, TheLimitHoldsInEveryPath) {
     engine::Recordset compilations = db.openRecordset("Compilation");
-    compilations.findFirst(repeated("(", kLimit) + "Name = 'Zappa'" + repeated(")", kLimit));
-    EXPECT_EQ(compilations.value("Name").toString(), "Zappa");
-}
-
-TEST_F(DeepNestingPaths, OneLevelMoreIsRefusedInEveryPath) {
-    const QString select = nestedOne(kLimit + 1) + " AS N";
-    EXPECT_EQ(errorOf([&] { db.openRecordset(select); }), kTooComplex);
-    EXPECT_EQ(errorOf([&] { db.execute(nestedOne(kLimit + 1) + " AS N INTO Deep"); }), kTooComplex);
-    EXPECT_EQ(errorOf([&] { db.createQueryDef("queryDeep", select); }), kTooComplex);
-    engine::Recordset compilations = db.openRecordset("Compilation");
-    EXPECT_EQ(errorOf([&] {
-                  compilations.findFirst(repeated("(", kLimit + 1) + "Name = 'Zappa'" +
-                                         repeated(")", kLimit + 1));
-              }),
-              kTooComplex);
+    const std::function<void(int)> paths[] = {
+        [&](int depth) {
+            EXPECT_EQ(db.openRecordset(nestedOne(depth) + " AS N").value("N").toInt(), 1);
+        },
+        [&](int depth) { EXPECT_EQ(db.execute(nestedOne(depth) + " AS N INTO Deep"), 1); },
+        [&](int depth) {
+            db.createQueryDef("queryDeep", nestedOne(depth) + " AS N");
+            EXPECT_EQ(db.openRecordset("queryDeep").value("N").toInt(), 1);
+        },
+        [&](int depth) {
+            compilations.findFirst(repeated("(", depth) + "Name = 'Zappa'" + repeated(")", depth));
+            EXPECT_EQ(compilations.value("Name").toString(), "Zappa");
+        },
+    };
+    for (size_t i = 0; i < std::size(paths); ++i)
+        EXPECT_EQ(errorOf([&] { paths[i](kLimit + 1); }), kTooComplex) << "path " << i;
     EXPECT_FALSE(db.hasTable("Deep"));
     EXPECT_TRUE(db.queryDefNames().isEmpty());
+    for (size_t i = 0; i < std::size(paths); ++i)
+        EXPECT_EQ(errorOf([&] { paths[i](kLimit); }), 0) << "path " << i;
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // A writer stopped in the middle of a change leaves a hot journal beside the file; the engine
 // rolls it back when it opens the file, read-only or not, unless it may not write there.
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <QFile>
 
@@ -19,23 +18,19 @@ using testsupport::fileBytes;
 
 // Whether plain SQLite, read-only, can read the schema: it cannot while a hot journal waits.
 bool readableReadOnly(const QString& path) {
-    sqlite3* db = nullptr;
-    sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr);
-    const int rc =
-        sqlite3_exec(db, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
-    sqlite3_close(db);
-    return rc == SQLITE_OK;
+    try {
+        testsupport::SqliteFile(path, {.readOnly = true})
+            .exec("SELECT count(*) FROM sqlite_master");
+        return true;
+    } catch (const std::runtime_error&) {
+        return false;
+    }
 }
 
 class InterruptedChange : public ::testing::Test {
   protected:
     void SetUp() override {
-        testsupport::createCompilationDatabase(path);
-        testsupport::execRaw(path, R"sql(
-            WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 40)
-            INSERT INTO Compilation (Name, Format, C_Length, Notes)
-            SELECT 'Compilation ' || i, 'MD', 74, printf('%.400c', 'n') FROM n;
-        )sql");
+        testsupport::createReclaimableDatabase(path, 40, 400, 1000);
         before = testsupport::rowCounts(path);
         testsupport::leaveInterruptedChange(
             path, "UPDATE Compilation SET Notes = 'lost'; DELETE FROM LstFormat;");

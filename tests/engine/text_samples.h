@@ -18,62 +18,31 @@ inline QString qtFolded(const std::string& utf8) {
 }
 
 // Pieces that fold alike share a group, so random texts often fold alike without being equal.
-// The first groups are printable ASCII, which the engine compares by a shortcut, then ASCII
-// control characters, which it folds without ICU but compares with it.
+// The groups are separated by "," below, their pieces by "|". The first groups are printable
+// ASCII, which the engine compares by a shortcut; then a tab and DEL (which the collator
+// ignores), ASCII control characters it folds without ICU but compares with it; then a
+// zero-width joiner (ignored too), accents precomposed and decomposed, U+0345 (folds to ι), kana
+// of both kinds and widths, emoji, combining marks on their own and a full-width letter.
 inline const std::vector<std::vector<std::string>>& pieceGroups() {
-    static const std::vector<std::vector<std::string>> groups{
-        {"a", "A"},
-        {"b", "B"},
-        {"e", "E"},
-        {"i", "I"},
-        {"s", "S"},
-        {"z", "Z"},
-        {"m", "M"},
-        {"1"},
-        {"9"},
-        {" "},
-        {"-"},
-        {"_"},
-        {"."},
-        {"'"},
-        {"!"},
-        {"~"},
-        {"&"},
-        {"("},
-        // the end of the printable groups (kPrintableGroups)
-        {"\t"},
-        {"\x7F"},  // the collator ignores DEL
-        // the end of the ASCII groups (kAsciiGroups)
-        {"\xE2\x80\x8D"},  // zero-width joiner, ignored too
-        {"é", "É", "e\xCC\x81", "E\xCC\x81"},
-        {"ä", "Ä", "a\xCC\x88", "A\xCC\x88"},
-        {"è"},
-        {"ñ", "n\xCC\x83", "Ñ"},
-        {"ø", "Ø"},
-        {"ß", "ẞ"},
-        {"İ", "I\xCC\x87", "i\xCC\x87"},
-        {"ı"},
-        {"σ", "Σ", "ς"},
-        {"ά", "Ά", "α\xCC\x81"},
-        {"ι", "Ι", "\xCD\x85"},  // U+0345 folds to ι
-        {"さ"},
-        {"サ"},
-        {"ｻ"},
-        {"く"},
-        {"ク"},
-        {"ら"},
-        {"や"},
-        {"漢"},
-        {"字"},
-        {"😀"},
-        {"🎵"},
-        {"👍"},
-        {"🏽"},
-        {"\xCC\x81"},
-        {"\xCC\x88"},
-        {"\xCC\xA7"},  // combining marks on their own
-        {"Ａ", "ａ"},
-    };
+    static const std::vector<std::vector<std::string>> groups = [] {
+        const std::string spelled =
+            "a|A,b|B,e|E,i|I,s|S,z|Z,m|M,1,9, ,-,_,.,',!,~,&,(,"  // kPrintableGroups
+            "\t,\x7F,"                                            // kAsciiGroups
+            "\xE2\x80\x8D,é|É|e\xCC\x81|E\xCC\x81,ä|Ä|a\xCC\x88|A\xCC\x88,è,ñ|n\xCC\x83|Ñ,ø|Ø,ß|ẞ,"
+            "İ|I\xCC\x87|i\xCC\x87,ı,σ|Σ|ς,ά|Ά|α\xCC\x81,ι|Ι|\xCD\x85,さ,サ,ｻ,く,ク,ら,や,漢,字,"
+            "😀,🎵,👍,🏽,\xCC\x81,\xCC\x88,\xCC\xA7,Ａ|ａ";
+        std::vector<std::vector<std::string>> split{{}};
+        for (const char c : spelled) {
+            if (c == ',') {
+                split.emplace_back();
+            } else if (c == '|' || split.back().empty()) {
+                split.back().emplace_back(c == '|' ? "" : std::string(1, c));
+            } else {
+                split.back().back() += c;
+            }
+        }
+        return split;
+    }();
     return groups;
 }
 inline constexpr size_t kPrintableGroups = 18;

@@ -1,7 +1,7 @@
-// Compaction rewrites a file the user keeps: whatever happens, the rows, the file's place (a link
-// stays a link) and its permissions survive, and a refusal changes nothing.
+// Compaction rewrites a file the user keeps: whatever happens, the rows, the
+// file's place (a link stays a link) and its permissions survive, and a refusal
+// changes nothing.
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,32 +10,20 @@
 #include <future>
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-#include "engine/jet_error.h"
-#include "engine/workspace.h"
-#include "platform/scripted_dialogs.h"
 #include "shell/app_state.h"
-#include "shell/database_commands.h"
 #include "shell/database_files.h"
-#include "support/databases.h"
+#include "shell_fixture.h"
 #include "support/faulty_files.h"
-#include "support/jet_errors.h"
-#include "support/temp_dir.h"
 
 namespace {
 
-using testsupport::errorNumber;
-using testsupport::fileBytes;
+using Fault = testsupport::FaultyFiles::Fault;
 
-class Compaction : public ::testing::Test, public shell::CommandFeedback {
+class Compaction : public ShellTest {
   protected:
-    void setBusy(bool) override {}
-    void setStatusText(const QString&) override {}
-    void processPendingEvents() override {}
-
     // A database with room to reclaim: half of its compilations are deleted.
     QString makeDatabase(const QString& path) {
         testsupport::createReclaimableDatabase(path, 60, 900, 2);
@@ -48,42 +36,102 @@ class Compaction : public ::testing::Test, public shell::CommandFeedback {
     }
     bool compactThroughCommand(const QString& path) {
         dialogs.answerFile(path);
-        return shell::compactDatabase(dialogs, *this);
+        return shell::compactDatabase(dialogs, feedback);
     }
-    void TearDown() override { engine::Workspace::defaultWorkspace().close(); }
 
-    testsupport::TempDir dir;
-    platform::ScriptedDialogs dialogs;
+    const QString path = dir.file("coll.mdb");
+    const QString temp = dir.file("coll.$$$");
 };
 
-TEST_F(Compaction, AFileNamedLikeItsTemporaryFileIsRefusedBeforeAnythingChanges) {
-    const QString path = makeDatabase(dir.file("coll.$$$"));
-    const QByteArray bytes = fileBytes(path);
+// Each case prepares what must make the compaction refuse, and returns the file
+// to compact.
+struct Refusal {
+    const char* cause;
+    std::function<QString()> prepare;
+    int error;
+    QString says;
+    bool beforeRepair = true;  // else the repair has rewritten the file, keeping its rows
+};
+
+// A refusal names the file and its cause, comes at once (a FIFO is never waited
+// on), and leaves the file's rows (its bytes, when refused before the repair)
+// with no temporary file beside it.
+TEST_F(Compaction, EveryRefusalNamesItsCauseAndChangesNothing) {
+    makeDatabase(path);
+    const QString fifo = dir.file("pipe.mdb");
+    ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
     QDir(dir.path()).mkdir("sub");
-    QFile::link(path, dir.file("link.mdb"));
-    QFile::link(dir.path(), dir.file("alias"));
-    // The same file by its name, through "." and "..", a link to it and a linked folder.
-    for (const QString& name : {path, dir.path() + "/./sub/../coll.$$$", dir.file("link.mdb"),
-                                dir.file("alias/coll.$$$")}) {
+    const QString ownTemp = QFileInfo(makeDatabase(dir.file("sub/own.$$$"))).canonicalFilePath();
+    QFile::link(ownTemp, dir.file("own.mdb"));
+    QFile::link(dir.file("sub"), dir.file("alias"));
+    engine::Workspace elsewhere;  // another program, which the command does not close
+    std::optional<testsupport::FaultyFiles> faulty;
+    // A command on the FIFO that waits is let go by a writer after a while, and
+    // fails.
+    const auto atOnce = [&](const std::function<int()>& command) {
+        auto done = std::async(std::launch::async, command);
+        if (done.wait_for(std::chrono::seconds(10)) != std::future_status::ready) {
+            ADD_FAILURE() << "waited on the FIFO";
+            ::close(::open(QFile::encodeName(fifo).constData(), O_WRONLY | O_NONBLOCK));
+        }
+        return done.get();
+    };
+    const Refusal refusals[] = {
+        {"in use elsewhere", [&] { return elsewhere.openDatabase(path, true), path; },
+         engine::jet::kFileInUse, "'" + path + "'; file already in use"},
+        {"a FIFO", [&] { return fifo; }, engine::jet::kNotADatabase, "'" + fifo + "' is a FIFO"},
+        {"its own temporary name", [&] { return ownTemp; }, engine::jet::kDatabaseExists,
+         ownTemp + "' cannot be compacted"},
+        {"its own temporary name through . and ..",
+         [&] { return dir.path() + "/./sub/../sub/own.$$$"; }, engine::jet::kDatabaseExists,
+         ownTemp + "' cannot be compacted"},
+        {"its own temporary name through a link", [&] { return dir.file("own.mdb"); },
+         engine::jet::kDatabaseExists, ownTemp + "' cannot be compacted"},
+        {"its own temporary name in a linked folder", [&] { return dir.file("alias/own.$$$"); },
+         engine::jet::kDatabaseExists, ownTemp + "' cannot be compacted"},
+        {"a full disk", [&] { return faulty.emplace(".$$$", Fault::DiskFull), path; },
+         engine::jet::kDiskError, "'" + temp + "'", false},
+        {"a forbidden folder", [&] { return faulty.emplace(".$$$", Fault::NoPermission), path; },
+         engine::jet::kCannotOpenFile, "'" + temp + "'", false},
+        {"a folder in the way", [&] { return QDir(dir.path()).mkpath("coll.$$$/inside"), path; },
+         engine::jet::kDatabaseExists, "'" + temp + "'", false},
+    };
+    for (const Refusal& refusal : refusals) {
+        SCOPED_TRACE(refusal.cause);
+        const QString file = refusal.prepare();
+        const QByteArray bytes = QFileInfo(file).isFile() ? fileBytes(file) : QByteArray();
+        const QStringList rows = content(path);
         QString description;
-        EXPECT_EQ(errorNumber([&] { shell::repairAndCompact(name); }, &description),
-                  engine::jet::kDatabaseExists)
-            << name.toStdString();
-        EXPECT_TRUE(description.contains("'" + QFileInfo(path).canonicalFilePath() + "'"))
-            << description.toStdString();
-        EXPECT_TRUE(description.contains(".$$$")) << description.toStdString();
-        EXPECT_EQ(fileBytes(path), bytes) << name.toStdString();
+        EXPECT_EQ(atOnce([&] {
+                      return errorNumber([&] { shell::repairAndCompact(file); }, &description);
+                  }),
+                  refusal.error);
+        EXPECT_TRUE(description.contains(refusal.says)) << description.toStdString();
+        if (refusal.beforeRepair && !bytes.isEmpty()) {
+            EXPECT_EQ(fileBytes(file), bytes);
+        }
+        EXPECT_EQ(content(path), rows);
+        EXPECT_EQ(testsupport::integrityCheck(path), "ok");
+        EXPECT_FALSE(QFileInfo(temp).isFile() || QFile::exists(temp + "-journal"));
+        faulty.reset();
+        elsewhere.close();
+        QDir(temp).removeRecursively();
     }
-    EXPECT_FALSE(compactThroughCommand(dir.file("link.mdb")));
-    ASSERT_EQ(dialogs.messages().size(), 1u);
-    EXPECT_EQ(dialogs.messages()[0].icon, platform::MessageIcon::Exclamation);
-    EXPECT_TRUE(dialogs.lastMessageText().startsWith("The database '"))
-        << dialogs.lastMessageText().toStdString();
-    EXPECT_EQ(fileBytes(path), bytes);
+    // Refused by the command, the cause is shown; with the cause gone it
+    // compacts.
+    elsewhere.openDatabase(path, true);
+    EXPECT_FALSE(compactThroughCommand(path));
+    EXPECT_TRUE(dialogs.lastMessageText().contains("already in use"));
+    elsewhere.close();
+    EXPECT_TRUE(compactThroughCommand(path)) << dialogs.lastMessageText().toStdString();
+    EXPECT_EQ(
+        atOnce([&] { return int(shell::databaseToOpen(fifo, dialogs, feedback).has_value()); }), 0);
+    EXPECT_TRUE(dialogs.lastMessageText().contains("is a FIFO"));
 }
 
 TEST_F(Compaction, ALinkStaysALinkAndTheFileItPointsToIsCompactedBesideItself) {
-    // The file on another file system than the link where the machine has one: /tmp, not /dev/shm.
+    // The file on another file system than the link where the machine has one:
+    // /tmp, not /dev/shm.
     QTemporaryDir elsewhere(QDir::tempPath() + "/mixorama-target-XXXXXX");
     const QString target = makeDatabase(elsewhere.filePath("real.mdb"));
     const QStringList rows = content(target);
@@ -96,9 +144,7 @@ TEST_F(Compaction, ALinkStaysALinkAndTheFileItPointsToIsCompactedBesideItself) {
         file.open(QIODevice::WriteOnly);
         file.write("left over");
     }
-
     EXPECT_TRUE(compactThroughCommand(link)) << dialogs.lastMessageText().toStdString();
-    EXPECT_TRUE(QFileInfo(link).isSymLink());
     EXPECT_EQ(QFileInfo(link).symLinkTarget(), target);
     EXPECT_EQ(testsupport::queryRaw(target, "PRAGMA freelist_count"), "0");
     EXPECT_EQ(content(target), rows);
@@ -107,7 +153,7 @@ TEST_F(Compaction, ALinkStaysALinkAndTheFileItPointsToIsCompactedBesideItself) {
 }
 
 TEST_F(Compaction, TheNewFileKeepsTheModeGroupAndOwnerOfTheOld) {
-    const QString path = makeDatabase(dir.file("coll.mdb"));
+    makeDatabase(path);
     const QByteArray name = QFile::encodeName(path);
     ASSERT_EQ(::chmod(name.constData(), 0640), 0);
     if (::geteuid() == 0) {  // an administrator may hand the file to anyone
@@ -123,64 +169,19 @@ TEST_F(Compaction, TheNewFileKeepsTheModeGroupAndOwnerOfTheOld) {
         }
     }
     struct stat before {};
-    ::stat(name.constData(), &before);
-
-    shell::repairAndCompact(path);
     struct stat after {};
+    ::stat(name.constData(), &before);
+    shell::repairAndCompact(path);
     ASSERT_EQ(::stat(name.constData(), &after), 0);
     EXPECT_EQ(after.st_mode & 07777, 0640u);
-    EXPECT_EQ(after.st_gid, before.st_gid);
-    EXPECT_EQ(after.st_uid, before.st_uid);
+    EXPECT_EQ(std::pair(after.st_uid, after.st_gid), std::pair(before.st_uid, before.st_gid));
     EXPECT_NE(after.st_ino, before.st_ino);  // a new file took the old one's place
 }
 
-TEST_F(Compaction, AFullDiskOrAForbiddenFolderLeavesTheFileWholeAndNoTemporaryFile) {
-    const QString path = makeDatabase(dir.file("coll.mdb"));
-    const QStringList rows = content(path);
-    const QString temp = dir.file("coll.$$$");
-    const std::pair<testsupport::FaultyFiles::Fault, int> faults[] = {
-        {testsupport::FaultyFiles::Fault::DiskFull, engine::jet::kDiskError},
-        {testsupport::FaultyFiles::Fault::NoPermission, engine::jet::kCannotOpenFile}};
-    for (const auto& [fault, number] : faults) {
-        testsupport::FaultyFiles faulty(".$$$", fault);
-        dialogs.clear();
-        EXPECT_FALSE(compactThroughCommand(path));
-        ASSERT_EQ(dialogs.messages().size(), 1u);
-        EXPECT_TRUE(dialogs.lastMessageText().contains("'" + temp + "'"))
-            << dialogs.lastMessageText().toStdString();
-        EXPECT_EQ(errorNumber([&] { shell::repairAndCompact(path); }), number);
-        EXPECT_FALSE(QFile::exists(temp));
-        EXPECT_FALSE(QFile::exists(temp + "-journal"));
-    }
-    EXPECT_EQ(content(path), rows);
-    EXPECT_EQ(testsupport::integrityCheck(path), "ok");
-}
-
-TEST_F(Compaction, AReadOnlyFileOrAFolderInTheWayIsNamedAndLeftAlone) {
-    const QString path = makeDatabase(dir.file("coll.mdb"));
-    const QStringList rows = content(path);
-    const QByteArray bytes = fileBytes(path);
-    QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadGroup);
-    EXPECT_FALSE(compactThroughCommand(path));
-    EXPECT_TRUE(dialogs.lastMessageText().contains("'" + path + "'"));
-    EXPECT_TRUE(dialogs.lastMessageText().contains("read-only"));
-    EXPECT_EQ(fileBytes(path), bytes);
-
-    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
-    const QString temp = dir.file("coll.$$$");
-    QDir(dir.path()).mkpath("coll.$$$/inside");
-    QString description;
-    EXPECT_EQ(errorNumber([&] { shell::repairAndCompact(path); }, &description),
-              engine::jet::kDatabaseExists);
-    EXPECT_TRUE(description.contains("'" + temp + "'")) << description.toStdString();
-    EXPECT_EQ(content(path), rows);
-    EXPECT_TRUE(QFileInfo(temp).isDir());
-}
-
-// A compaction killed while it repaired the file leaves a hot journal: Open and Compact roll it
-// back instead of calling the file foreign.
+// A compaction killed while it repaired the file leaves a hot journal: Open and
+// Compact roll it back instead of calling the file foreign.
 TEST_F(Compaction, OpenAndCompactRecoverAnInterruptedChange) {
-    const QString path = makeDatabase(dir.file("coll.mdb"));
+    makeDatabase(path);
     const QStringList rows = content(path);
     const QString change = "UPDATE Compilation SET Name = 'x' || Name; DELETE FROM LstLength;";
     testsupport::leaveInterruptedChange(path, change);
@@ -194,54 +195,6 @@ TEST_F(Compaction, OpenAndCompactRecoverAnInterruptedChange) {
     EXPECT_TRUE(compactThroughCommand(path)) << dialogs.lastMessageText().toStdString();
     EXPECT_EQ(content(path), rows);
     EXPECT_FALSE(QFile::exists(path + "-journal"));
-}
-
-// Open in another program (here another workspace of this one, which the command does not
-// close): the compaction refuses, naming the file, and changes nothing until it is closed.
-TEST_F(Compaction, AFileOpenElsewhereIsRefusedAsInUseAndLeftAlone) {
-    const QString path = makeDatabase(dir.file("coll.mdb"));
-    const QByteArray bytes = fileBytes(path);
-    engine::Workspace elsewhere;
-    elsewhere.openDatabase(path, true);
-    EXPECT_FALSE(compactThroughCommand(path));
-    ASSERT_EQ(dialogs.messages().size(), 1u);
-    EXPECT_EQ(dialogs.messages()[0].icon, platform::MessageIcon::Exclamation);
-    EXPECT_TRUE(dialogs.lastMessageText().contains("'" + path + "'") &&
-                dialogs.lastMessageText().contains("in use"))
-        << dialogs.lastMessageText().toStdString();
-    EXPECT_EQ(fileBytes(path), bytes);
-    EXPECT_FALSE(QFile::exists(dir.file("coll.$$$")));
-    elsewhere.close();
-    EXPECT_TRUE(compactThroughCommand(path)) << dialogs.lastMessageText().toStdString();
-}
-
-// Open and Compact of the window on a FIFO: refused by what it is, without waiting for a writer
-// that never comes. One that does wait is let go by a writer the test opens, and fails.
-TEST_F(Compaction, OpenAndCompactRefuseAFifoWithoutWaitingOnIt) {
-    const QString fifo = dir.file("pipe.mdb");
-    ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
-    const auto refusedAtOnce = [&](const std::function<void()>& command) {
-        auto done = std::async(std::launch::async, command);
-        if (done.wait_for(std::chrono::seconds(10)) == std::future_status::ready) {
-            return true;
-        }
-        const int writer = ::open(QFile::encodeName(fifo).constData(), O_WRONLY | O_NONBLOCK);
-        ::close(writer);
-        done.wait();
-        return false;
-    };
-    EXPECT_TRUE(refusedAtOnce(
-        [&] { EXPECT_EQ(shell::databaseToOpen(fifo, dialogs, *this), std::nullopt); }));
-    EXPECT_TRUE(refusedAtOnce([&] { EXPECT_FALSE(compactThroughCommand(fifo)); }));
-    ASSERT_EQ(dialogs.messages().size(), 2u);
-    for (const platform::MessageRequest& message : dialogs.messages()) {
-        EXPECT_TRUE(message.text.contains("'" + fifo + "' is a FIFO"))
-            << message.text.toStdString();
-    }
-    struct stat info {};
-    ASSERT_EQ(::stat(QFile::encodeName(fifo).constData(), &info), 0);
-    EXPECT_TRUE(S_ISFIFO(info.st_mode));
-    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::System), QStringList{"pipe.mdb"});
 }
 
 }  // namespace

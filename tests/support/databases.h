@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 
 struct sqlite3;
 namespace engine {
@@ -10,15 +12,41 @@ class Database;
 
 namespace testsupport {
 
+struct SqliteOptions {
+    bool plain = false;     // without the engine's text order and functions, as other programs
+    bool readOnly = false;  // opened read-only
+};
+
+// A connection to an SQLite file past the engine (":memory:" for none), to prepare data, inspect
+// it or stand in for another program. Failures throw std::runtime_error with SQLite's message.
+class SqliteFile {
+  public:
+    explicit SqliteFile(const QString& path, SqliteOptions options = {});
+    ~SqliteFile();
+    SqliteFile(const SqliteFile&) = delete;
+    SqliteFile& operator=(const SqliteFile&) = delete;
+
+    sqlite3* db() const { return db_; }
+    void exec(const QString& sql) const;
+    // The first column of the first row; empty without rows.
+    QString value(const QString& sql) const;
+    // Whole numbers as qint64, reals as double, text as QString, blobs as QByteArray, Null as
+    // an invalid QVariant.
+    QList<QVariantList> rows(const QString& sql) const;
+    // The rows as text, columns joined by "|", Null as "<null>".
+    QStringList lines(const QString& sql) const;
+
+  private:
+    sqlite3* db_ = nullptr;
+};
+
 // Creates a compilation database at path from the template's schema file.
 void createCompilationDatabase(const QString& path);
 // A compilation database with room for compaction to reclaim: `count` compilations named
 // prefix + number with notes of `notesLength` characters, then every `gap`-th one deleted.
 void createReclaimableDatabase(const QString& path, int count, int notesLength, int gap);
-// Runs SQLite statements on a file directly, past the engine (to prepare data or inspect it),
-// with the engine's text order and functions installed.
+// SqliteFile's exec and value on a file, for one statement.
 void execRaw(const QString& path, const QString& sql);
-// The first column of the first row of a query run directly on the file.
 QString queryRaw(const QString& path, const QString& sql);
 // The same on the connection of a database open in the engine, which alone sees its TempSource:
 // to give it one, or to look at it.
@@ -51,7 +79,7 @@ class WriteLock {
     WriteLock& operator=(const WriteLock&) = delete;
 
   private:
-    sqlite3* db_ = nullptr;
+    SqliteFile file_;
 };
 
 }  // namespace testsupport
