@@ -4,6 +4,7 @@
 # a change to the tests (or the code) leaves no fault uncaught that the suite used to catch.
 #
 #   scripts/replay-faults.sh [--quick] [PATTERN]
+#   scripts/replay-faults.sh --list    each fault, what it breaks and the tests that catch it
 #
 # PATTERN limits the run to the faults whose file name contains it (a grep -E regex). --quick runs
 # only the tests a fault's Caught-by line names; without it every test runs, which is the honest
@@ -16,7 +17,7 @@
 set -euo pipefail
 
 usage() {
-    sed -n '2,14p' "$0" | sed 's/^# \{0,1\}//'
+    sed -n '2,15p' "$0" | sed 's/^# \{0,1\}//'
 }
 
 quick=0
@@ -24,6 +25,13 @@ pattern=""
 for arg in "$@"; do
     case "$arg" in
     --quick) quick=1 ;;
+    --list)
+        for patch in "$(dirname "$0")"/faults/*.patch; do
+            printf '%s: %s\n    caught by: %s\n' "$(basename "$patch" .patch)" \
+                "$(head -n 1 "$patch")" "$(sed -n 's/^Caught-by:[[:space:]]*//p' "$patch")"
+        done
+        exit 0
+        ;;
     -h | --help)
         usage
         exit 0
