@@ -2,7 +2,6 @@
 #include <sqlite3.h>
 
 #include "engine/connection.h"
-#include "engine/jet_dialect.h"
 #include "engine/sqlite_statement.h"
 #include "engine_fixture.h"
 
@@ -18,22 +17,6 @@ int errorOf(const std::function<void()>& action) {
         EXPECT_EQ(description, "Characters found after end of SQL statement.");
     }
     return number;
-}
-
-TEST(OneStatementTranslation, TextAfterTheFirstStatementIsRefused) {
-    for (const char* jet :
-         {"SELECT 1; DROP TABLE Compilation", "SELECT 1;SELECT 2", "SELECT 1;;", "SELECT 1; ;",
-          "SELECT 1); DROP TABLE Compilation", "SELECT * FROM [a;b]; x", "SELECT 'a;b'; 'c'"}) {
-        EXPECT_EQ(errorOf([&] { engine::translateJetSql(jet); }), kAfterEnd) << jet;
-    }
-    // Criteria take no semicolon at all.
-    for (const char* criterion : {"Name = 'x'; DROP TABLE Compilation", "Name = 'x';"}) {
-        EXPECT_EQ(errorOf([&] { engine::translateJetExpression(criterion); }), kAfterEnd);
-    }
-    EXPECT_EQ(engine::translateJetSql("SELECT 1 ;  \n").sql, "SELECT 1");
-    EXPECT_EQ(engine::translateJetSql("SELECT 'a; DROP TABLE x' AS [b;c];").sql,
-              "SELECT 'a; DROP TABLE x' COLLATE MIXORAMA_TEXT AS \"b;c\"");
-    EXPECT_EQ(engine::translateJetExpression("Name = 'x;y'"), "Name = 'x;y' COLLATE MIXORAMA_TEXT");
 }
 
 // The guard where SQLite prepares: no path can run a second statement, translated or not.

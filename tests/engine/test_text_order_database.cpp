@@ -59,24 +59,6 @@ class TextOrderDatabase : public ::testing::Test {
     engine::Database db;
 };
 
-// Names are duplicates exactly when they fold alike: case and canonical spelling do not count,
-// accents and a last character do. The unique index on Name stays whole and finds each.
-TEST_F(TextOrderDatabase, NamesAreDuplicatesExactlyWhenTheyFoldAlike) {
-    // The Émile names' order once disagreed between two comparison paths, which left the index
-    // without one of its rows.
-    const QStringList distinct{"ABBA",  "Ärzte", "Arzte",   "さくら",      "さくや",
-                               "Mix 😀", "Mix 🎵", "Émile 😀", "Emile 🎵 Mix", "Émile 🎵"};
-    for (const QString& name : distinct)
-        EXPECT_EQ(addNumber(name), 0) << name.toStdString();
-    for (const char* name : {"abba", "a\u0308RZTE"})  // the second Ärzte, decomposed
-        EXPECT_EQ(addNumber(name), engine::jet::kDuplicateValue) << name;
-    EXPECT_EQ(testsupport::integrityCheck(path), "ok");
-    for (const QString& name : distinct)
-        EXPECT_EQ(namesEqualTo(name.toUpper()), QStringList{name}) << name.toStdString();
-    EXPECT_EQ(values("SELECT Name FROM Compilation WHERE Name < 'b' ORDER BY Name DESC"),
-              (QStringList{"Ärzte", "Arzte", "ABBA"}));
-}
-
 TEST_F(TextOrderDatabase, GroupingDistinctAndLikeFoldAsEqualityDoes) {
     add("One", "Ärzte");
     add("Two", "ÄRZTE");
@@ -96,10 +78,15 @@ TEST_F(TextOrderDatabase, GroupingDistinctAndLikeFoldAsEqualityDoes) {
 }
 
 // Random names from the mixed alphabet: a name is refused as a duplicate exactly when its folded
-// form (computed by Qt) is that of a name already in; every name in is found by "=".
+// form (computed by Qt) is that of a name already in; every name in is found by "=". The Émile
+// names come first: their order once disagreed between two comparison paths, which left the
+// index without one of its rows.
 TEST_F(TextOrderDatabase, RandomNamesRefusedExactlyWhenFoldedAlike) {
     QHash<QString, QString> inByFolded;
-    for (const std::string& text : textsamples::randomTexts(1500, 2611)) {
+    std::vector<std::string> texts{"Émile 😀", "Emile 🎵 Mix", "Émile 🎵", "émile 🎵"};
+    for (const std::string& text : textsamples::randomTexts(1500, 2611))
+        texts.push_back(text);
+    for (const std::string& text : texts) {
         const QString name = QString::fromStdString(text);
         const QString folded = textsamples::qtFolded(text);
         const int expected = inByFolded.contains(folded) ? engine::jet::kDuplicateValue : 0;
