@@ -136,7 +136,8 @@ TEST_F(EditorWindow, TheCoverButtonsComposeWhatTheComposerComposes) {
     choose("tdbCmbFmt", "CD-ROM");
     EXPECT_FALSE(field("btnGet2")->isEnabled());
     clickButton(editor, "btnUpdate");
-    const assembly::CoverControls cdRom = assembly::coverControls(2, "CD-ROM", false, false);
+    const assembly::CoverControls cdRom =
+        assembly::coverControls(assembly::StoredContent::Tracks, "CD-ROM", false, false);
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(field(QStringLiteral("btnGet%1").arg(i))->isEnabled(), cdRom.getEnabled[i]);
     }
