@@ -127,9 +127,8 @@ TEST_F(CommandLine, EveryCommandPrintsTheLogicsAnswerWithItsExitStatus) {
     });
     EXPECT_EQ(tracks("Track_Title"), "Night|Noon");
     EXPECT_EQ(queryRaw(path, "SELECT CoverMemo FROM Compilation WHERE CompilationID_P = 1"), cover);
-    EXPECT_EQ(
-        queryRaw(path, "SELECT Manufacturer_P FROM LstManufacturer WHERE Manufacturer_P = 'Acme'"),
-        "Acme");
+    EXPECT_EQ(queryRaw(path, "SELECT count(*) FROM LstManufacturer WHERE Manufacturer_P = 'Acme'"),
+              "1");
 }
 
 // The captions of the filter and sort dialogs give their clauses, or the dialog's refusal.
@@ -194,9 +193,6 @@ TEST_F(CommandLine, ConvertRefusesADamagedFileUnlessAPartialCopyIsAskedFor) {
 
 // /dev/full stands for a full disk; a device is written to, never replaced by a file.
 TEST_F(CommandLine, AFullDiskIsNamedAsTheCause) {
-    if (!QFileInfo::exists("/dev/full")) {
-        GTEST_SKIP() << "no /dev/full";
-    }
     const ProgramRun run = cli({"cover", path, "Road Trip", "/dev/full"});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.err.endsWith(QString::fromLocal8Bit(std::strerror(ENOSPC)) + '\n'))

@@ -29,12 +29,11 @@ class Kill : public ::testing::Test {
     void TearDown() override { engine::Workspace::defaultWorkspace().close(); }
 
     // Starts the command and waits until it ends or the sign shows: false when it ended first.
-    bool run(
-        const QStringList& args, const Sign& until = [] { return false; }) {
+    bool run(const QStringList& args, const Sign& until = nullptr) {
         process.start(testsupport::programPath("mixorama-cli"), args);
         EXPECT_TRUE(process.waitForStarted());
         clock.start();
-        while (!until()) {
+        while (!until || !until()) {
             if (process.waitForFinished(0) || process.state() == QProcess::NotRunning) {
                 return false;
             }
@@ -116,7 +115,8 @@ TEST_F(AddTracksKill, EveryCompilationStaysWholeWhenKilledAtAnyMoment) {
     int killedWhileAdding = 0;
     qint64 tooEarly = 0;  // the latest kill before the first add, the earliest after the last
     qint64 tooLate = whole;
-    const auto check = [&](qint64 ms) {
+    const auto killAndCheck = [&](qint64 ms) {
+        killAfter(adds, ms);
         const int after = targetTracksAfterOpen();
         EXPECT_TRUE(after >= before && after <= before + kAdds) << "killed after " << ms << " ms";
         tooEarly = after == before ? std::max(tooEarly, ms) : tooEarly;
@@ -125,15 +125,12 @@ TEST_F(AddTracksKill, EveryCompilationStaysWholeWhenKilledAtAnyMoment) {
         before = after;
     };
     for (int kill = 0; kill < 20; ++kill) {
-        const qint64 ms = moment(whole);
-        killAfter(adds, ms);
-        check(ms);
+        killAndCheck(moment(whole));
     }
     // On a loaded machine the adds may take another part of the run than the first time;
     // halving the span between a kill too early and one too late still finds them.
     for (int kill = 0; kill < 20 && killedWhileAdding == 0 && tooEarly < tooLate; ++kill) {
-        killAfter(adds, (tooEarly + tooLate) / 2);
-        check((tooEarly + tooLate) / 2);
+        killAndCheck((tooEarly + tooLate) / 2);
     }
     EXPECT_GT(killedWhileAdding, 0) << "no kill landed between two adds";
     EXPECT_GT(killsLeavingFiles, 0);

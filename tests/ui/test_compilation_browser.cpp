@@ -66,7 +66,6 @@ TEST_F(BrowserWindow, FollowsThePickerAndClosesWithTheDatabase) {
     clickTool("ID_CloseFile");
     EXPECT_TRUE(browser.isNull());
     EXPECT_TRUE(picker_.isNull());
-    EXPECT_TRUE(editor.isVisible());
     EXPECT_TRUE(dialogs.messages().empty());
     EXPECT_FALSE(processHoldsFile(path));
 }
