@@ -1,5 +1,5 @@
 // Each command of mixorama-cli reaches the logic and prints its answer with its exit status (the
-// rules are the logic's tests'); mixorama --screenshots pictures the windows.
+// rules are the logic's tests').
 #include <QFileInfo>
 #include <cerrno>
 #include <cstring>

@@ -120,7 +120,7 @@ TEST_P(NotARegularFile, EveryCommandRefusesItWithoutWaitingOrTouchingIt) {
     // Nothing written beside it: no temporary file, no converted copy, no journal.
     const bool inFolder = type != S_IFDIR && path.startsWith(dir.path());
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::System, QDir::Name),
-              inFolder ? QStringList{"it.mdb", "other.mdb"} : QStringList{"other.mdb"});
+              (inFolder ? QStringList{"it.mdb", "other.mdb"} : QStringList{"other.mdb"}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, NotARegularFile,
