@@ -29,12 +29,11 @@ class Kill : public ::testing::Test {
     void TearDown() override { engine::Workspace::defaultWorkspace().close(); }
 
     // Starts the command and waits until it ends or the sign shows: false when it ended first.
-    bool run(
-        const QStringList& args, const Sign& until = [] { return false; }) {
+    bool run(const QStringList& args, const Sign& until = nullptr) {
         process.start(testsupport::programPath("mixorama-cli"), args);
         EXPECT_TRUE(process.waitForStarted());
         clock.start();
-        while (!until()) {
+        while (!until || !until()) {
             if (process.waitForFinished(0) || process.state() == QProcess::NotRunning) {
                 return false;
             }
@@ -56,6 +55,7 @@ class Kill : public ::testing::Test {
             process.kill();
             process.waitForFinished();
         }
+        killsLeavingFiles += temporaryFiles().isEmpty() ? 0 : 1;
     }
     qint64 moment(qint64 upTo) { return std::uniform_int_distribution<qint64>(0, upTo)(random); }
     // Opens the file as Open does (a change left by the kill is rolled back) and checks it.
@@ -73,6 +73,11 @@ class Kill : public ::testing::Test {
     QStringList temporaryFiles() const {
         return QDir(dir.path()).entryList({"mixorama-*", "*.converting*"}, QDir::Files);
     }
+    // The next start removes what the killed runs left.
+    void expectTheNextStartToCleanUp(const QStringList& args) {
+        runToTheEnd(args);
+        EXPECT_EQ(temporaryFiles(), QStringList());
+    }
 
     // On the disk, not in memory: there each commit waits for its syncs, as it does for a user,
     // and a kill lands inside a commit as often as between two.
@@ -81,6 +86,7 @@ class Kill : public ::testing::Test {
     QProcess process;
     QElapsedTimer clock;
     std::mt19937 random{1998};
+    int killsLeavingFiles = 0;
 };
 
 class AddTracksKill : public Kill {
@@ -89,12 +95,8 @@ class AddTracksKill : public Kill {
         Kill::SetUp();
         ASSERT_EQ(
             testsupport::cli({"make-albums", album, "--albums", "12", "--seed", "8"}).exitCode, 0);
-        testsupport::SampleCompilation sample;
-        sample.name = "Target";
-        testsupport::addSample(path, sample);
-        sample.name = "Full";
-        sample.tracks = QList<testsupport::SampleTrack>(2);
-        testsupport::addSample(path, sample);
+        testsupport::addSample(path, {.name = "Target"});
+        testsupport::addSample(path, {.name = "Full", .tracks = {{}, {}}});
     }
     int targetTracksAfterOpen() {
         rowsAfterOpen();
@@ -111,11 +113,10 @@ TEST_F(AddTracksKill, EveryCompilationStaysWholeWhenKilledAtAnyMoment) {
     ASSERT_EQ(targetTracksAfterOpen(), kAdds);
     int before = kAdds;
     int killedWhileAdding = 0;
-    int killsLeavingFiles = 0;
     qint64 tooEarly = 0;  // the latest kill before the first add, the earliest after the last
     qint64 tooLate = whole;
-    const auto check = [&](qint64 ms) {
-        killsLeavingFiles += temporaryFiles().isEmpty() ? 0 : 1;
+    const auto killAndCheck = [&](qint64 ms) {
+        killAfter(adds, ms);
         const int after = targetTracksAfterOpen();
         EXPECT_TRUE(after >= before && after <= before + kAdds) << "killed after " << ms << " ms";
         tooEarly = after == before ? std::max(tooEarly, ms) : tooEarly;
@@ -124,20 +125,16 @@ TEST_F(AddTracksKill, EveryCompilationStaysWholeWhenKilledAtAnyMoment) {
         before = after;
     };
     for (int kill = 0; kill < 20; ++kill) {
-        const qint64 ms = moment(whole);
-        killAfter(adds, ms);
-        check(ms);
+        killAndCheck(moment(whole));
     }
     // On a loaded machine the adds may take another part of the run than the first time;
     // halving the span between a kill too early and one too late still finds them.
     for (int kill = 0; kill < 20 && killedWhileAdding == 0 && tooEarly < tooLate; ++kill) {
-        killAfter(adds, (tooEarly + tooLate) / 2);
-        check((tooEarly + tooLate) / 2);
+        killAndCheck((tooEarly + tooLate) / 2);
     }
     EXPECT_GT(killedWhileAdding, 0) << "no kill landed between two adds";
     EXPECT_GT(killsLeavingFiles, 0);
-    runToTheEnd(adds);
-    EXPECT_EQ(temporaryFiles(), QStringList());
+    expectTheNextStartToCleanUp(adds);
 }
 
 // A start removes only what runs that ended left; the files of a live process (this test) stay,
@@ -165,17 +162,14 @@ TEST_F(AddTracksKill, AKilledConversionLeavesNothingAfterTheNextStart) {
     testsupport::writeOldCompilationDatabase(
         old, testsupport::sampleOldCompilations(jet4::Format::Jet4, 3000));
     const qint64 whole = runToTheEnd({"convert", old, copy});
-    int killsLeavingFiles = 0;
     for (int kill = 0; kill < 8; ++kill) {
         QFile::remove(copy);
         killAfter({"convert", old, copy}, moment(whole));
-        killsLeavingFiles += temporaryFiles().isEmpty() ? 0 : 1;
         EXPECT_TRUE(!QFile::exists(copy) ||
                     queryRaw(copy, "SELECT count(*) FROM CompilationTrack") == "3000");
     }
     EXPECT_GT(killsLeavingFiles, 0);
-    runToTheEnd({"tracks", path, "Target"});
-    EXPECT_EQ(temporaryFiles(), QStringList());
+    expectTheNextStartToCleanUp({"tracks", path, "Target"});
 }
 
 // compact killed in its repair, its copy and its rename (a file in memory).
@@ -191,10 +185,8 @@ class CompactKill : public Kill {
             INSERT INTO Compilation (Name, Format, C_Length)
             SELECT printf('Compilation %05d %.80c', i, 'x'), 'CD-R', 80 FROM n;
         )sql");
-        testsupport::SampleCompilation sample;
-        sample.name = "Long";
-        sample.tracks = QList<testsupport::SampleTrack>(300);
-        testsupport::addSample(path, sample);
+        testsupport::addSample(path,
+                               {.name = "Long", .tracks = QList<testsupport::SampleTrack>(300)});
     }
     testsupport::TempDir memory;
 };

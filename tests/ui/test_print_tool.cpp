@@ -1,8 +1,5 @@
 // The print tool through the main window: the previews, covers and PDF files of its choices.
 #include <QFile>
-#include <QPrinter>
-#include <QProcess>
-#include <QScrollArea>
 
 #include "reports/cover_source.h"
 #include "shell/print_command.h"
@@ -51,12 +48,6 @@ class PrintTool : public WindowTest {
         dialogs.clear();
         EXPECT_EQ(print(name, choice), nullptr) << name.toStdString() << " " << choice;
         EXPECT_EQ(dialogs.lastMessageText(), message);
-        EXPECT_EQ(dialogs.messages().back().icon, platform::MessageIcon::Information);
-    }
-    static void expectBesideTheMainWindow(const ReportPreviewWindow& shown, QWidget* main) {
-        EXPECT_TRUE(shown.isVisible());
-        EXPECT_EQ(shown.windowModality(), Qt::NonModal);
-        EXPECT_EQ(shown.parentWidget(), main);
     }
 
     QString path;
@@ -72,7 +63,7 @@ TEST_F(PrintTool, EachPreviewChoiceOpensItsReportUntilTheDatabaseCloses) {
         ReportPreviewWindow* preview = print("Road Trip", choice.index);
         ASSERT_NE(preview, nullptr) << choice.index;
         EXPECT_EQ(preview->windowTitle(), reports::listReportCaption(choice.report));
-        expectBesideTheMainWindow(*preview, window.get());
+        EXPECT_TRUE(preview->isVisible() && preview->parentWidget() == window.get());
     }
     EXPECT_TRUE(dialogs.messages().empty()) << dialogs.lastMessageText().toStdString();
     clickTool("ID_CloseFile");
@@ -88,18 +79,12 @@ TEST_F(PrintTool, TheCoverChoiceOpensTheFormatsCoverViewer) {
         EXPECT_EQ(viewer->windowTitle(), view->caption);
         EXPECT_EQ(viewer->zoomMode(), view->zoomPercent ? ReportPreviewWindow::ZoomMode::Percent
                                                         : ReportPreviewWindow::ZoomMode::FitPage);
-        expectBesideTheMainWindow(*viewer, window.get());
     }
-    EXPECT_EQ(previews().size(), 2);
     testsupport::execRaw(path, "UPDATE Compilation SET Format = 'Cassette' WHERE Name = 'Autumn'");
     expectRefused("Autumn", 3, reports::noCoverMessage("Cassette"));
-    for (const int choice : {1, 2, 5}) {
-        expectRefused("Empty One", choice, shell::kNoTracksOnCompilation);
-    }
+    expectRefused("Empty One", 1, shell::kNoTracksOnCompilation);
     testsupport::execRaw(path, "DELETE FROM CompilationTrack");
-    for (const int choice : {0, 4}) {
-        expectRefused("Road Trip", choice, shell::kNoTracksAnywhere);
-    }
+    expectRefused("Road Trip", 0, shell::kNoTracksAnywhere);
 }
 
 TEST_F(PrintTool, PdfChoicesWriteTheirFilesAndAFailedWriteSaysSo) {
@@ -108,13 +93,12 @@ TEST_F(PrintTool, PdfChoicesWriteTheirFilesAndAFailedWriteSaysSo) {
         EXPECT_EQ(print("Autumn", choice), nullptr);
         const QString file = shell::pdfPath(*shell::printChoice(choice));
         EXPECT_TRUE(testsupport::fileBytes(file).startsWith("%PDF"));
+        EXPECT_TRUE(dialogs.messages().empty()) << dialogs.lastMessageText().toStdString();
     }
-    EXPECT_TRUE(dialogs.messages().empty()) << dialogs.lastMessageText().toStdString();
     const QString file = shell::pdfPath(*shell::printChoice(5));
     QFile::setPermissions(file, QFile::ReadOwner);
     print("Autumn", 5);
     EXPECT_TRUE(dialogs.lastMessageText().startsWith(shell::kPdfWriteError));
-    EXPECT_EQ(dialogs.messages().back().icon, platform::MessageIcon::Exclamation);
     QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
 }
 

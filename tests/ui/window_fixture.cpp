@@ -20,10 +20,6 @@ bool processHoldsFile(const QString& path) {
     return false;
 }
 
-QString WindowTest::currentName() const {
-    return window->compilations()->recordset().value("C_Name").toString();
-}
-
 QString WindowTest::makeDatabase(const QString& name,
                                  const QList<testsupport::SampleCompilation>& samples) {
     const QString path = dir.file(name);
@@ -32,22 +28,6 @@ QString WindowTest::makeDatabase(const QString& name,
         testsupport::addSample(path, sample);
     }
     return path;
-}
-
-void WindowTest::openThroughToolbar(const QString& path) {
-    dialogs.answerFile(path);
-    clickTool("ID_OpenFile");
-}
-
-void WindowTest::expectClosedState() const {
-    EXPECT_EQ(window->windowTitle(), "Mixorama");
-    EXPECT_EQ(window->statusBarPanels()->simpleText(), shell::kStatusHint);
-    EXPECT_TRUE(child("imgIntro")->isVisibleTo(window.get()));
-    EXPECT_FALSE(window->grid()->isVisibleTo(window.get()));
-    EXPECT_TRUE(toolEnabled("ID_OpenFile"));
-    EXPECT_FALSE(toolEnabled("ID_CloseFile"));
-    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-    EXPECT_FALSE(window->state().database.isOpen());
 }
 
 void writeAlbumFile(const QString& path, const std::vector<AlbumTrack>& tracks,
@@ -78,11 +58,7 @@ void PickerTest::SetUp() {
     for (const char* title : {"One", "Two", "Three", "Four", "Five"}) {
         five.append({.performer = "P", .title = title, .seconds = 100 * int(five.size() + 1)});
     }
-    QList<SampleTrack> full;
-    for (int i = 1; i <= 19; ++i) {
-        full.append(
-            {.performer = "Filler", .title = QStringLiteral("Filler %1").arg(i), .seconds = 200});
-    }
+    const QList<SampleTrack> full(19, {.performer = "Filler", .title = "Filler", .seconds = 200});
     path = makeDatabase(
         "picks.mdb",
         {{.name = "Beat Club",
@@ -139,14 +115,10 @@ QString PickerTest::text(const QString& name) const {
     return testsupport::control<QLineEdit>(picker_, name)->text();
 }
 
-void PickerTest::selectSource(const QString& title) {
-    testsupport::clickRow(picker_->sourceGrid(),
-                          testsupport::rowWith(picker_->sourceGrid(), 1, title));
-}
-
-void PickerTest::doubleClickSource(const QString& title) {
-    testsupport::doubleClickRow(picker_->sourceGrid(),
-                                testsupport::rowWith(picker_->sourceGrid(), 1, title));
+void PickerTest::selectSource(const QString& title, bool doubleClick) {
+    const int row = testsupport::rowWith(picker_->sourceGrid(), 1, title);
+    (doubleClick ? testsupport::doubleClickRow : testsupport::clickRow)(picker_->sourceGrid(), row,
+                                                                        1);
 }
 
 QString PickerTest::tracksOf(qint64 compilationId) const {

@@ -39,13 +39,16 @@ class WindowTest : public ::testing::Test {
     }
     bool toolEnabled(const QString& id) const { return window->toolBar()->isToolEnabled(id); }
     void clickTool(const QString& id) const { window->toolBar()->clickTool(id); }
-    QString currentName() const;
+    QString currentName() const {
+        return window->compilations()->recordset().value("C_Name").toString();
+    }
     // A compilation database in the test's folder holding the samples.
     QString makeDatabase(const QString& name,
                          const QList<testsupport::SampleCompilation>& samples = {});
-    void openThroughToolbar(const QString& path);
-    // What the window shows with no database: the intro, the hint, nothing open.
-    void expectClosedState() const;
+    void openThroughToolbar(const QString& path) {
+        dialogs.answerFile(path);
+        clickTool("ID_OpenFile");
+    }
 
     testsupport::TempDir dir;
     platform::ScriptedDialogs dialogs;
@@ -58,18 +61,16 @@ struct AlbumTrack {
     QString title;
     int length;
 };
-// Writes the album tables into an SQLite file (the engine links it like an album database). The
-// tracks all sort under one performer key unless performerKeys gives each its performer.
+// Writes the album tables into an SQLite file (linked like an album database); the tracks sort
+// under one performer key unless performerKeys gives each its performer.
 void writeAlbumFile(const QString& path, const std::vector<AlbumTrack>& tracks,
                     bool performerKeys = false);
 
-// The main window with a compilation database open and an album database connected, as the
-// editor's Connect leaves them; pickers open for a compilation over a stand-in editor.
-// Compilations: 1 "Beat Club" (CD-R, 80 minutes) holding Simon & Garfunkel "Mrs. Robinson"
-// (244 s); 2 "Road Trip" (MD, 74, empty); 3 "Five" (MD, 60) with "One" to "Five" of 100 to 500
-// s; 4 "Full" (MD, 74) with 19 tracks of 200 s. Albums: The Beatles "Help!" (140 s), Simon &
-// Garfunkel "Mrs. Robinson" (244), Simon "Kodachrome" (212), O'Neil "Fits Exactly" (583) and
-// "One Second Too Long" (584).
+// The main window with a compilation database open and an album database connected as the
+// editor's Connect leaves them; pickers open over a stand-in editor. Compilations: 1 "Beat Club"
+// (CD-R, 80 min) holding "Mrs. Robinson"; 2 "Road Trip" (MD, 74, empty); 3 "Five" (MD, 60) with
+// "One" to "Five" of 100 to 500 s; 4 "Full" (MD, 74) with 19 tracks of 200 s. Albums: Help!
+// (140 s), Mrs. Robinson (244), Kodachrome (212), Fits Exactly (583), One Second Too Long (584).
 class PickerTest : public WindowTest {
   protected:
     void SetUp() override;
@@ -81,8 +82,8 @@ class PickerTest : public WindowTest {
     ui::GetSongsWindow* picker() const { return picker_; }
     QString text(const QString& name) const;  // of a box of the picker
     QStringList sourceTitles() const { return columnTexts(picker_->sourceGrid(), 1); }
-    void selectSource(const QString& title);
-    void doubleClickSource(const QString& title);
+    void selectSource(const QString& title, bool doubleClick = false);
+    void doubleClickSource(const QString& title) { selectSource(title, true); }
     // "TrackNo:Title" of the compilation's tracks in order, and "SumTrack/SumTime".
     QString tracksOf(qint64 compilationId) const;
     QString sumsOf(qint64 compilationId) const;
