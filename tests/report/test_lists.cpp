@@ -85,12 +85,6 @@ TEST_F(Lists, AllTracksGroupedByPerformerAndAlbum) {
               itemsNamed(page, "fldTrackExtended")[1].rect.bottom());
     EXPECT_LT(itemsNamed(page, "fldTrackPerformer")[1].rect.bottom(),
               topsOf(page, "fldTrackExtended")[2]);
-    const QString text = pdfText(ListReport::TracksAll, 0).simplified();
-    for (const char* expected : {"Compilations: The Songs Sorted By Performer", "23.11.26",
-                                 "The Beatles", "Page 1 of 1"}) {
-        EXPECT_TRUE(text.contains(expected)) << expected << "\n" << text.toStdString();
-    }
-    EXPECT_EQ(pdfPageSize(pdf).second, "A4");
 }
 
 // Help! stands in two places: two rows, each under its own location; the albums come before the
@@ -151,6 +145,7 @@ TEST_F(Lists, LongListsBreakWithTheirNumbersAndStayOnThePaper) {
         EXPECT_TRUE(pages[i].simplified().contains("Long Haul 8:20:00")) << pages[i].toStdString();
         EXPECT_TRUE(pages[i].contains(QString("Page %1 of %2").arg(i + 1).arg(pages.size())));
     }
+    EXPECT_EQ(pdfPageSize(pdf).second, "A4");
 }
 
 TEST(ListTexts, TimesReadAsTheFormatPatternsReadTheTimeText) {
