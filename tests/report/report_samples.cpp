@@ -92,10 +92,6 @@ PageItem onlyNamed(const report::PageModel& model, const QString& name) {
     return itemsNamed(model.pages.value(0), name).value(0);
 }
 
-bool hasNamed(const report::PageModel& model, const QString& name) {
-    return !itemsNamed(model.pages.value(0), name).isEmpty();
-}
-
 QVector<PageItem> drawings(const report::PageModel& model) {
     QVector<PageItem> found = model.pages.value(0).items;
     found.removeIf([](const PageItem& item) { return !item.name.isEmpty(); });
