@@ -50,17 +50,17 @@ class PickerTest : public ::testing::Test {
                                        .arg(column, table, when));
     }
     // "n:title ..." of the compilation's tracks in TrackNo order, and "SumTrack/SumTime".
-    QString tracksOf(qint64 compilation) const {
-        return testsupport::queryRaw(
-            path, QString("SELECT group_concat(TrackNo || ':' || Track_Title, ' ') FROM (SELECT * "
-                          "FROM CompilationTrack WHERE CompilationID_F1 = %1 ORDER BY TrackNo)")
-                      .arg(compilation));
+    QString tracksOf(qint64 id) const {
+        return testsupport::queryRaw(path, QString("SELECT group_concat(TrackNo || ':' || "
+                                                   "Track_Title, ' ') FROM (SELECT * FROM "
+                                                   "CompilationTrack WHERE CompilationID_F1 = %1 "
+                                                   "ORDER BY TrackNo)")
+                                               .arg(id));
     }
-    QString storedSums(qint64 compilation) const {
-        return testsupport::queryRaw(
-            path, QString("SELECT SumTrack || '/' || SumTime FROM Compilation WHERE "
-                          "CompilationID_P = %1")
-                      .arg(compilation));
+    QString storedSums(qint64 id) const {
+        return testsupport::queryRaw(path, QString("SELECT SumTrack || '/' || SumTime FROM "
+                                                   "Compilation WHERE CompilationID_P = %1")
+                                               .arg(id));
     }
     testsupport::TempDir dir;
     const QString path = dir.file("picker.mdb");

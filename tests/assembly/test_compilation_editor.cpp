@@ -34,25 +34,6 @@ class Editor : public PickerTest {
     platform::ScriptedDialogs dialogs;
 };
 
-TEST_F(Editor, EditShowsTheStoredValuesAndNullsLeaveControlsAlone) {
-    editor.values.notes = "kept";
-    editor.loadEditor(EditorMode::Edit, 4);
-    const assembly::EditorValues& shown = editor.values;
-    EXPECT_EQ(
-        QStringList({shown.name, shown.notes, shown.storage, shown.format, shown.length,
-                     shown.manufacturer, shown.dateText, shown.cover}),
-        QStringList({"Stored", "kept", "B1", "CD-ROM", "80", "Sony", "21.01.97", "{\\rtf1 x}"}));
-    EXPECT_TRUE(editor.isSaved() && !editor.isNew() && !editor.getTracksEnabled());
-    EXPECT_EQ(editor.storedContent(), StoredContent::Tracks);
-    editor.loadEditor(EditorMode::Edit, 1);
-    EXPECT_EQ(editor.storedContent(), StoredContent::NoTracks);
-    editor.loadEditor(EditorMode::Add, 1, QDate(2024, 3, 5));
-    EXPECT_EQ(editor.values.name, "");
-    EXPECT_EQ(editor.values.dateText, "05.03.24");
-    EXPECT_TRUE(editor.isNew() && !editor.isSaved());
-    EXPECT_EQ(editor.storedContent(), StoredContent::NoRow);
-}
-
 // The checks in their order; each refusal shows its message and stores nothing. Values set
 // past the editor's boxes (the command line): the longest are stored, one more is refused.
 TEST_F(Editor, UpdateChecksEachValueAtItsLimit) {
@@ -93,10 +74,16 @@ TEST_F(Editor, UpdateChecksEachValueAtItsLimit) {
     }
 }
 
-// Empty texts are stored as Null, the empty cover as the empty text; a second Update edits the
-// same row, an edit keeps the sums, and a failed edit changes nothing.
+// A new row starts on today's date; empty texts are stored as Null, the empty cover as the empty
+// text; a second Update edits the same row; Edit shows the stored values (a Null leaves its
+// control alone); an edit keeps the sums, and a failed edit changes nothing.
 TEST_F(Editor, UpdatesWriteOneRowAndLeaveTheSumsAlone) {
-    editor.loadEditor(EditorMode::Add, std::nullopt);
+    editor.loadEditor(EditorMode::Edit, 1);
+    EXPECT_EQ(editor.storedContent(), StoredContent::NoTracks);
+    editor.loadEditor(EditorMode::Add, 1, QDate(2024, 3, 5));
+    EXPECT_EQ(editor.values.dateText, "05.03.24");
+    EXPECT_TRUE(editor.isNew() && !editor.isSaved());
+    EXPECT_EQ(editor.storedContent(), StoredContent::NoRow);
     editor.values = {"First", "", "", "MD", "74", "", assembly::kEmptyDateMask, ""};
     editor.connection().albumConnected = true;
     ASSERT_TRUE(editor.updateCompilation(dialogs).saved());
@@ -109,7 +96,15 @@ TEST_F(Editor, UpdatesWriteOneRowAndLeaveTheSumsAlone) {
     editor.values.dateText = "21.01.97";
     ASSERT_TRUE(editor.updateCompilation(dialogs).saved());
     EXPECT_EQ(row(id).mid(0, 4), (QVariantList{"Renamed", {}, {}, "1997-01-21"}));
+    editor.values.notes = "kept";
     editor.loadEditor(EditorMode::Edit, 4);
+    const assembly::EditorValues& shown = editor.values;
+    EXPECT_EQ(
+        QStringList({shown.name, shown.notes, shown.storage, shown.format, shown.length,
+                     shown.manufacturer, shown.dateText, shown.cover}),
+        QStringList({"Stored", "kept", "B1", "CD-ROM", "80", "Sony", "21.01.97", "{\\rtf1 x}"}));
+    EXPECT_TRUE(editor.isSaved() && !editor.isNew() && !editor.getTracksEnabled());
+    EXPECT_EQ(editor.storedContent(), StoredContent::Tracks);
     editor.values.notes = "more";
     ASSERT_TRUE(editor.updateCompilation(dialogs).saved());
     EXPECT_EQ(row(4).mid(2), (QVariantList{"more", "1997-01-21", "{\\rtf1 x}", "text", 2, 360}));

@@ -92,10 +92,6 @@ PageItem onlyNamed(const report::PageModel& model, const QString& name) {
     return itemsNamed(model.pages.value(0), name).value(0);
 }
 
-bool hasNamed(const report::PageModel& model, const QString& name) {
-    return !itemsNamed(model.pages.value(0), name).isEmpty();
-}
-
 QVector<PageItem> drawings(const report::PageModel& model) {
     QVector<PageItem> found = model.pages.value(0).items;
     found.removeIf([](const PageItem& item) { return !item.name.isEmpty(); });
@@ -131,9 +127,8 @@ qint64 CoverDatabase::addCompilation(const QString& format, const QString& cover
     compilation.format = format;
     compilation.coverMemo = coverMemo;
     for (int i = 0; i < performers.size(); ++i) {
-        compilation.tracks.append(testsupport::SampleTrack());
-        compilation.tracks.last().performer = performers[i];
-        compilation.tracks.last().title = QString("Song %1").arg(i + 1);
+        compilation.tracks.append(
+            {.performer = performers[i], .title = QString("Song %1").arg(i + 1)});
     }
     const qint64 id = testsupport::addSample(path_, compilation);
     testsupport::execRaw(path_, QString("UPDATE Compilation SET SumTime = %1 WHERE "

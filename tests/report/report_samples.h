@@ -26,7 +26,6 @@ QList<int> topsOf(const report::Page& page, const QString& name);
 int pageOf(const report::PageModel& model, const QString& text);
 // The one item of a control on the only page (fails the test otherwise).
 report::PageItem onlyNamed(const report::PageModel& model, const QString& name);
-bool hasNamed(const report::PageModel& model, const QString& name);
 // What a cover drew on the page itself (frame, folds, rules), in drawing order.
 QVector<report::PageItem> drawings(const report::PageModel& model);
 

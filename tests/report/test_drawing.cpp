@@ -149,8 +149,8 @@ TEST(PdfExport, AWriteThatFailsAtTheEndIsAnErrorAndLosesNothing) {
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList({"TracksByPerformer.PDF"}));
 }
 
-// Advance widths in font units of a 2048-unit em, as Arial, Times New Roman and Courier New
-// (and their metric-compatible replacements) have them; DejaVu would measure differently. Texts
+// Advance widths in font units of a 2048-unit em, as Arial (or its metric-compatible
+// replacement) has them; DejaVu would measure differently. Texts
 // measure in twips by the point size: 10 points are 200 twips, a line is 1.15 em.
 TEST(Fonts, TheLayoutsFontsHaveTheirDesignedWidths) {
     const auto advance = [](const QString& family, const QString& text) {
@@ -160,16 +160,12 @@ TEST(Fonts, TheLayoutsFontsHaveTheirDesignedWidths) {
         return QFontMetricsF(font).horizontalAdvance(text);
     };
     EXPECT_NEAR(advance("Arial", "ArW"), 1366 + 682 + 1933, 2);
-    EXPECT_NEAR(advance("Times New Roman", "Ai"), 1479 + 569, 2);
-    EXPECT_NEAR(advance("Courier New", "iW"), 2 * 1229, 2);
     EXPECT_NE(advance("DejaVu Sans", "Total Playtime"), advance("Arial", "Total Playtime"));
     const QString text = "Compilations: The Songs Sorted By Performer";
     EXPECT_NEAR(textWidth({"Arial", 10}, text), advance("Arial", text) * 200 / 2048, 1);
-    EXPECT_NEAR(textWidth({"Arial", 20}, text), 2 * textWidth({"Arial", 10}, text), 1);
     const int oneLine = textHeight({"Arial", 10}, text, 100000);
     EXPECT_NEAR(oneLine, 230, 10);
     EXPECT_NEAR(textHeight({"Arial", 10}, text, 2000), 3 * oneLine, 20) << "three lines in 2000";
-    EXPECT_EQ(textHeight({"Arial", 10}, "", 2000), 0);
     EXPECT_EQ(textHeight({"Arial", 10}, text, 2000, false), oneLine);
 }
 

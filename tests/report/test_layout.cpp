@@ -197,25 +197,24 @@ TEST(Sections, UnknownNamesAndAPageCountNotYetKnownAreErrors) {
         }
         return QString("no error");
     };
-    const ReportDefinition list = listOf(1000);
-    EXPECT_EQ(error(list, [](ReportDefinition& d) { d.detail.controls[0].field = "title"; }),
-              "no error");
-    EXPECT_TRUE(error(list, [](ReportDefinition& d) {
-                    d.detail.controls[0].field = "Titel";
-                }).contains("\"Titel\""));
-    EXPECT_TRUE(error(list, [](ReportDefinition& d) {
-                    d.groups = {groupOn("ArtistSort", true)};
-                }).contains("report \"List\" groups on \"ArtistSort\""));
-    EXPECT_TRUE(error(list, [](ReportDefinition& d) {
-                    d.detail.onFormat = [](SectionFormat& f) {
-                        f.control("fldNone").visible = false;
-                    };
-                }).contains("\"fldNone\""));
-    EXPECT_TRUE(error(list, [](ReportDefinition& d) {
-                    d.detail.controls.append(textBox(
-                        "fldCount", QRect(),
-                        [](const SectionFormat& f) { return QString::number(f.pageCount()); }));
-                }).contains("page headers and footers"));
+    const std::pair<std::function<void(ReportDefinition&)>, QString> cases[] = {
+        {[](ReportDefinition& d) { d.detail.controls[0].field = "title"; }, "no error"},
+        {[](ReportDefinition& d) { d.detail.controls[0].field = "Titel"; }, "\"Titel\""},
+        {[](ReportDefinition& d) { d.groups = {groupOn("ArtistSort", true)}; },
+         "report \"List\" groups on \"ArtistSort\""},
+        {[](ReportDefinition& d) {
+             d.detail.onFormat = [](SectionFormat& f) { f.control("fldNone").visible = false; };
+         },
+         "\"fldNone\""},
+        {[](ReportDefinition& d) {
+             d.detail.controls.append(textBox("fldCount", QRect(), [](const SectionFormat& f) {
+                 return QString::number(f.pageCount());
+             }));
+         },
+         "page headers and footers"}};
+    for (const auto& [change, expected] : cases) {
+        EXPECT_TRUE(error(listOf(1000), change).contains(expected)) << expected.toStdString();
+    }
 }
 
 }  // namespace
