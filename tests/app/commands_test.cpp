@@ -1,6 +1,7 @@
 // Each command of mixorama-cli reaches the logic and prints its answer with its exit status (the
 // rules are the logic's tests').
 #include <QFileInfo>
+#include <QImage>
 #include <cerrno>
 #include <cstring>
 
@@ -187,6 +188,14 @@ TEST_F(CommandLine, AFullDiskIsNamedAsTheCause) {
     EXPECT_TRUE(run.err.endsWith(QString::fromLocal8Bit(std::strerror(ENOSPC)) + '\n'))
         << run.err.toStdString();
     EXPECT_FALSE(QFileInfo("/dev/full").isFile());
+}
+
+// The one test that starts the window program: its screenshot mode pictures the windows.
+TEST(Screenshots, EveryWindowIsPictured) {
+    testsupport::TempDir dir;
+    ASSERT_EQ(testsupport::run("mixorama", {"--screenshots", dir.path()}).exitCode, 0);
+    for (const char* name : {"overview-no-database", "overview-database-open", "help"})
+        EXPECT_GT(QImage(dir.file(QString::fromLatin1(name) + ".png")).width(), 200) << name;
 }
 
 }  // namespace
