@@ -12,17 +12,24 @@ void moveRecord(int index, engine::Recordset& rows) {
         return;
     }
     switch (index) {
-        case 1: rows.moveFirst(); break;
+        case 1:
+            rows.moveFirst();
+            break;
         case 2:
             rows.movePrevious();
-            if (rows.bof()) rows.moveFirst();
+            if (rows.bof())
+                rows.moveFirst();
             break;
         case 3:
             rows.moveNext();
-            if (rows.eof()) rows.moveLast();
+            if (rows.eof())
+                rows.moveLast();
             break;
-        case 4: rows.moveLast(); break;
-        default: break;
+        case 4:
+            rows.moveLast();
+            break;
+        default:
+            break;
     }
 }
 
@@ -34,7 +41,9 @@ QString listCountText(int recordCount, int gotoCount) {
     return QStringLiteral("C %1    List %2").arg(recordCount).arg(gotoCount);
 }
 
-double colourCount(int bitsPerPixel, int planes) { return std::pow(2.0, bitsPerPixel) * planes; }
+double colourCount(int bitsPerPixel, int planes) {
+    return std::pow(2.0, bitsPerPixel) * planes;
+}
 
 QColor positionColour(double colours) {
     return store::hasFewColours(colours) ? QColor(0, 128, 0) : QColor(64, 64, 64);
@@ -42,7 +51,9 @@ QColor positionColour(double colours) {
 
 namespace {
 // Whole pixels, halves to the even neighbour.
-int roundEven(double value) { return static_cast<int>(std::nearbyint(value)); }
+int roundEven(double value) {
+    return static_cast<int>(std::nearbyint(value));
+}
 }  // namespace
 
 QRect placedOver(const QRect& child, const QRect& parent) {
