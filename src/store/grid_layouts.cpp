@@ -23,12 +23,12 @@ struct Placed {
 };
 
 std::vector<GridColumnSpec> gridOf(ColumnSet set, std::initializer_list<Placed> placed) {
-    std::vector<GridColumnSpec> specs;
+    std::vector<GridColumnSpec> grid;
     for (const Placed& column : placed) {
         const query::Column* known = query::findColumn(set, QLatin1String(column.field));
-        specs.push_back({known->caption, known->field, known->kind, column.alignment});
+        grid.push_back({known->caption, known->field, known->kind, column.alignment});
     }
-    return specs;
+    return grid;
 }
 
 std::vector<GridColumnSpec> overview() {
