@@ -13,7 +13,7 @@
 #include "engine/workspace.h"
 #include "platform/scripted_dialogs.h"
 #include "raw_database.h"
-#include "report/page_model.h"
+#include "report_engine/page_model.h"
 #include "reports/list_reports.h"
 #include "reports/list_sources.h"
 #include "shell/print_command.h"
@@ -79,7 +79,7 @@ double previewAllTracks(engine::Database& database, int& pages) {
     platform::ScriptedDialogs dialogs;
     std::unique_ptr<ui::ReportPreviewWindow> preview;
     const shell::PrintChoice& choice = *shell::printChoice(0);
-    report::PageModel model;
+    report_engine::PageModel model;
     const double check = bench::secondsOf([&] {
         if (shell::printRefusal(database, choice, std::nullopt))
             throw std::runtime_error("refused");

@@ -9,9 +9,9 @@
 #include <QTextDocument>
 #include <QTextStream>
 
-#include "report/layout.h"
-#include "report/pdf_export.h"
-#include "report/text_measure.h"
+#include "report_engine/layout.h"
+#include "report_engine/pdf_export.h"
+#include "report_engine/text_measure.h"
 #include "reports/cover_body.h"
 #include "timing.h"
 
@@ -38,8 +38,8 @@ QString peakMemory() {
 }
 
 // Performers of about 20 tracks on albums of about 5, as a grouped list sorts them.
-report::RowTable trackRows(int count) {
-    report::RowTable rows({"ArtistSort", "Album_Title", "Track_Title", "TrackNo", "Name"});
+report_engine::RowTable trackRows(int count) {
+    report_engine::RowTable rows({"ArtistSort", "Album_Title", "Track_Title", "TrackNo", "Name"});
     for (int i = 0; i < count; ++i) {
         rows.append({QStringLiteral("Performer %1").arg(i / 20, 5, 10, QChar('0')),
                      QStringLiteral("Album %1").arg(i / 5),
@@ -49,8 +49,8 @@ report::RowTable trackRows(int count) {
     return rows;
 }
 
-report::ReportDefinition trackList() {
-    using namespace report;
+report_engine::ReportDefinition trackList() {
+    using namespace report_engine;
     ReportDefinition definition;
     definition.name = "Tracks";
     definition.pageHeader = section(
@@ -102,7 +102,8 @@ double coverTabsSeconds(int tabs) {
     return bench::secondsOf([&] {
         const QString body = reports::coverBodyRtf(memo, Qt::AlignLeft);
         reports::bodyFacts(body);
-        report::richDocument(body, kCoverBodyWidth)->size();  // laid out as the cover prints it
+        report_engine::richDocument(body, kCoverBodyWidth)
+            ->size();  // laid out as the cover prints it
     });
 }
 
@@ -129,14 +130,15 @@ int main(int argc, char** argv) {
     const QString path = outAt >= 0 && outAt + 1 < arguments.size() ? arguments[outAt + 1]
                                                                     : dir.filePath("tracks.pdf");
 
-    const report::RowTable rows = trackRows(count);
-    const report::ReportDefinition definition = trackList();
+    const report_engine::RowTable rows = trackRows(count);
+    const report_engine::ReportDefinition definition = trackList();
     out << "rows " << count << ", before layout: peak " << peakMemory() << Qt::endl;
-    report::PageModel model;
-    const double layout = bench::secondsOf([&] { model = report::layoutReport(definition, rows); });
+    report_engine::PageModel model;
+    const double layout =
+        bench::secondsOf([&] { model = report_engine::layoutReport(definition, rows); });
     out << "layout " << layout << " s, " << model.pages.size() << " pages, peak " << peakMemory()
         << Qt::endl;
-    const double pdf = bench::secondsOf([&] { report::exportPdf(model, path); });
+    const double pdf = bench::secondsOf([&] { report_engine::exportPdf(model, path); });
     out << "pdf " << pdf << " s (" << QFile(path).size() / 1024 << " KB), total " << layout + pdf
         << " s, peak " << peakMemory() << Qt::endl;
     return 0;

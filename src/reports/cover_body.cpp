@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "assembly/cover_composer.h"
-#include "report/text_measure.h"
+#include "report_engine/text_measure.h"
 #include "rtf/rtf.h"
 
 namespace reports {
@@ -35,8 +35,8 @@ void setTrackListParagraphs(QTextDocument& document) {
     }
 }
 
-report::ReportFont fontOf(const QTextDocument& document) {
-    report::ReportFont font = kBodyDesignFont;
+report_engine::ReportFont fontOf(const QTextDocument& document) {
+    report_engine::ReportFont font = kBodyDesignFont;
     const QTextBlock first = document.begin();
     if (!first.isValid() || first.begin().atEnd()) {
         return font;
@@ -76,7 +76,7 @@ QString coverBodyRtf(const QString& stored, Qt::Alignment plainAlignment) {
 }
 
 BodyFacts bodyFacts(const QString& rtf) {
-    const auto document = report::richDocument(rtf, kUnwrappedTwips);
+    const auto document = report_engine::richDocument(rtf, kUnwrappedTwips);
     BodyFacts facts;
     facts.font = fontOf(*document);
     facts.lineCount = document->blockCount();

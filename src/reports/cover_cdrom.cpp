@@ -10,8 +10,8 @@ namespace reports {
 
 namespace {
 
-using report::Control;
-using report::SectionFormat;
+using report_engine::Control;
+using report_engine::SectionFormat;
 
 // Places in the section, whose corner is the page's margins: the inlay's 6520-twip text height
 // starts 285 twips down, 85 inside the frame.
@@ -54,7 +54,8 @@ void formatCover(SectionFormat& format) {
     moveBody2Right(body, facts);
     drawFrame(format);
     for (const QString& spine : {QStringLiteral("lblSplineL"), QStringLiteral("lblSplineR")}) {
-        format.control(spine).font = report::ReportFont{facts.font.family, kSpinePoints, true};
+        format.control(spine).font =
+            report_engine::ReportFont{facts.font.family, kSpinePoints, true};
     }
     format.control(kTime).font = derivedFont(facts.font, -2, false);
     Control& title = format.control(kTitle);
@@ -84,33 +85,33 @@ void placeTexts(SectionFormat& format) {
 }
 
 Control spineLabel(const QString& name, const QRect& rect, int angle) {
-    Control spine = report::textBox(name, rect, QStringLiteral("C_Name"));
+    Control spine = report_engine::textBox(name, rect, QStringLiteral("C_Name"));
     spine.angle = angle;
     spine.alignment = Qt::AlignCenter;
     spine.wordWrap = false;
     return spine;
 }
 
-report::Section coverSection() {
-    Control body = report::richText(kBody, kBodyDesign, QString());
+report_engine::Section coverSection() {
+    Control body = report_engine::richText(kBody, kBodyDesign, QString());
     body.expression = [](const SectionFormat& format) {
         return coverBodyRtf(format.value(QStringLiteral("covermemo")).toString(), Qt::AlignLeft);
     };
     body.canGrow = true;
-    Control title = report::textBox(kTitle, QRect(kBodyDesign.left(), 0, kBodyDesign.width(), 0),
-                                    QStringLiteral("C_Name"));
+    Control title = report_engine::textBox(
+        kTitle, QRect(kBodyDesign.left(), 0, kBodyDesign.width(), 0), QStringLiteral("C_Name"));
     title.alignment = Qt::AlignHCenter | Qt::AlignTop;
-    Control time = report::textBox(
+    Control time = report_engine::textBox(
         kTime, QRect(kBodyDesign.left(), kInlayTop, kBodyDesign.width(), 0),
         [](const SectionFormat& format) {
             return QStringLiteral("Total Playtime ") +
                    playtimeText(format.value(QStringLiteral("C_SumTime")).toDouble());
         });
     time.alignment = Qt::AlignHCenter | Qt::AlignTop;
-    report::Section section =
-        report::section(QStringLiteral("Detail"), kInlayFrame.bottom() + 1 - kMargin,
-                        {body, spineLabel(QStringLiteral("lblSplineL"), kLeftSpine, 900),
-                         spineLabel(QStringLiteral("lblSplineR"), kRightSpine, -900), title, time});
+    report_engine::Section section = report_engine::section(
+        QStringLiteral("Detail"), kInlayFrame.bottom() + 1 - kMargin,
+        {body, spineLabel(QStringLiteral("lblSplineL"), kLeftSpine, 900),
+         spineLabel(QStringLiteral("lblSplineR"), kRightSpine, -900), title, time});
     section.canGrow = false;
     section.onFormat = formatCover;
     section.onBeforePrint = placeTexts;
@@ -120,8 +121,8 @@ report::Section coverSection() {
 }  // namespace
 
 // The cover is one page for its one row, laid out in the detail section.
-std::shared_ptr<const report::ReportDefinition> cdromCoverShort() {
-    auto definition = std::make_shared<report::ReportDefinition>();
+std::shared_ptr<const report_engine::ReportDefinition> cdromCoverShort() {
+    auto definition = std::make_shared<report_engine::ReportDefinition>();
     definition->name = QStringLiteral("CDROMCoverShort");
     definition->page = coverPage(kMargin, kMargin);
     definition->detail = coverSection();

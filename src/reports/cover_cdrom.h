@@ -3,7 +3,7 @@
 #include <QRect>
 #include <memory>
 
-#include "report/report_definition.h"
+#include "report_engine/report_definition.h"
 
 // The CD-ROM cover: an inlay for a jewel case, cut out along its frame, with the cover text in
 // the middle and the compilation's name on both spines. It prints the fields C_Name, C_SumTime
@@ -16,6 +16,6 @@ inline constexpr QRect kInlayFrame{1500, 1240, 8505, 6690};
 inline constexpr int kLeftFoldX = 1840;
 inline constexpr int kRightFoldX = 9665;
 
-std::shared_ptr<const report::ReportDefinition> cdromCoverShort();
+std::shared_ptr<const report_engine::ReportDefinition> cdromCoverShort();
 
 }  // namespace reports

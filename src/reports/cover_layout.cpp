@@ -1,6 +1,6 @@
 #include "reports/cover_layout.h"
 
-#include "report/text_measure.h"
+#include "report_engine/text_measure.h"
 
 namespace reports {
 
@@ -12,8 +12,8 @@ constexpr int kCutLineTwips = 10;
 
 }  // namespace
 
-report::PageSetup coverPage(int leftMargin, int topMargin) {
-    report::PageSetup page = report::PageSetup::a4();
+report_engine::PageSetup coverPage(int leftMargin, int topMargin) {
+    report_engine::PageSetup page = report_engine::PageSetup::a4();
     page.leftMargin = leftMargin;
     page.topMargin = topMargin;
     page.rightMargin = 400;
@@ -21,29 +21,31 @@ report::PageSetup coverPage(int leftMargin, int topMargin) {
     return page;
 }
 
-int evaluateHeight(const report::Control& control) {
-    return report::textHeight(control.font, control.text, control.rect.width(), control.wordWrap);
+int evaluateHeight(const report_engine::Control& control) {
+    return report_engine::textHeight(control.font, control.text, control.rect.width(),
+                                     control.wordWrap);
 }
 
-report::ReportFont derivedFont(const report::ReportFont& body, double pointsMore, bool bold) {
-    report::ReportFont font;
+report_engine::ReportFont derivedFont(const report_engine::ReportFont& body, double pointsMore,
+                                      bool bold) {
+    report_engine::ReportFont font;
     font.family = body.family;
     font.pointSize = qMax(kSmallestPoints, body.pointSize + pointsMore);
     font.bold = bold;
     return font;
 }
 
-report::PageItem pageLine(const QLine& line) {
-    report::PageItem item;
-    item.kind = report::ItemKind::Line;
+report_engine::PageItem pageLine(const QLine& line) {
+    report_engine::PageItem item;
+    item.kind = report_engine::ItemKind::Line;
     item.line = line;
     item.penWidth = kCutLineTwips;
     return item;
 }
 
-report::PageItem pageRectangle(const QRect& rect) {
-    report::PageItem item;
-    item.kind = report::ItemKind::Rectangle;
+report_engine::PageItem pageRectangle(const QRect& rect) {
+    report_engine::PageItem item;
+    item.kind = report_engine::ItemKind::Rectangle;
     item.rect = rect;
     item.penWidth = kCutLineTwips;
     return item;

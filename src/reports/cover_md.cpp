@@ -10,9 +10,9 @@ namespace reports {
 
 namespace {
 
-using report::Control;
-using report::ReportFont;
-using report::SectionFormat;
+using report_engine::Control;
+using report_engine::ReportFont;
+using report_engine::SectionFormat;
 
 // Places in the section, whose corner is the page's margins: the strip's left edge and 100
 // twips above its top.
@@ -105,25 +105,26 @@ void placeTexts(SectionFormat& format) {
 }
 
 Control centredTitle(const QString& name, const QRect& rect) {
-    Control title = report::textBox(name, rect, QStringLiteral("C_Name"), kTitleFont);
+    Control title = report_engine::textBox(name, rect, QStringLiteral("C_Name"), kTitleFont);
     title.alignment = Qt::AlignHCenter | Qt::AlignTop;
     return title;
 }
 
-report::Section trackRow(QVector<QString> performers) {
+report_engine::Section trackRow(QVector<QString> performers) {
     constexpr int kLine = 180;
     constexpr int kNumberWidth = 300;
     constexpr int kTextLeft = kNumberWidth + 60;
     constexpr int kTextWidth = kStripWidth - 2 * kInset - kTextLeft;
-    Control number = report::textBox(QStringLiteral("fldtrackno"), QRect(0, 0, kNumberWidth, kLine),
-                                     QStringLiteral("TrackNo"), kTrackFont);
+    Control number =
+        report_engine::textBox(QStringLiteral("fldtrackno"), QRect(0, 0, kNumberWidth, kLine),
+                               QStringLiteral("TrackNo"), kTrackFont);
     number.alignment = Qt::AlignRight | Qt::AlignTop;
     Control track =
-        report::textBox(QStringLiteral("fldTrack"), QRect(kTextLeft, 0, kTextWidth, kLine),
-                        QStringLiteral("Track_Title"), kTrackFont);
+        report_engine::textBox(QStringLiteral("fldTrack"), QRect(kTextLeft, 0, kTextWidth, kLine),
+                               QStringLiteral("Track_Title"), kTrackFont);
     track.canGrow = true;
     // Only the last track of a performer's run names the performer, under its title.
-    Control performer = report::textBox(
+    Control performer = report_engine::textBox(
         QStringLiteral("fldArtist"), QRect(kTextLeft, kLine, kTextWidth, kLine),
         [performers = std::move(performers)](const SectionFormat& format) {
             const int trackNo = format.value(QStringLiteral("TrackNo")).toInt();
@@ -132,8 +133,8 @@ report::Section trackRow(QVector<QString> performers) {
         kPerformerFont);
     performer.alignment = Qt::AlignRight | Qt::AlignTop;
     performer.canGrow = true;
-    report::Section row =
-        report::section(QStringLiteral("Detail"), 2 * kLine, {number, track, performer});
+    report_engine::Section row =
+        report_engine::section(QStringLiteral("Detail"), 2 * kLine, {number, track, performer});
     // A row without performer is one line tall.
     row.onFormat = [](SectionFormat& format) {
         if (format.control(QStringLiteral("fldArtist")).text.isEmpty()) {
@@ -143,7 +144,7 @@ report::Section trackRow(QVector<QString> performers) {
     return row;
 }
 
-QVector<QString> performersOf(const report::RowSource& tracks) {
+QVector<QString> performersOf(const report_engine::RowSource& tracks) {
     const int number = tracks.fieldIndex(QStringLiteral("TrackNo"));
     const int performer = tracks.fieldIndex(QStringLiteral("Track_Artist_Name"));
     QVector<std::pair<int, QString>> rows;
@@ -155,17 +156,17 @@ QVector<QString> performersOf(const report::RowSource& tracks) {
 
 }  // namespace
 
-std::shared_ptr<const report::ReportDefinition> mdCoverSub(
-    std::shared_ptr<const report::RowSource> tracks) {
-    auto definition = std::make_shared<report::ReportDefinition>();
+std::shared_ptr<const report_engine::ReportDefinition> mdCoverSub(
+    std::shared_ptr<const report_engine::RowSource> tracks) {
+    auto definition = std::make_shared<report_engine::ReportDefinition>();
     definition->name = QStringLiteral("mdcoversub");
     definition->detail = trackRow(performersOf(*tracks));
     return definition;
 }
 
-std::shared_ptr<const report::ReportDefinition> mdCoverMain(
-    std::shared_ptr<const report::RowSource> tracks) {
-    Control body = report::richText(kBody, kBodyDesign, QString());
+std::shared_ptr<const report_engine::ReportDefinition> mdCoverMain(
+    std::shared_ptr<const report_engine::RowSource> tracks) {
+    Control body = report_engine::richText(kBody, kBodyDesign, QString());
     body.expression = [](const SectionFormat& format) {
         return coverBodyRtf(format.value(QStringLiteral("covermemo")).toString(), Qt::AlignHCenter);
     };
@@ -175,22 +176,22 @@ std::shared_ptr<const report::ReportDefinition> mdCoverMain(
     title.canShrink = true;
     const Control title2 =
         centredTitle(kTitle2, QRect(kBodyDesign.left(), 0, kBodyDesign.width(), 0));
-    const Control trackList = report::subReport(
+    const Control trackList = report_engine::subReport(
         kTrackList, QRect(kInset, kTitleTop + 500, kStripWidth - 2 * kInset, kTrackListEnd - 500),
-        mdCoverSub(tracks), [tracks](const report::RowView&) { return tracks; });
-    Control edge =
-        report::label(kEdgeTitle, QRect(kBodyDesign.left(), 0, kStripWidth, kEdgeLabelHeight),
-                      QString(), kEdgeFont);
+        mdCoverSub(tracks), [tracks](const report_engine::RowView&) { return tracks; });
+    Control edge = report_engine::label(kEdgeTitle,
+                                        QRect(kBodyDesign.left(), 0, kStripWidth, kEdgeLabelHeight),
+                                        QString(), kEdgeFont);
     edge.alignment = Qt::AlignCenter;
     edge.wordWrap = false;
-    report::Section detail =
-        report::section(QStringLiteral("Detail"), kStripOutline.bottom() + 1 - kTopMargin,
-                        {body, title, title2, trackList, edge});
+    report_engine::Section detail =
+        report_engine::section(QStringLiteral("Detail"), kStripOutline.bottom() + 1 - kTopMargin,
+                               {body, title, title2, trackList, edge});
     detail.canGrow = false;
     detail.onFormat = formatCover;
     detail.onBeforePrint = placeTexts;
 
-    auto definition = std::make_shared<report::ReportDefinition>();
+    auto definition = std::make_shared<report_engine::ReportDefinition>();
     definition->name = QStringLiteral("MDCoverMain");
     definition->page = coverPage(kLeftMargin, kTopMargin);
     definition->detail = std::move(detail);

@@ -3,8 +3,8 @@
 #include <QRect>
 #include <memory>
 
-#include "report/report_definition.h"
-#include "report/rows.h"
+#include "report_engine/report_definition.h"
+#include "report_engine/rows.h"
 
 // The MD cover: a fold-out strip with the compilation's name and its track list, cut out along
 // its outline; beside it the disc's label, the cover text under the name, and below that the
@@ -19,10 +19,10 @@ inline constexpr int kStripFolds[] = {4486, 8115, 11687};
 
 // The track list: one row per track with the fields TrackNo, Track_Title and Track_Artist_Name
 // in track order.
-std::shared_ptr<const report::ReportDefinition> mdCoverSub(
-    std::shared_ptr<const report::RowSource> tracks);
+std::shared_ptr<const report_engine::ReportDefinition> mdCoverSub(
+    std::shared_ptr<const report_engine::RowSource> tracks);
 
-std::shared_ptr<const report::ReportDefinition> mdCoverMain(
-    std::shared_ptr<const report::RowSource> tracks);
+std::shared_ptr<const report_engine::ReportDefinition> mdCoverMain(
+    std::shared_ptr<const report_engine::RowSource> tracks);
 
 }  // namespace reports

@@ -1,8 +1,8 @@
 #include "reports/cover_report.h"
 
 #include "engine/database.h"
-#include "report/layout.h"
-#include "report/report_error.h"
+#include "report_engine/layout.h"
+#include "report_engine/report_error.h"
 #include "reports/cover_cdrom.h"
 #include "reports/cover_md.h"
 #include "reports/cover_source.h"
@@ -11,26 +11,26 @@
 
 namespace reports {
 
-report::PageModel buildCover(engine::Database& database, qint64 compilationId) {
+report_engine::PageModel buildCover(engine::Database& database, qint64 compilationId) {
     const RecordsetRows compilation(database.openRecordset(
         store::compilationRowStatement(compilationId), engine::RecordsetType::Snapshot));
     if (compilation.rowCount() == 0) {
-        throw report::ReportError(
+        throw report_engine::ReportError(
             QStringLiteral("There is no compilation with the id %1.").arg(compilationId));
     }
     const QString format =
         compilation.value(0, compilation.fieldIndex(QStringLiteral("C_Format"))).toString();
     const std::optional<store::CoverKind> kind = store::coverKindOf(format);
     if (!kind) {
-        throw report::ReportError(noCoverMessage(format));
+        throw report_engine::ReportError(noCoverMessage(format));
     }
     if (*kind == store::CoverKind::CdRom) {
-        return report::layoutReport(*cdromCoverShort(), compilation);
+        return report_engine::layoutReport(*cdromCoverShort(), compilation);
     }
     const auto tracks = std::make_shared<const RecordsetRows>(database.openRecordset(
         store::standardStatement(QStringLiteral("compilationtrack"), compilationId),
         engine::RecordsetType::Snapshot));
-    return report::layoutReport(*mdCoverMain(tracks), compilation);
+    return report_engine::layoutReport(*mdCoverMain(tracks), compilation);
 }
 
 }  // namespace reports

@@ -2,7 +2,7 @@
 
 #include <QtGlobal>
 
-#include "report/page_model.h"
+#include "report_engine/page_model.h"
 
 namespace engine {
 class Database;
@@ -11,9 +11,9 @@ class Database;
 namespace reports {
 
 // The cover of a compilation laid out for its format: the MD cover with its track list, or the
-// CD-ROM inlay. Throws report::ReportError with the print command's message for a format
+// CD-ROM inlay. Throws report_engine::ReportError with the print command's message for a format
 // without a cover, and when there is no compilation of that id; engine::JetError for what the
 // database reports.
-report::PageModel buildCover(engine::Database& database, qint64 compilationId);
+report_engine::PageModel buildCover(engine::Database& database, qint64 compilationId);
 
 }  // namespace reports

@@ -4,7 +4,7 @@
 
 namespace reports::layout {
 
-using namespace report;
+using namespace report_engine;
 
 ReportFont arial(double points, bool bold, bool italic) {
     ReportFont font;

@@ -1,8 +1,8 @@
 #include "reports/list_reports.h"
 
 #include "engine/database.h"
-#include "report/layout.h"
-#include "report/pdf_export.h"
+#include "report_engine/layout.h"
+#include "report_engine/pdf_export.h"
 #include "reports/list_sources.h"
 #include "reports/recordset_rows.h"
 
@@ -29,19 +29,20 @@ QString listReportCaption(ListReport kind) {
     return QString();
 }
 
-report::PageModel buildListReport(engine::Database& database, ListReport kind, qint64 compilationId,
-                                  const report::PageSetup& page, const QDate& today) {
+report_engine::PageModel buildListReport(engine::Database& database, ListReport kind,
+                                         qint64 compilationId, const report_engine::PageSetup& page,
+                                         const QDate& today) {
     switch (kind) {
         case ListReport::TracksCompilation:
-            return report::layoutReport(
+            return report_engine::layoutReport(
                 tracksCompilationReport(page),
                 *rowsOf(database, compilationTracksStatement(compilationId)));
         case ListReport::TracksAll:
-            return report::layoutReport(tracksAllReport(page, today),
-                                        *rowsOf(database, allTracksStatement()));
+            return report_engine::layoutReport(tracksAllReport(page, today),
+                                               *rowsOf(database, allTracksStatement()));
         case ListReport::RecordingProtocol: {
             auto albums = rowsOf(database, albumsNeededStatement(compilationId));
-            return report::layoutReport(
+            return report_engine::layoutReport(
                 recordingProtocolReport(page, albums),
                 *rowsOf(database, compilationTracksStatement(compilationId)));
         }
@@ -50,9 +51,9 @@ report::PageModel buildListReport(engine::Database& database, ListReport kind, q
 }
 
 void exportListPdf(engine::Database& database, ListReport kind, qint64 compilationId,
-                   const QString& path, const report::PageSetup& page, const QDate& today) {
-    report::exportPdf(buildListReport(database, kind, compilationId, page, today), path,
-                      listReportCaption(kind));
+                   const QString& path, const report_engine::PageSetup& page, const QDate& today) {
+    report_engine::exportPdf(buildListReport(database, kind, compilationId, page, today), path,
+                             listReportCaption(kind));
 }
 
 }  // namespace reports

@@ -37,14 +37,14 @@ QString albumsNeededStatement(qint64 compilationId) {
                             QString::number(compilationId));
 }
 
-report::PageSetup listPaper(const QLocale& locale) {
+report_engine::PageSetup listPaper(const QLocale& locale) {
     // The territories whose printers load Letter paper by default.
     static const QList<QLocale::Territory> letterTerritories{
         QLocale::UnitedStates, QLocale::Canada,   QLocale::Mexico,    QLocale::Philippines,
         QLocale::Chile,        QLocale::Colombia, QLocale::Venezuela, QLocale::PuertoRico};
-    report::PageSetup setup = letterTerritories.contains(locale.territory())
-                                  ? report::PageSetup::letter()
-                                  : report::PageSetup::a4();
+    report_engine::PageSetup setup = letterTerritories.contains(locale.territory())
+                                         ? report_engine::PageSetup::letter()
+                                         : report_engine::PageSetup::a4();
     setup.leftMargin = 1134;  // 2 cm: room to punch for a folder
     setup.rightMargin = 850;
     setup.topMargin = 850;

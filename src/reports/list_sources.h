@@ -3,7 +3,7 @@
 #include <QLocale>
 #include <QString>
 
-#include "report/page_model.h"
+#include "report_engine/page_model.h"
 
 // Where the track lists and the recording protocol read their rows, and the paper they print on.
 namespace reports {
@@ -18,6 +18,6 @@ QString albumsNeededStatement(qint64 compilationId);
 
 // The paper of the locale's printers: Letter where Letter is the custom, else A4, with the
 // lists' margins.
-report::PageSetup listPaper(const QLocale& locale = QLocale::system());
+report_engine::PageSetup listPaper(const QLocale& locale = QLocale::system());
 
 }  // namespace reports

@@ -6,7 +6,7 @@
 
 namespace reports {
 
-using namespace report;
+using namespace report_engine;
 using layout::arial;
 
 namespace {

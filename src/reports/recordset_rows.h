@@ -4,13 +4,13 @@
 #include <QVector>
 
 #include "engine/recordset.h"
-#include "report/rows.h"
+#include "report_engine/rows.h"
 
 namespace reports {
 
 // A record set's rows as report rows. A report reads every row, most of them several times, so
 // the rows are read once, in one pass, and kept one after the other.
-class RecordsetRows : public report::RowSource {
+class RecordsetRows : public report_engine::RowSource {
   public:
     explicit RecordsetRows(engine::Recordset recordset);
 

@@ -6,7 +6,7 @@
 
 namespace reports {
 
-using namespace report;
+using namespace report_engine;
 using layout::arial;
 
 namespace {
@@ -69,7 +69,7 @@ Section detail(int width) {
     for (Control& control : controls) {
         control.wordWrap = false;
     }
-    Section section = report::section(QStringLiteral("Detail"), 250, controls);
+    Section section = report_engine::section(QStringLiteral("Detail"), 250, controls);
     section.canGrow = false;
     return section;
 }

@@ -5,7 +5,7 @@
 
 namespace reports {
 
-using namespace report;
+using namespace report_engine;
 using layout::arial;
 
 namespace {

@@ -75,7 +75,7 @@ QString pdfPath(const PrintChoice& choice) {
     return platform::dataFolder() + QLatin1Char('/') + choice.pdfFileName;
 }
 
-QString pdfWriteMessage(const report::WriteError& error) {
+QString pdfWriteMessage(const report_engine::WriteError& error) {
     QString cause = error.reason();
     if (!cause.isEmpty()) {
         cause[0] = cause[0].toUpper();

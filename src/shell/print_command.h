@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "report/report_error.h"
+#include "report_engine/report_error.h"
 #include "reports/cover_source.h"
 #include "reports/list_reports.h"
 
@@ -44,7 +44,7 @@ using reports::kNoTracksOnCompilation;
 inline const QString kPdfWriteError =
     QStringLiteral("Cannot write to PDF file. May be it is open?");
 // kPdfWriteError with the cause under it ("No space left on device").
-QString pdfWriteMessage(const report::WriteError& error);
+QString pdfWriteMessage(const report_engine::WriteError& error);
 
 // The information message that refuses the choice, in the order the checks are made, or
 // nothing when the choice may be produced. The lists of all compilations look for any track in

@@ -16,38 +16,39 @@
 
 namespace reporttest {
 
-using report::PageItem;
+using report_engine::PageItem;
 
-report::PageSetup smallPaper() {
-    report::PageSetup setup;
+report_engine::PageSetup smallPaper() {
+    report_engine::PageSetup setup;
     setup.paper = QSize(12000, 10000);
     setup.leftMargin = setup.topMargin = setup.rightMargin = setup.bottomMargin = 1000;
     return setup;
 }
 
-report::RowTable table(const QStringList& fields, const QVector<QVector<QVariant>>& rows) {
-    report::RowTable result(fields);
+report_engine::RowTable table(const QStringList& fields, const QVector<QVector<QVariant>>& rows) {
+    report_engine::RowTable result(fields);
     for (const QVector<QVariant>& row : rows) {
         result.append(row);
     }
     return result;
 }
 
-report::Section pageNumberFooter(int height) {
-    using report::SectionFormat;
-    return report::section(
+report_engine::Section pageNumberFooter(int height) {
+    using report_engine::SectionFormat;
+    return report_engine::section(
         "PageFooter", height,
-        {report::textBox(
+        {report_engine::textBox(
              "txtPageNumber", QRect(0, 0, 1500, 300),
              [](const SectionFormat& f) { return QString("Page %1 of").arg(f.pageNumber()); }),
-         report::textBox("txtPageCount", QRect(1500, 0, 500, 300),
-                         [](const SectionFormat& f) { return QString::number(f.pageCount()); })});
+         report_engine::textBox(
+             "txtPageCount", QRect(1500, 0, 500, 300),
+             [](const SectionFormat& f) { return QString::number(f.pageCount()); })});
 }
 
-QVector<PageItem> itemsNamed(const report::Page& page, const QString& name) {
+QVector<PageItem> itemsNamed(const report_engine::Page& page, const QString& name) {
     QVector<PageItem> result;
     for (const PageItem& item : page.items) {
-        if (item.name == name || (name.isNull() && item.kind == report::ItemKind::Text)) {
+        if (item.name == name || (name.isNull() && item.kind == report_engine::ItemKind::Text)) {
             result.append(item);
         }
     }
@@ -57,7 +58,7 @@ QVector<PageItem> itemsNamed(const report::Page& page, const QString& name) {
     return result;
 }
 
-QStringList textsNamed(const report::Page& page, const QString& name) {
+QStringList textsNamed(const report_engine::Page& page, const QString& name) {
     QStringList result;
     for (const PageItem& item : itemsNamed(page, name)) {
         result.append(item.text);
@@ -65,11 +66,11 @@ QStringList textsNamed(const report::Page& page, const QString& name) {
     return result;
 }
 
-QStringList textsOf(const report::Page& page) {
+QStringList textsOf(const report_engine::Page& page) {
     return textsNamed(page, QString());
 }
 
-QList<int> topsOf(const report::Page& page, const QString& name) {
+QList<int> topsOf(const report_engine::Page& page, const QString& name) {
     QList<int> result;
     for (const PageItem& item : itemsNamed(page, name)) {
         result.append(item.rect.top());
@@ -77,7 +78,7 @@ QList<int> topsOf(const report::Page& page, const QString& name) {
     return result;
 }
 
-int pageOf(const report::PageModel& model, const QString& text) {
+int pageOf(const report_engine::PageModel& model, const QString& text) {
     for (int i = 0; i < model.pages.size(); ++i) {
         if (textsOf(model.pages[i]).contains(text)) {
             return i;
@@ -86,13 +87,13 @@ int pageOf(const report::PageModel& model, const QString& text) {
     return -1;
 }
 
-PageItem onlyNamed(const report::PageModel& model, const QString& name) {
+PageItem onlyNamed(const report_engine::PageModel& model, const QString& name) {
     EXPECT_EQ(model.pages.size(), 1);
     EXPECT_EQ(itemsNamed(model.pages.value(0), name).size(), 1) << name.toStdString();
     return itemsNamed(model.pages.value(0), name).value(0);
 }
 
-QVector<PageItem> drawings(const report::PageModel& model) {
+QVector<PageItem> drawings(const report_engine::PageModel& model) {
     QVector<PageItem> found = model.pages.value(0).items;
     found.removeIf([](const PageItem& item) { return !item.name.isEmpty(); });
     return found;
@@ -138,7 +139,7 @@ qint64 CoverDatabase::addCompilation(const QString& format, const QString& cover
     return id;
 }
 
-report::PageModel CoverDatabase::cover(qint64 id) {
+report_engine::PageModel CoverDatabase::cover(qint64 id) {
     return reports::buildCover(database_, id);
 }
 

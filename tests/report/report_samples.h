@@ -4,7 +4,7 @@
 #include <QStringList>
 
 #include "engine/database.h"
-#include "report/report_definition.h"
+#include "report_engine/report_definition.h"
 #include "support/document_summary.h"  // failure messages show texts as text
 #include "support/temp_dir.h"
 
@@ -12,22 +12,22 @@
 namespace reporttest {
 
 // Paper of 12000 by 10000 twips with margins of 1000: a printable area 10000 wide and 8000 tall.
-report::PageSetup smallPaper();
-report::RowTable table(const QStringList& fields, const QVector<QVector<QVariant>>& rows);
+report_engine::PageSetup smallPaper();
+report_engine::RowTable table(const QStringList& fields, const QVector<QVector<QVariant>>& rows);
 // The footer the lists use: "Page N of" beside the page count.
-report::Section pageNumberFooter(int height);
+report_engine::Section pageNumberFooter(int height);
 
 // The items of a control (texts when the name is null) top to bottom, their texts and tops.
-QVector<report::PageItem> itemsNamed(const report::Page& page, const QString& name);
-QStringList textsNamed(const report::Page& page, const QString& name);
-QStringList textsOf(const report::Page& page);
-QList<int> topsOf(const report::Page& page, const QString& name);
+QVector<report_engine::PageItem> itemsNamed(const report_engine::Page& page, const QString& name);
+QStringList textsNamed(const report_engine::Page& page, const QString& name);
+QStringList textsOf(const report_engine::Page& page);
+QList<int> topsOf(const report_engine::Page& page, const QString& name);
 // The page index of the first item showing the text, -1 when none does.
-int pageOf(const report::PageModel& model, const QString& text);
+int pageOf(const report_engine::PageModel& model, const QString& text);
 // The one item of a control on the only page (fails the test otherwise).
-report::PageItem onlyNamed(const report::PageModel& model, const QString& name);
+report_engine::PageItem onlyNamed(const report_engine::PageModel& model, const QString& name);
 // What a cover drew on the page itself (frame, folds, rules), in drawing order.
-QVector<report::PageItem> drawings(const report::PageModel& model);
+QVector<report_engine::PageItem> drawings(const report_engine::PageModel& model);
 
 // The standard output of a program that must succeed (pdftotext, pdfinfo), and the page size
 // (points) and paper name pdfinfo reads.
@@ -41,8 +41,9 @@ class CoverDatabase {
     CoverDatabase();
     qint64 addCompilation(const QString& format, const QString& coverMemo, qint64 sumTime = 600,
                           const QStringList& performers = {});
-    report::PageModel cover(qint64 id);
-    report::PageModel coverOf(const QString& format, const QString& memo, qint64 sumTime = 600) {
+    report_engine::PageModel cover(qint64 id);
+    report_engine::PageModel coverOf(const QString& format, const QString& memo,
+                                     qint64 sumTime = 600) {
         return cover(addCompilation(format, memo, sumTime));
     }
     testsupport::TempDir dir;

@@ -6,9 +6,9 @@
 #include <QTextDocument>
 #include <QTextLayout>
 
-#include "report/pdf_export.h"
-#include "report/report_error.h"
-#include "report/text_measure.h"
+#include "report_engine/pdf_export.h"
+#include "report_engine/report_error.h"
+#include "report_engine/text_measure.h"
 #include "report_samples.h"
 #include "reports/cover_body.h"
 #include "reports/cover_source.h"
@@ -16,7 +16,7 @@
 #include "support/pdf_pages.h"
 
 using namespace reporttest;
-using report::PageItem;
+using report_engine::PageItem;
 
 namespace {
 
@@ -28,7 +28,7 @@ const QString kBody = "RichEditCoverShort";
 // 10 points but never under 6, the title never under 9.
 TEST(CdromCover, TheTextIsCentredBetweenTitleAndTimeAndSpinesInTheBodysFont) {
     CoverDatabase db;
-    const report::PageModel cover =
+    const report_engine::PageModel cover =
         db.coverOf("CD-ROM", composedRtf(numberedLines(4), "Courier New", 12), 4445);
     const PageItem body = onlyNamed(cover, kBody);
     const int lineHeight = body.rect.height() / 5;
@@ -40,23 +40,26 @@ TEST(CdromCover, TheTextIsCentredBetweenTitleAndTimeAndSpinesInTheBodysFont) {
               QStringList({"Road Songs", "Total Playtime 1:14:05"}));
     EXPECT_EQ(title.rect.bottom() + 1 + 200, body.rect.top());
     EXPECT_EQ(time.rect.top(), body.rect.bottom() + 1 - time.rect.height() + 200);
-    EXPECT_EQ(title.rect.height(), report::textHeight(title.font, title.text, title.rect.width()));
+    EXPECT_EQ(title.rect.height(),
+              report_engine::textHeight(title.font, title.text, title.rect.width()));
     EXPECT_EQ(QList({title.rect.left(), title.rect.width(), time.rect.left()}),
               QList({body.rect.left(), body.rect.width(), body.rect.left()}));
-    EXPECT_EQ(QList({title.font, time.font}),
-              QList<report::ReportFont>({{"Courier New", 14, true}, {"Courier New", 10, false}}));
+    EXPECT_EQ(
+        QList({title.font, time.font}),
+        QList<report_engine::ReportFont>({{"Courier New", 14, true}, {"Courier New", 10, false}}));
     const PageItem left = onlyNamed(cover, "lblSplineL");
     const PageItem right = onlyNamed(cover, "lblSplineR");
     EXPECT_EQ(QStringList({left.text, right.text}), QStringList({"Road Songs", "Road Songs"}));
     EXPECT_EQ(QList({left.angle, right.angle}), QList({900, -900}));
     EXPECT_EQ(QList({left.font, right.font}),
-              QList<report::ReportFont>(2, {"Courier New", 10, true}));
+              QList<report_engine::ReportFont>(2, {"Courier New", 10, true}));
     EXPECT_EQ(QList({left.rect, right.rect}),
               QList({QRect(1530, 1325, 300, 6520), QRect(9676, 1325, 300, 6520)}));
-    const report::PageModel small = db.coverOf("CD-ROM", composedRtf(numberedLines(3), "Arial", 7));
+    const report_engine::PageModel small =
+        db.coverOf("CD-ROM", composedRtf(numberedLines(3), "Arial", 7));
     EXPECT_EQ(onlyNamed(small, "fldTime").font.pointSize, 6);
     EXPECT_EQ(onlyNamed(small, "fldTitle").font.pointSize, 9);
-    const report::PageModel full = db.coverOf("CD-ROM", composedRtf(numberedLines(44)));
+    const report_engine::PageModel full = db.coverOf("CD-ROM", composedRtf(numberedLines(44)));
     EXPECT_EQ(
         textsNamed(full.pages.value(0), "fldTitle") + textsNamed(full.pages.value(0), "fldTime"),
         QStringList());
@@ -96,7 +99,7 @@ TEST(CdromCover, TheBodyFitsItsWidestLineUnlessItHasTabs) {
 TEST(CdromCover, APlainCoverTextPrintsInTheBodysDesignFont) {
     CoverDatabase db;
     const QString plain = "1.\tAdams   Morning  [2:45]\r\n2.\tBaker   Night Train\n";
-    const report::PageModel cover = db.coverOf("CD-ROM", plain);
+    const report_engine::PageModel cover = db.coverOf("CD-ROM", plain);
     EXPECT_EQ(onlyNamed(cover, "lblSplineL").font.family, "Times New Roman");
     const auto document = onlyNamed(cover, kBody).document;
     EXPECT_EQ(document->toPlainText(), "1.\tAdams   Morning  [2:45]\n2.\tBaker   Night Train\n");
@@ -110,9 +113,10 @@ TEST(CdromCover, APlainCoverTextPrintsInTheBodysDesignFont) {
 // takes one line.
 TEST(MdCover, ARunOfTracksByOnePerformerNamesItOnItsLastRowOnly) {
     CoverDatabase db;
-    const report::Page page = db.cover(db.addCompilation("Md", composedRtf({"Adams"}), 600,
-                                                         {"Adams", "Adams", "Adams", "Baker"}))
-                                  .pages.value(0);
+    const report_engine::Page page =
+        db.cover(db.addCompilation("Md", composedRtf({"Adams"}), 600,
+                                   {"Adams", "Adams", "Adams", "Baker"}))
+            .pages.value(0);
     EXPECT_EQ(textsNamed(page, "fldTrack"), QStringList({"Song 1", "Song 2", "Song 3", "Song 4"}));
     EXPECT_EQ(textsNamed(page, "fldtrackno"), QStringList({"1", "2", "3", "4"}));
     EXPECT_EQ(textsNamed(page, "fldArtist"), QStringList({"Adams", "Baker"}));
@@ -129,7 +133,7 @@ TEST(MdCover, ARunOfTracksByOnePerformerNamesItOnItsLastRowOnly) {
 // in its band under the name, in a label of its own, and the disc's edge label below.
 TEST(MdCover, TheStripAndTheLabelsStandInTheirPlaces) {
     CoverDatabase db;
-    const report::PageModel cover = db.cover(
+    const report_engine::PageModel cover = db.cover(
         db.addCompilation("MD", composedRtf({"Adams / Baker"}, "Arial", 9), 600, {"Adams"}));
     const QVector<PageItem> drawn = drawings(cover);
     ASSERT_EQ(drawn.size(), 1 + 6 + 1 + 2);
@@ -146,7 +150,7 @@ TEST(MdCover, TheStripAndTheLabelsStandInTheirPlaces) {
     const PageItem body = onlyNamed(cover, kBody);
     EXPECT_NEAR(body.rect.top() + body.rect.height() / 2.0, 700 + 185 + 2700 / 2, 1);
     const PageItem name = onlyNamed(cover, "fldTitle2");
-    EXPECT_EQ(name.font, (report::ReportFont{"Arial", 11, true}));
+    EXPECT_EQ(name.font, (report_engine::ReportFont{"Arial", 11, true}));
     EXPECT_EQ(name.rect.bottom() + 1 + 50, body.rect.top());
     const QRect label = drawn[8].rect;
     EXPECT_EQ(label, QRect(body.rect.left() - 120, 700 + 185, 2552 + 240, 2700));
@@ -159,7 +163,7 @@ TEST(MdCover, TheStripAndTheLabelsStandInTheirPlaces) {
 TEST(CoverPdf, TheCoversMeasureTheirMillimetres) {
     CoverDatabase db;
     const auto runs = [&](qint64 id, int twips, Qt::Orientation along) {
-        report::exportPdf(db.cover(id), db.dir.file("cover.pdf"));
+        report_engine::exportPdf(db.cover(id), db.dir.file("cover.pdf"));
         QVector<double> mm =
             testsupport::darkRuns(testsupport::renderedPdfPage(db.dir.file("cover.pdf")),
                                   testsupport::renderedPixelOf(twips), along);
@@ -194,8 +198,8 @@ TEST(CoverChoice, OnlyMdAndCdRomHaveACover) {
     EXPECT_EQ(reports::coverRefusal("md", 0), reports::kNoTracksOnCompilation);
     EXPECT_EQ(reports::coverRefusal("cd-Rom", 1), std::nullopt);
     CoverDatabase db;
-    EXPECT_THROW(db.coverOf("Cassette", "Adams"), report::ReportError);
-    EXPECT_THROW(db.cover(99), report::ReportError);
+    EXPECT_THROW(db.coverOf("Cassette", "Adams"), report_engine::ReportError);
+    EXPECT_THROW(db.cover(99), report_engine::ReportError);
     EXPECT_EQ(reports::playtimeText(360000), "100:00:00");
 }
 

@@ -8,14 +8,14 @@
 #include <QFile>
 #include <QPainter>
 
-#include "report/layout.h"
-#include "report/painter.h"
-#include "report/pdf_export.h"
-#include "report/report_error.h"
-#include "report/text_measure.h"
+#include "report_engine/layout.h"
+#include "report_engine/painter.h"
+#include "report_engine/pdf_export.h"
+#include "report_engine/report_error.h"
+#include "report_engine/text_measure.h"
 #include "report_samples.h"
 
-using namespace report;
+using namespace report_engine;
 using namespace reporttest;
 
 namespace {

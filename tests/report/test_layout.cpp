@@ -2,12 +2,12 @@
 // texts, sub-reports (the lists and covers show the rest).
 #include <gtest/gtest.h>
 
-#include "report/layout.h"
-#include "report/report_error.h"
-#include "report/text_measure.h"
+#include "report_engine/layout.h"
+#include "report_engine/report_error.h"
+#include "report_engine/text_measure.h"
 #include "report_samples.h"
 
-using namespace report;
+using namespace report_engine;
 using namespace reporttest;
 
 namespace {

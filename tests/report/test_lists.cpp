@@ -11,7 +11,7 @@
 
 using namespace reports;
 using namespace reporttest;
-using report::PageModel;
+using report_engine::PageModel;
 
 namespace {
 
@@ -39,7 +39,7 @@ class Lists : public ::testing::Test {
 // The track without a year keeps the blanks after its time; a compilation without manufacturer
 // shows its format alone.
 TEST_F(Lists, TracksOnACompilationInMediumOrderWithTheirComputedTexts) {
-    const report::Page page = build(ListReport::TracksCompilation, 1).pages.value(0);
+    const report_engine::Page page = build(ListReport::TracksCompilation, 1).pages.value(0);
     EXPECT_EQ(textsNamed(page, "fldCompilationTitle"), QStringList{"Road Trip     0:05:22"});
     EXPECT_EQ(textsNamed(page, "fldTargetIndex"), (QStringList{"1", "2", "3"}));
     EXPECT_EQ(textsNamed(page, "fldPerformer"),
@@ -66,7 +66,7 @@ TEST_F(Lists, TracksOnACompilationInMediumOrderWithTheirComputedTexts) {
 // Without a year the text ends at the time; equal titles by compilation name; each performer's
 // header stands above its first track.
 TEST_F(Lists, AllTracksGroupedByPerformerAndAlbum) {
-    const report::Page page = build(ListReport::TracksAll).pages.value(0);
+    const report_engine::Page page = build(ListReport::TracksAll).pages.value(0);
     EXPECT_EQ(textsNamed(page, "lblDate"), QStringList{"23.11.26"});
     EXPECT_EQ(textsNamed(page, "fldTrackPerformer"),
               (QStringList{"The Beatles", "Miles Davis", "Nina Simone"}));
@@ -87,7 +87,7 @@ TEST_F(Lists, AllTracksGroupedByPerformerAndAlbum) {
 // Help! stands in two places: two rows, each under its own location; the albums come before the
 // tracks, the closing rule between them.
 TEST_F(Lists, TheRecordingProtocolListsTheAlbumsNeededByLocationThenTheTracks) {
-    const report::Page page = build(ListReport::RecordingProtocol, 1).pages.value(0);
+    const report_engine::Page page = build(ListReport::RecordingProtocol, 1).pages.value(0);
     EXPECT_EQ(textsNamed(page, "fldAlbumLocation"),
               (QStringList{"Attic box", "Jazz shelf", "Pop shelf"}));
     EXPECT_EQ(textsNamed(page, "fldAlbum_Title"), (QStringList{"Help!", "Kind of Blue", "Help!"}));
@@ -117,12 +117,12 @@ TEST_F(Lists, LongListsBreakWithTheirNumbersAndStayOnThePaper) {
                                               : QSize(11906, 16838));
             const QRect printable = listPaper(locale).printable().adjusted(0, 0, 1, 1);
             for (int i = 0; i < model.pages.size(); ++i) {
-                const report::Page& page = model.pages[i];
+                const report_engine::Page& page = model.pages[i];
                 EXPECT_EQ(textsNamed(page, "txtPageNumber") + textsNamed(page, "txtPageCount"),
                           (QStringList{QString("Page %1 of").arg(i + 1),
                                        QString::number(model.pages.size())}));
-                for (const report::PageItem& item : page.items) {
-                    const QRect box = item.kind == report::ItemKind::Line
+                for (const report_engine::PageItem& item : page.items) {
+                    const QRect box = item.kind == report_engine::ItemKind::Line
                                           ? QRect(item.line.p1(), item.line.p2()).normalized()
                                           : item.rect;
                     EXPECT_TRUE(printable.contains(box))

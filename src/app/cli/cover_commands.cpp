@@ -4,8 +4,8 @@
 #include "engine/jet_error.h"
 #include "engine/recordset.h"
 #include "engine/workspace.h"
-#include "report/pdf_export.h"
-#include "report/report_error.h"
+#include "report_engine/pdf_export.h"
+#include "report_engine/report_error.h"
 #include "reports/cover_report.h"
 #include "reports/cover_source.h"
 
@@ -35,7 +35,7 @@ int writeCover(engine::Database& database, const QString& name, const QString& p
         streams.err << *refusal << Qt::endl;
         return 1;
     }
-    report::exportPdf(reports::buildCover(database, compilation->id), pdf, name);
+    report_engine::exportPdf(reports::buildCover(database, compilation->id), pdf, name);
     return 0;
 }
 
@@ -53,7 +53,7 @@ int cover(const QStringList& args, Streams streams) {
         return code;
     } catch (const engine::JetError& error) {
         return reportError(streams, error);
-    } catch (const report::ReportError& error) {
+    } catch (const report_engine::ReportError& error) {
         streams.err << error.description() << Qt::endl;
         return 1;
     }

@@ -6,8 +6,8 @@
 #include "cli/compilation_lookup.h"
 #include "engine/jet_error.h"
 #include "engine/workspace.h"
-#include "report/pdf_export.h"
-#include "report/report_error.h"
+#include "report_engine/pdf_export.h"
+#include "report_engine/report_error.h"
 #include "reports/list_sources.h"
 #include "shell/print_command.h"
 
@@ -31,11 +31,11 @@ struct ReportRequest {
     const shell::PrintChoice* choice = nullptr;
     QString compilationName;
     QString output;
-    report::PageSetup paper;
+    report_engine::PageSetup paper;
 };
 
 // Takes "--paper a4|letter" out of args; false for another paper.
-bool takePaper(QStringList& args, report::PageSetup& paper) {
+bool takePaper(QStringList& args, report_engine::PageSetup& paper) {
     paper = reports::listPaper();
     const qsizetype at = args.indexOf(QStringLiteral("--paper"));
     if (at < 0) {
@@ -44,9 +44,9 @@ bool takePaper(QStringList& args, report::PageSetup& paper) {
     const QString name = args.value(at + 1).toLower();
     args.remove(at, qMin<qsizetype>(2, args.size() - at));
     if (name == QLatin1String("letter")) {
-        paper.paper = report::PageSetup::letter().paper;
+        paper.paper = report_engine::PageSetup::letter().paper;
     } else if (name == QLatin1String("a4")) {
-        paper.paper = report::PageSetup::a4().paper;
+        paper.paper = report_engine::PageSetup::a4().paper;
     } else {
         return false;
     }
@@ -90,13 +90,13 @@ int writeReport(const ReportRequest& request, Streams streams) {
         streams.err << *refusal << Qt::endl;
         return 1;
     }
-    const report::PageModel model =
+    const report_engine::PageModel model =
         reports::buildListReport(database, request.choice->report, current ? current->id : 0,
                                  request.paper, QDate::currentDate());
     try {
-        report::exportPdf(model, request.output,
-                          reports::listReportCaption(request.choice->report));
-    } catch (const report::WriteError& error) {
+        report_engine::exportPdf(model, request.output,
+                                 reports::listReportCaption(request.choice->report));
+    } catch (const report_engine::WriteError& error) {
         streams.err << shell::pdfWriteMessage(error) << Qt::endl;
         return 1;
     }

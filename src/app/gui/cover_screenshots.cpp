@@ -9,7 +9,7 @@
 #include "engine/database.h"
 #include "engine/recordset.h"
 #include "gui/screenshots.h"
-#include "report/painter.h"
+#include "report_engine/painter.h"
 #include "reports/cover_report.h"
 #include "ui/controls/cover_text_box.h"
 #include "ui/controls/main_toolbar.h"
@@ -80,7 +80,7 @@ QString composedAsTheEditorDoes(engine::Database& database, qint64 id, const QSt
     return box.storedText();
 }
 
-bool savePage(const report::PageModel& cover, const QString& folder, const QString& name) {
+bool savePage(const report_engine::PageModel& cover, const QString& folder, const QString& name) {
     const QSize paper = cover.setup.size();
     QImage image(paper.width() * kPictureDpi / 1440, paper.height() * kPictureDpi / 1440,
                  QImage::Format_RGB32);
@@ -88,7 +88,7 @@ bool savePage(const report::PageModel& cover, const QString& folder, const QStri
     image.setDotsPerMeterY(qRound(kPictureDpi / 0.0254));
     image.fill(Qt::white);
     QPainter painter(&image);
-    report::drawPage(painter, cover.pages.value(0));
+    report_engine::drawPage(painter, cover.pages.value(0));
     painter.end();
     const bool saved = image.save(QDir(folder).filePath(name + QStringLiteral(".png")));
     QTextStream(stdout) << (saved ? "wrote " : "could not write ") << name << ".png" << Qt::endl;

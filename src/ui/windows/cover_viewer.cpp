@@ -2,8 +2,8 @@
 
 #include <QScreen>
 
-#include "report/page_model.h"
-#include "report/report_error.h"
+#include "report_engine/page_model.h"
+#include "report_engine/report_error.h"
 #include "reports/cover_report.h"
 #include "reports/cover_source.h"
 #include "shell/print_command.h"
@@ -14,8 +14,9 @@ namespace ui {
 namespace {
 
 QSize pixelsOf(QSize twips, const QWidget& window) {
-    return QSize(qRound(double(twips.width()) * window.logicalDpiX() / report::kTwipsPerInch),
-                 qRound(double(twips.height()) * window.logicalDpiY() / report::kTwipsPerInch));
+    return QSize(
+        qRound(double(twips.width()) * window.logicalDpiX() / report_engine::kTwipsPerInch),
+        qRound(double(twips.height()) * window.logicalDpiY() / report_engine::kTwipsPerInch));
 }
 
 // Where the title bar and borders would put it: the top left corner of the screen.
@@ -30,7 +31,7 @@ ReportPreviewWindow* showCover(engine::Database& database, qint64 compilationId,
                                const QString& format, platform::Dialogs& dialogs, QWidget* owner) {
     const std::optional<shell::CoverView> view = shell::coverView(format);
     if (!view) {
-        throw report::ReportError(reports::noCoverMessage(format));
+        throw report_engine::ReportError(reports::noCoverMessage(format));
     }
     auto* viewer = new ReportPreviewWindow(reports::buildCover(database, compilationId),
                                            view->caption, dialogs, owner);

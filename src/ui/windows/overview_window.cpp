@@ -12,7 +12,7 @@
 #include "engine/workspace.h"
 #include "platform/dialogs.h"
 #include "query/goto_lists.h"
-#include "report/report_error.h"
+#include "report_engine/report_error.h"
 #include "reports/list_sources.h"
 #include "shell/navigation.h"
 #include "shell/toolbar_tools.h"
@@ -288,11 +288,11 @@ void OverviewWindow::runTool(const QString& id) {
                                   platform::MessageAnswer::Ok});
                 break;
         }
-    } catch (const report::WriteError& error) {
+    } catch (const report_engine::WriteError& error) {
         // A report that cannot be written: a PDF file open in another program, a full disk.
         setBusy(false);
         dialogs_.exclamation(shell::pdfWriteMessage(error));
-    } catch (const report::ReportError& error) {
+    } catch (const report_engine::ReportError& error) {
         // A report that cannot be laid out (its compilation gone, say) says why.
         setBusy(false);
         dialogs_.exclamation(error.description());

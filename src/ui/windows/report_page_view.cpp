@@ -3,11 +3,11 @@
 #include <QPaintEvent>
 #include <QPainter>
 
-#include "report/painter.h"
+#include "report_engine/painter.h"
 
 namespace ui {
 
-ReportPageView::ReportPageView(const report::PageModel& model, QWidget* parent)
+ReportPageView::ReportPageView(const report_engine::PageModel& model, QWidget* parent)
     : QWidget(parent), model_(model) {
     setObjectName(QStringLiteral("pageView"));
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -15,8 +15,8 @@ ReportPageView::ReportPageView(const report::PageModel& model, QWidget* parent)
 
 QSize ReportPageView::pixelSize(double zoom) const {
     const QSize paper = model_.setup.size();
-    return QSize(qRound(paper.width() * zoom * logicalDpiX() / report::kTwipsPerInch),
-                 qRound(paper.height() * zoom * logicalDpiY() / report::kTwipsPerInch));
+    return QSize(qRound(paper.width() * zoom * logicalDpiX() / report_engine::kTwipsPerInch),
+                 qRound(paper.height() * zoom * logicalDpiY() / report_engine::kTwipsPerInch));
 }
 
 void ReportPageView::showPage(int index, double zoom) {
@@ -30,7 +30,7 @@ void ReportPageView::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.fillRect(event->rect(), Qt::white);
     if (index_ >= 0 && index_ < model_.pages.size()) {
-        report::drawPage(painter, model_.pages[index_], zoom_);
+        report_engine::drawPage(painter, model_.pages[index_], zoom_);
     }
 }
 

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "report/page_model.h"
+#include "report_engine/page_model.h"
 
 namespace ui {
 
@@ -11,7 +11,7 @@ namespace ui {
 class ReportPageView : public QWidget {
     Q_OBJECT
   public:
-    ReportPageView(const report::PageModel& model, QWidget* parent = nullptr);
+    ReportPageView(const report_engine::PageModel& model, QWidget* parent = nullptr);
 
     void showPage(int index, double zoom);
     int pageIndex() const { return index_; }
@@ -23,7 +23,7 @@ class ReportPageView : public QWidget {
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    const report::PageModel& model_;
+    const report_engine::PageModel& model_;
     int index_ = 0;
     double zoom_ = 1.0;
 };

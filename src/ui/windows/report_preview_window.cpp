@@ -14,9 +14,9 @@
 
 #include "platform/dialogs.h"
 #include "platform/program_folder.h"
-#include "report/painter.h"
-#include "report/pdf_export.h"
-#include "report/report_error.h"
+#include "report_engine/painter.h"
+#include "report_engine/pdf_export.h"
+#include "report_engine/report_error.h"
 #include "shell/print_command.h"
 #include "ui/windows/report_page_view.h"
 
@@ -30,14 +30,14 @@ constexpr int kFitPageEntry = -1;
 constexpr int kFitWidthEntry = -2;
 constexpr int kPaperMargin = 16;  // pixels of grey around the page
 
-QPageLayout pageLayoutOf(const report::PageSetup& setup) {
-    const QPageSize size(QSizeF(setup.paper) / report::kTwipsPerPoint, QPageSize::Point);
+QPageLayout pageLayoutOf(const report_engine::PageSetup& setup) {
+    const QPageSize size(QSizeF(setup.paper) / report_engine::kTwipsPerPoint, QPageSize::Point);
     return QPageLayout(size, setup.orientation, QMarginsF());
 }
 
 }  // namespace
 
-ReportPreviewWindow::ReportPreviewWindow(report::PageModel model, const QString& caption,
+ReportPreviewWindow::ReportPreviewWindow(report_engine::PageModel model, const QString& caption,
                                          platform::Dialogs& dialogs, QWidget* parent)
     : QMainWindow(parent), model_(std::move(model)), caption_(caption), dialogs_(dialogs) {
     setObjectName(QStringLiteral("frmARViewer"));
@@ -233,7 +233,7 @@ void ReportPreviewWindow::printTo(QPrinter& printer) {
         if (page > first) {
             printer.newPage();
         }
-        report::drawPage(painter, model_.pages[page - 1]);
+        report_engine::drawPage(painter, model_.pages[page - 1]);
     }
     painter.end();
 }
@@ -262,8 +262,8 @@ void ReportPreviewWindow::saveAsPdf() {
         return;
     }
     try {
-        report::exportPdf(model_, *path, caption_);
-    } catch (const report::WriteError& error) {
+        report_engine::exportPdf(model_, *path, caption_);
+    } catch (const report_engine::WriteError& error) {
         dialogs_.exclamation(shell::pdfWriteMessage(error));
     }
 }

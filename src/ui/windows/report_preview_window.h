@@ -2,7 +2,7 @@
 
 #include <QMainWindow>
 
-#include "report/page_model.h"
+#include "report_engine/page_model.h"
 
 class QComboBox;
 class QLabel;
@@ -26,12 +26,12 @@ class ReportPreviewWindow : public QMainWindow {
   public:
     enum class ZoomMode { FitPage, FitWidth, Percent };
 
-    ReportPreviewWindow(report::PageModel model, const QString& caption, platform::Dialogs& dialogs,
-                        QWidget* parent = nullptr);
+    ReportPreviewWindow(report_engine::PageModel model, const QString& caption,
+                        platform::Dialogs& dialogs, QWidget* parent = nullptr);
 
     int pageIndex() const;
     int pageCount() const { return int(model_.pages.size()); }
-    const report::PageModel& model() const { return model_; }
+    const report_engine::PageModel& model() const { return model_; }
     double zoom() const;
     ZoomMode zoomMode() const { return mode_; }
     QString statusText() const;
@@ -61,7 +61,7 @@ class ReportPreviewWindow : public QMainWindow {
     double fittedZoom() const;
     void redraw(int index);
 
-    report::PageModel model_;
+    report_engine::PageModel model_;
     QString caption_;
     platform::Dialogs& dialogs_;
     ZoomMode mode_ = ZoomMode::FitWidth;

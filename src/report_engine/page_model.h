@@ -14,7 +14,7 @@ class QTextDocument;
 // What a report looks like once laid out: pages of items placed in twips from the paper's
 // top-left corner. Drawing, the preview and the tests all read this model; nothing in it depends
 // on a printer or a screen.
-namespace report {
+namespace report_engine {
 
 inline constexpr int kTwipsPerInch = 1440;
 inline constexpr int kTwipsPerPoint = 20;
@@ -53,12 +53,12 @@ struct PageItem {
     std::shared_ptr<const QTextDocument> document;
 };
 
-}  // namespace report
+}  // namespace report_engine
 
 // A page holds hundreds of items: growing its list moves them as bytes rather than one by one.
-Q_DECLARE_TYPEINFO(report::PageItem, Q_RELOCATABLE_TYPE);
+Q_DECLARE_TYPEINFO(report_engine::PageItem, Q_RELOCATABLE_TYPE);
 
-namespace report {
+namespace report_engine {
 
 // Paper in twips: the portrait size, the orientation, and the margins around the printable area.
 struct PageSetup {
@@ -84,4 +84,4 @@ struct PageModel {
     QVector<Page> pages;
 };
 
-}  // namespace report
+}  // namespace report_engine

@@ -1,6 +1,6 @@
-#include "report/paginator.h"
+#include "report_engine/paginator.h"
 
-namespace report {
+namespace report_engine {
 
 Paginator::Paginator(const QRect& printable, int headerHeight, int footerHeight)
     : printable_(printable),
@@ -76,4 +76,4 @@ void Paginator::put(Block block) {
     }
 }
 
-}  // namespace report
+}  // namespace report_engine

@@ -3,7 +3,7 @@
 #include <QString>
 #include <stdexcept>
 
-namespace report {
+namespace report_engine {
 
 // A report that cannot be laid out (a control or field name it does not know) or written (a PDF
 // file that cannot be created). The description is meant for the person who made the report.
@@ -30,4 +30,4 @@ class WriteError : public ReportError {
     QString reason_;
 };
 
-}  // namespace report
+}  // namespace report_engine

@@ -1,14 +1,14 @@
-#include "report/painter.h"
+#include "report_engine/painter.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QPaintDevice>
 #include <QPainter>
 #include <QTextDocument>
 
-#include "report/text_measure.h"
+#include "report_engine/text_measure.h"
 #include "rtf/rtf.h"
 
-namespace report {
+namespace report_engine {
 
 namespace {
 
@@ -95,4 +95,4 @@ void drawPage(QPainter& painter, const Page& page, double zoom) {
     painter.restore();
 }
 
-}  // namespace report
+}  // namespace report_engine

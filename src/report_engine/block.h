@@ -3,9 +3,9 @@
 #include <QVector>
 #include <memory>
 
-#include "report/page_model.h"
+#include "report_engine/page_model.h"
 
-namespace report {
+namespace report_engine {
 
 // A piece of a report that goes onto one page whole: a formatted section, or one part of a
 // section that a sub-report splits. The pages are filled with blocks from top to bottom.
@@ -25,4 +25,4 @@ struct Block {
 void translate(QVector<PageItem>& items, int dx, int dy);
 void translate(PageItem& item, int dx, int dy);
 
-}  // namespace report
+}  // namespace report_engine

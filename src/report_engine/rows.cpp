@@ -1,8 +1,8 @@
-#include "report/rows.h"
+#include "report_engine/rows.h"
 
-#include "report/report_error.h"
+#include "report_engine/report_error.h"
 
-namespace report {
+namespace report_engine {
 
 RowTable::RowTable(QStringList fields) : fields_(std::move(fields)) {}
 
@@ -57,4 +57,4 @@ QVariant RowView::value(const QString& field) const {
     return hasRow() ? source_->value(row_, index) : QVariant();
 }
 
-}  // namespace report
+}  // namespace report_engine

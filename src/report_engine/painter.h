@@ -2,12 +2,12 @@
 
 #include <QTransform>
 
-#include "report/page_model.h"
+#include "report_engine/page_model.h"
 
 class QPainter;
 class QPaintDevice;
 
-namespace report {
+namespace report_engine {
 
 // Twips to the device's pixels at a zoom (1 is true size): 1440 twips are one inch on the device.
 QTransform twipsToDevice(const QPaintDevice& device, double zoom = 1.0);
@@ -17,4 +17,4 @@ QTransform twipsToDevice(const QPaintDevice& device, double zoom = 1.0);
 // The same code draws the preview, the printed page and the PDF.
 void drawPage(QPainter& painter, const Page& page, double zoom = 1.0);
 
-}  // namespace report
+}  // namespace report_engine

@@ -1,13 +1,13 @@
-#include "report/section_layout.h"
+#include "report_engine/section_layout.h"
 
 #include <QTextDocument>
 #include <algorithm>
 #include <numeric>
 #include <optional>
 
-#include "report/text_measure.h"
+#include "report_engine/text_measure.h"
 
-namespace report {
+namespace report_engine {
 
 void translate(PageItem& item, int dx, int dy) {
     item.rect.translate(dx, dy);
@@ -336,4 +336,4 @@ Block stacked(const QVector<Block>& blocks) {
     return all;
 }
 
-}  // namespace report
+}  // namespace report_engine

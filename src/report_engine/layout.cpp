@@ -1,13 +1,13 @@
-#include "report/layout.h"
+#include "report_engine/layout.h"
 
 #include <functional>
 #include <optional>
 
-#include "report/paginator.h"
-#include "report/report_error.h"
-#include "report/section_layout.h"
+#include "report_engine/paginator.h"
+#include "report_engine/report_error.h"
+#include "report_engine/section_layout.h"
 
-namespace report {
+namespace report_engine {
 
 namespace {
 
@@ -203,4 +203,4 @@ PageModel layoutReport(const ReportDefinition& definition, const RowSource& rows
     return model;
 }
 
-}  // namespace report
+}  // namespace report_engine

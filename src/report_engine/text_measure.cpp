@@ -1,4 +1,4 @@
-#include "report/text_measure.h"
+#include "report_engine/text_measure.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QFontMetricsF>
@@ -9,7 +9,7 @@
 
 #include "rtf/rtf.h"
 
-namespace report {
+namespace report_engine {
 
 namespace {
 
@@ -83,4 +83,4 @@ int documentHeight(const QTextDocument& document) {
     return int(std::ceil(document.size().height() * rtf::kTwipsPerUnit));
 }
 
-}  // namespace report
+}  // namespace report_engine

@@ -1,4 +1,4 @@
-#include "report/pdf_export.h"
+#include "report_engine/pdf_export.h"
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -7,10 +7,10 @@
 #include <QPdfWriter>
 #include <QSaveFile>
 
-#include "report/painter.h"
-#include "report/report_error.h"
+#include "report_engine/painter.h"
+#include "report_engine/report_error.h"
 
-namespace report {
+namespace report_engine {
 
 namespace {
 
@@ -114,4 +114,4 @@ void exportPdf(const PageModel& model, const QString& path, const QString& title
     }
 }
 
-}  // namespace report
+}  // namespace report_engine

@@ -1,8 +1,8 @@
-#include "report/report_definition.h"
+#include "report_engine/report_definition.h"
 
-#include "report/report_error.h"
+#include "report_engine/report_error.h"
 
-namespace report {
+namespace report_engine {
 
 namespace {
 
@@ -109,4 +109,4 @@ const Control& SectionFormat::control(const QString& name) const {
     return controls_[indexOf(name)];
 }
 
-}  // namespace report
+}  // namespace report_engine

@@ -1,6 +1,6 @@
-#include "report/page_model.h"
+#include "report_engine/page_model.h"
 
-namespace report {
+namespace report_engine {
 
 PageSetup PageSetup::a4() {
     return PageSetup{};  // 210 by 297 mm
@@ -22,4 +22,4 @@ QRect PageSetup::printable() const {
                  oriented.height() - topMargin - bottomMargin);
 }
 
-}  // namespace report
+}  // namespace report_engine

@@ -3,10 +3,10 @@
 #include <QVector>
 #include <functional>
 
-#include "report/block.h"
-#include "report/report_definition.h"
+#include "report_engine/block.h"
+#include "report_engine/report_definition.h"
 
-namespace report {
+namespace report_engine {
 
 struct SectionContext {
     RowView row;
@@ -27,4 +27,4 @@ QVector<Block> layoutSection(const Section& section, const SectionContext& conte
 // A section's blocks stacked into one (page headers and footers are never split).
 Block stacked(const QVector<Block>& blocks);
 
-}  // namespace report
+}  // namespace report_engine

@@ -4,13 +4,13 @@
 #include <QString>
 #include <memory>
 
-#include "report/page_model.h"
+#include "report_engine/page_model.h"
 
 class QTextDocument;
 
 // Text is measured and drawn in twips: fonts are sized in twips (a point is 20), so a measure
 // does not depend on the screen or the printer, and what was measured is what is drawn.
-namespace report {
+namespace report_engine {
 
 QFont twipsFont(const ReportFont& font);
 
@@ -27,4 +27,4 @@ int textWidth(const ReportFont& font, const QString& text);
 std::shared_ptr<QTextDocument> richDocument(const QString& stored, int width);
 int documentHeight(const QTextDocument& document);  // twips, rounded up
 
-}  // namespace report
+}  // namespace report_engine

@@ -6,7 +6,7 @@
 #include <QVariantMap>
 #include <QVector>
 
-namespace report {
+namespace report_engine {
 
 // The rows a report prints, in print order. Fields are found by name without regard to case, as
 // record sets find them.
@@ -52,4 +52,4 @@ class RowView {
     int row_ = -1;
 };
 
-}  // namespace report
+}  // namespace report_engine

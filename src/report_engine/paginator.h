@@ -2,9 +2,9 @@
 
 #include <QVector>
 
-#include "report/block.h"
+#include "report_engine/block.h"
 
-namespace report {
+namespace report_engine {
 
 // Fills pages with blocks from top to bottom between the page header's and the page footer's
 // space. A block that does not fit starts a new page (unless it is the first on its page: then
@@ -42,4 +42,4 @@ class Paginator {
     QVector<RowsOnPage> rows_;
 };
 
-}  // namespace report
+}  // namespace report_engine

@@ -2,9 +2,9 @@
 
 #include <QString>
 
-#include "report/page_model.h"
+#include "report_engine/page_model.h"
 
-namespace report {
+namespace report_engine {
 
 // Writes the pages to a PDF file of the model's paper size, text as text. The file is written
 // beside its destination and takes its place only when complete, so a failure leaves any earlier
@@ -12,4 +12,4 @@ namespace report {
 // when the file cannot be written (a read-only file or folder, a full disk).
 void exportPdf(const PageModel& model, const QString& path, const QString& title = {});
 
-}  // namespace report
+}  // namespace report_engine

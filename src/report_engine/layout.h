@@ -1,10 +1,10 @@
 #pragma once
 
-#include "report/page_model.h"
-#include "report/report_definition.h"
-#include "report/rows.h"
+#include "report_engine/page_model.h"
+#include "report_engine/report_definition.h"
+#include "report_engine/rows.h"
 
-namespace report {
+namespace report_engine {
 
 // Lays a report out on pages: the report header, then for each row the group footers of the
 // groups that end and the group headers of those that begin, the detail, and at the end the
@@ -14,4 +14,4 @@ namespace report {
 // what the format steps throw.
 PageModel layoutReport(const ReportDefinition& definition, const RowSource& rows);
 
-}  // namespace report
+}  // namespace report_engine

@@ -7,14 +7,14 @@
 #include <functional>
 #include <memory>
 
-#include "report/page_model.h"
-#include "report/rows.h"
+#include "report_engine/page_model.h"
+#include "report_engine/rows.h"
 
 // A banded report: sections that print once (report header and footer), on every page (page
 // header and footer), at each change of a group's field (group headers and footers) and once per
 // row (detail). Each section holds controls placed in twips from the section's top-left corner
 // (left is counted from the left margin); a format step and a before-print step may change them.
-namespace report {
+namespace report_engine {
 
 class SectionFormat;
 struct ReportDefinition;
@@ -150,4 +150,4 @@ class SectionFormat {
     QVector<PageItem> pageItems_;
 };
 
-}  // namespace report
+}  // namespace report_engine
