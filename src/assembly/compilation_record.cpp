@@ -7,14 +7,6 @@
 
 namespace assembly {
 
-namespace {
-
-engine::JetError noCurrentRecord() {
-    return engine::JetError(engine::jet::kNoCurrentRecord, QStringLiteral("No current record."));
-}
-
-}  // namespace
-
 CompilationRecord readCompilation(engine::Database& database, qint64 compilationId) {
     engine::Recordset row = database.openRecordset(
         QStringLiteral("SELECT Name, Format, C_Length, SumTrack, SumTime FROM Compilation "
@@ -22,7 +14,7 @@ CompilationRecord readCompilation(engine::Database& database, qint64 compilation
             QString::number(compilationId),
         engine::RecordsetType::Snapshot);
     if (row.recordCount() == 0) {
-        throw noCurrentRecord();
+        throw engine::noCurrentRecordError();
     }
     return CompilationRecord{compilationId,
                              row.value(0).toString(),
@@ -36,7 +28,7 @@ void deleteCompilation(engine::Database& database, qint64 compilationId) {
     // Its tracks go with it: CompilationTrack's key cascades the deletion.
     if (database.execute(QStringLiteral("DELETE FROM Compilation WHERE CompilationID_P=") +
                          QString::number(compilationId)) == 0) {
-        throw noCurrentRecord();
+        throw engine::noCurrentRecordError();
     }
     transaction.commit();
 }

@@ -11,10 +11,6 @@ namespace assembly {
 
 namespace {
 
-engine::JetError noCurrentRecord() {
-    return engine::JetError(engine::jet::kNoCurrentRecord, QStringLiteral("No current record."));
-}
-
 QString compilationTracksWhere(qint64 compilationId) {
     return QStringLiteral(" WHERE CompilationID_F1=") + QString::number(compilationId);
 }
@@ -25,7 +21,7 @@ void requireCompilation(engine::Database& database, qint64 compilationId) {
             QString::number(compilationId),
         engine::RecordsetType::Snapshot);
     if (compilation.recordCount() == 0) {
-        throw noCurrentRecord();
+        throw engine::noCurrentRecordError();
     }
 }
 
@@ -157,7 +153,7 @@ AddResult addTrack(engine::Database& database, qint64 compilationId, const Sourc
 TrackSums removeTrack(engine::Database& database, qint64 compilationId, int trackNo) {
     engine::ScopedTransaction transaction(database);
     if (!deleteTrackRow(database, compilationId, trackNo)) {
-        throw noCurrentRecord();
+        throw engine::noCurrentRecordError();
     }
     store::renumberTracks(database, compilationId);
     const TrackSums sums = countTracks(database, compilationId);

@@ -48,6 +48,11 @@ class JetError : public std::runtime_error {
     QString description_;
 };
 
+// A read or change of a row that is not there.
+inline JetError noCurrentRecordError() {
+    return JetError(jet::kNoCurrentRecord, QStringLiteral("No current record."));
+}
+
 // Text after the end of the first statement: nothing of it runs.
 inline JetError charactersAfterEndError() {
     return JetError(jet::kCharactersAfterEnd,

@@ -6,14 +6,6 @@
 
 namespace engine {
 
-namespace {
-
-JetError noCurrentRecord() {
-    return JetError(jet::kNoCurrentRecord, QStringLiteral("No current record."));
-}
-
-}  // namespace
-
 Recordset::Recordset() = default;
 Recordset::~Recordset() = default;
 Recordset::Recordset(Recordset&&) noexcept = default;
@@ -67,7 +59,7 @@ void Recordset::moveTo(int position) {
 void Recordset::setAbsolutePosition(int position) {
     requireOpen();
     if (position < 0 || position >= recordCount()) {
-        throw noCurrentRecord();
+        throw noCurrentRecordError();
     }
     moveTo(position);
 }
@@ -75,7 +67,7 @@ void Recordset::setAbsolutePosition(int position) {
 void Recordset::moveFirst() {
     requireOpen();
     if (recordCount() == 0) {
-        throw noCurrentRecord();
+        throw noCurrentRecordError();
     }
     moveTo(0);
 }
@@ -83,7 +75,7 @@ void Recordset::moveFirst() {
 void Recordset::moveLast() {
     requireOpen();
     if (recordCount() == 0) {
-        throw noCurrentRecord();
+        throw noCurrentRecordError();
     }
     moveTo(recordCount() - 1);
 }
@@ -91,7 +83,7 @@ void Recordset::moveLast() {
 void Recordset::moveNext() {
     requireOpen();
     if (eof()) {
-        throw noCurrentRecord();
+        throw noCurrentRecordError();
     }
     // After a delete the position already holds the row that followed the deleted one.
     moveTo(currentDeleted_ ? position_ : position_ + 1);
@@ -100,7 +92,7 @@ void Recordset::moveNext() {
 void Recordset::movePrevious() {
     requireOpen();
     if (bof()) {
-        throw noCurrentRecord();
+        throw noCurrentRecordError();
     }
     moveTo(position_ - 1);
 }
@@ -190,7 +182,7 @@ void Recordset::requireCurrentRow() const {
         throw JetError(jet::kRecordDeleted, QStringLiteral("Record is deleted."));
     }
     if (bof() || eof()) {
-        throw noCurrentRecord();
+        throw noCurrentRecordError();
     }
 }
 
@@ -207,7 +199,7 @@ QVariant Recordset::value(int index) const {
 QVector<QVariant> Recordset::rowAt(int position) const {
     requireOpen();
     if (position < 0 || position >= recordCount()) {
-        throw noCurrentRecord();
+        throw noCurrentRecordError();
     }
     return snapshot_->row(order_->ids[position]);
 }
@@ -311,7 +303,7 @@ void Recordset::setBookmark(Bookmark bookmark) {
 Bookmark Recordset::lastModified() const {
     requireOpen();
     if (lastModified_ < 0) {
-        throw noCurrentRecord();
+        throw noCurrentRecordError();
     }
     return lastModified_;
 }

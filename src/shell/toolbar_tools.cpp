@@ -5,6 +5,8 @@
 namespace shell {
 
 const QString kUnexpectedToolError = QStringLiteral("Ooops! Unexpected Error from ToolBarsMain");
+const QString kCompilationGone = QStringLiteral(
+    "This compilation is no longer in the database. Another program may have deleted it.");
 
 const std::vector<ToolSpec>& mainTools() {
     static const std::vector<ToolSpec> tools{
@@ -25,9 +27,10 @@ const std::vector<ToolSpec>& mainTools() {
 }
 
 const QStringList& reportTypes() {
-    static const QStringList types{"ALL - List of Tracks by Performer", "SEL - List of Tracks",
-                                   "SEL - Recording Protocol",          "SEL - Cover",
-                                   "ALL - List of Tracks > PDF",        "SEL - List of Tracks > PDF"};
+    static const QStringList types{
+        "ALL - List of Tracks by Performer", "SEL - List of Tracks",
+        "SEL - Recording Protocol",          "SEL - Cover",
+        "ALL - List of Tracks > PDF",        "SEL - List of Tracks > PDF"};
     return types;
 }
 
@@ -49,8 +52,9 @@ ToolCommand commandForTool(const QString& toolId) {
 }
 
 const QStringList& toolsForOpenDatabase() {
-    static const QStringList tools{"ID_CloseFile",       "ID_Print",          "ID_PrintWhat",
-                                   "ID_EditCompilation", "ID_NewCompilation", "ID_DeleteCompilation"};
+    static const QStringList tools{"ID_CloseFile",      "ID_Print",
+                                   "ID_PrintWhat",      "ID_EditCompilation",
+                                   "ID_NewCompilation", "ID_DeleteCompilation"};
     return tools;
 }
 

@@ -25,11 +25,22 @@ inline constexpr int kDefaultReportType = 2;  // "SEL - Recording Protocol"
 
 // What a tool click does, by the lower-cased id.
 enum class ToolCommand {
-    NewDatabase, OpenDatabase, CloseDatabase, CompactDatabase, Print, NewCompilation,
-    EditCompilation, DeleteCompilation, Help, Exit, Unknown
+    NewDatabase,
+    OpenDatabase,
+    CloseDatabase,
+    CompactDatabase,
+    Print,
+    NewCompilation,
+    EditCompilation,
+    DeleteCompilation,
+    Help,
+    Exit,
+    Unknown
 };
 ToolCommand commandForTool(const QString& toolId);
 extern const QString kUnexpectedToolError;
+// A tool meant for the current compilation finds it gone: another program deleted it.
+extern const QString kCompilationGone;
 
 // Tools that follow whether a database is open: enabled when open, and the reverse.
 const QStringList& toolsForOpenDatabase();

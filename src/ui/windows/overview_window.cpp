@@ -296,9 +296,12 @@ void OverviewWindow::runTool(const QString& id) {
         // A report that cannot be laid out (its compilation gone, say) says why.
         setBusy(false);
         dialogs_.exclamation(error.description());
-    } catch (const engine::JetError&) {
-        // A command that fails in an unforeseen way ends; the window is left usable.
+    } catch (const engine::JetError& error) {
         setBusy(false);
+        if (error.number() == engine::jet::kNoCurrentRecord) {
+            showCompilationGone();
+        }
+        // Any other failure ends the command; the window is left usable.
     }
 }
 
@@ -330,10 +333,23 @@ void OverviewWindow::deleteCompilation() {
     const std::optional<qint64> id = currentId();
     if (answer == platform::MessageAnswer::Ok && id) {
         assembly::deleteCompilation(state().database, *id);
-        compilations_.refresh();
-        state().gotoField = QStringLiteral("c_name");
-        // The list has its new rows already; the goto list and counts follow the announcement.
-        session_.announceCompilationDeleted(*id);
+        showListWithout(*id);
+    }
+    setToolbarState();
+}
+
+void OverviewWindow::showListWithout(qint64 deletedId) {
+    compilations_.refresh();
+    state().gotoField = QStringLiteral("c_name");
+    // The list has its new rows already; the goto list and counts follow the announcement.
+    session_.announceCompilationDeleted(deletedId);
+}
+
+// The list still shows a compilation another program has deleted: say so and read the list again.
+void OverviewWindow::showCompilationGone() {
+    dialogs_.exclamation(shell::kCompilationGone);
+    if (const std::optional<qint64> id = currentId()) {
+        showListWithout(*id);
     }
     setToolbarState();
 }

@@ -77,6 +77,8 @@ class OverviewWindow : public QMainWindow, private shell::CommandFeedback {
     void closeDatabase();
     void compactDatabase();
     void deleteCompilation();
+    void showCompilationGone();
+    void showListWithout(qint64 deletedId);
     void openEditor(assembly::EditorMode mode);
     void showHelp();
     void print();
