@@ -8,15 +8,13 @@
 #include <QFile>
 #include <QPainter>
 
-#include "report_engine/layout.h"
 #include "report_engine/painter.h"
 #include "report_engine/pdf_export.h"
 #include "report_engine/report_error.h"
 #include "report_engine/text_measure.h"
-#include "report_samples.h"
+#include "support/temp_dir.h"
 
 using namespace report_engine;
-using namespace reporttest;
 
 namespace {
 
@@ -62,18 +60,16 @@ TEST(Drawing, TwipsLandOnTheDevicesPixelsTrueToSize) {
 // tall (75 by 600 pixels from y 150): 900 reads upwards from the bottom, -900 downwards from the
 // top. A line a tenth of an inch wide keeps its width.
 TEST(Drawing, TurnedLabelsRunAlongTheirBoxAndLinesKeepTheirWidth) {
-    QVector<PageItem> items;
-    for (const auto& [left, angle] : {std::pair{1440, 900}, {2160, -900}}) {
-        items.append(PageItem{});
-        items.back().rect = QRect(left, 720, 360, 2880);
-        items.back().text = "WWWW" + QString(".").repeated(12);
-        items.back().font.pointSize = 14;
-        items.back().angle = angle;
+    QVector<PageItem> items(3);
+    for (int i = 0; i < 2; ++i) {
+        items[i].rect = QRect(1440 + 720 * i, 720, 360, 2880);
+        items[i].text = "WWWW" + QString(".").repeated(12);
+        items[i].font.pointSize = 14;
+        items[i].angle = i == 0 ? 900 : -900;
     }
-    items.append(PageItem{});
-    items.back().kind = ItemKind::Line;
-    items.back().line = QLine(2880, 720, 2880, 1440);
-    items.back().penWidth = 144;
+    items[2].kind = ItemKind::Line;
+    items[2].line = QLine(2880, 720, 2880, 1440);
+    items[2].penWidth = 144;
     const QImage image = drawn(300, items);
     const QImage up = image.copy(0, 0, 400, 900);
     const QImage down = image.copy(400, 0, 160, 900);
@@ -86,62 +82,44 @@ TEST(Drawing, TurnedLabelsRunAlongTheirBoxAndLinesKeepTheirWidth) {
     EXPECT_EQ(inkOf(image.copy(560, 0, 340, 900)).first, QRect(600 - 15 - 560, 150, 30, 150));
 }
 
-PageModel twoPageList(const PageSetup& setup) {
-    ReportDefinition definition;
-    definition.page = setup;
-    definition.pageHeader =
-        section("PageHeader", 600, {label("lblTitle", QRect(0, 0, 6000, 400), "All Tracks")});
-    definition.detail =
-        section("Detail", 5000, {textBox("fldTitle", QRect(0, 0, 6000, 300), "Title")});
-    definition.pageFooter = pageNumberFooter(400);
-    return layoutReport(
-        definition,
-        table({"Title"}, {{"Dancing Queen   3:52"}, {"Waterloo   2:42"}, {"Yesterday   2:05"}}));
+// Two A4 pages of text: more than the 4096 bytes a failing write lets through below.
+PageModel twoPages() {
+    PageItem text;
+    text.rect = QRect(1440, 1440, 6000, 300);
+    text.text = "Dancing Queen   3:52";
+    return {PageSetup::a4(), {Page{{text}}, Page{{text}}}};
 }
 
-// A PDF written before, which a failed export must leave as it was.
-QString earlierExport(const testsupport::TempDir& dir) {
+// A read-only file or folder, a missing one, or the end of the PDF failing to be written (a disk
+// that fills up, here a file size limit): the export fails with the file's name and the cause,
+// and a PDF written before stays as it was, never a cut-off one in its place.
+TEST(PdfExport, AFailedWriteIsAnErrorAndLosesNothing) {
+    const testsupport::TempDir dir;
     const QString path = dir.file("TracksByPerformer.PDF");
     QFile old(path);
     old.open(QIODevice::WriteOnly);
     old.write("earlier export");
-    return path;
-}
-
-// A read-only file or folder, or a missing one, refuses the export with its name.
-TEST(PdfExport, AReadOnlyFileOrFolderIsAnErrorAndLosesNothing) {
-    const testsupport::TempDir dir;
-    const QString path = earlierExport(dir);
-    QFile::setPermissions(path, QFile::ReadOwner);
-    for (const QString& target : {path, dir.file("missing/new.pdf")}) {
+    old.close();
+    const auto failure = [](const QString& target) {
         try {
-            exportPdf(twoPageList(PageSetup::a4()), target);
-            ADD_FAILURE() << "written: " << target.toStdString();
+            exportPdf(twoPages(), target);
         } catch (const WriteError& error) {
             EXPECT_TRUE(error.description().contains(target)) << error.what();
+            return error.reason();
         }
-    }
-    EXPECT_EQ(testsupport::fileBytes(path), "earlier export");
-}
-
-// The end of a PDF fails to be written (a disk that fills up, here a file size limit): the
-// export fails with the cause, and the earlier file stays, never a cut-off one in its place.
-TEST(PdfExport, AWriteThatFailsAtTheEndIsAnErrorAndLosesNothing) {
-    const testsupport::TempDir dir;
-    const PageModel model = twoPageList(PageSetup::a4());
-    const QString path = earlierExport(dir);
+        return QString("written");
+    };
+    QFile::setPermissions(path, QFile::ReadOwner);
+    EXPECT_NE(failure(path), "written");
+    EXPECT_NE(failure(dir.file("missing/new.pdf")), "written");
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
     rlimit saved{};
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &saved), 0);
     rlimit small = saved;
     small.rlim_cur = 4096;
     const sighandler_t handler = std::signal(SIGXFSZ, SIG_IGN);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    QString reason;
-    try {
-        exportPdf(model, path);
-    } catch (const WriteError& error) {
-        reason = error.reason();
-    }
+    const QString reason = failure(path);
     setrlimit(RLIMIT_FSIZE, &saved);
     std::signal(SIGXFSZ, handler);
     EXPECT_EQ(reason, "File too large");

@@ -28,14 +28,8 @@ QString plainOf(const QString& stored) {
 
 RunSummary run(const QString& text, const QString& family, double points, const QString& flags = {},
                const QString& color = {}) {
-    return {text,
-            family,
-            points,
-            flags.contains('b'),
-            flags.contains('i'),
-            flags.contains('u'),
-            flags.contains('s'),
-            color};
+    const auto has = [&flags](char flag) { return flags.contains(QLatin1Char(flag)); };
+    return {text, family, points, has('b'), has('i'), has('u'), has('s'), color};
 }
 
 // What a Windows rich-text box streams out for a two-line cover.
@@ -155,10 +149,9 @@ TEST(RtfReader, HexBytesFollowTheFontsCharsetOrTheDocumentsCodePage) {
                       "MS Gothic;}}\\f0 \\'93\\'fa\\'96\\'7b}"),
               QStringLiteral("日本"));
     // Font names are bytes of the font's own charset.
-    QTextDocument document;
-    rtf::readInto("{\\rtf1{\\fonttbl{\\f0\\fcharset204 \\'c0\\'f0\\'e8\\'e0\\'eb;}}\\f0 x}",
-                  document);
-    EXPECT_EQ(summarize(document)[0].runs[0].family, QStringLiteral("Ариал"));
+    const auto named =
+        read("{\\rtf1{\\fonttbl{\\f0\\fcharset204 \\'c0\\'f0\\'e8\\'e0\\'eb;}}\\f0 x}");
+    EXPECT_EQ(named.at(0).runs.at(0).family, QStringLiteral("Ариал"));
 }
 
 // Damaged RTF: the reader keeps what it can read and always comes to an end.
@@ -170,22 +163,15 @@ TEST(RtfDamage, UnbalancedAndTruncatedTextsKeepWhatCameBefore) {
     for (const auto& [stored, shown] : cases) {
         EXPECT_EQ(plainOf(stored), shown) << stored.toStdString();
     }
-
-    QTextDocument document;
-    rtf::readInto("{\\rtf1 abc {\\b def", document);
-    const auto paragraphs = summarize(document);
+    const auto paragraphs = read("{\\rtf1 abc {\\b def");
     ASSERT_EQ(paragraphs.size(), 1u);
     ASSERT_EQ(paragraphs[0].runs.size(), 2u);
     EXPECT_TRUE(paragraphs[0].runs[1].bold);
 }
 
 TEST(RtfDamage, HugeNumbersAreBounded) {
-    QTextDocument document;
-    rtf::readInto(
-        "{\\rtf1\\fs99999999999999999\\li-99999999999\\fi99999999999"
-        "\\tx999999999999 big\\par}",
-        document);
-    const auto paragraphs = summarize(document);
+    const auto paragraphs = read(
+        "{\\rtf1\\fs99999999999999999\\li-99999999999\\fi99999999999\\tx999999999999 big\\par}");
     ASSERT_EQ(paragraphs.size(), 1u);
     ASSERT_EQ(paragraphs[0].runs.size(), 1u);
     EXPECT_EQ(paragraphs[0].runs[0].text, "big");
@@ -200,8 +186,7 @@ TEST(RtfDamage, HugeNumbersAreBounded) {
     for (int i = 0; i < 10000; ++i) {
         tabs += QStringLiteral("\\tx%1").arg(i);
     }
-    rtf::readInto(tabs + " x\\par}", document);
-    EXPECT_LE(summarize(document).at(0).tabTwips.size(), 64u);
+    EXPECT_LE(read(tabs + " x\\par}").at(0).tabTwips.size(), 64u);
 }
 
 TEST(RtfDamage, DeepNestingAndBinaryData) {
