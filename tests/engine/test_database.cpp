@@ -3,14 +3,9 @@
 
 #include <QFile>
 
-#include "engine/jet_error.h"
 #include "engine/transaction.h"
 #include "engine_fixture.h"
-#include "support/jet_errors.h"
 
-using engine::JetError;
-
-using testsupport::errorNumber;
 using testsupport::fileBytes;
 
 using DatabaseStatements = EngineFixture;
@@ -100,25 +95,6 @@ TEST_F(LinkedTables, ALinkedTableJoinsLocalTablesAndIsDroppedAgain) {
                   db.appendTable({"Album", ";DATABASE=" + dir.file("none.mdb"), "Album", {}});
               }),
               0);
-}
-
-TEST(Workspace, CompactCopiesAndNeverOverwrites) {
-    testsupport::TempDir dir;
-    const QString source = dir.file("a.mdb");
-    testsupport::createCompilationDatabase(source);
-    testsupport::execRaw(
-        source, "INSERT INTO Compilation (Name, Format, C_Length) VALUES ('One', 'MD', 74)");
-    const QString target = dir.file("b.mdb");
-    engine::Workspace::compactDatabase(source, target);
-    EXPECT_EQ(testsupport::queryRaw(target, "SELECT Name FROM Compilation"), "One");
-
-    const QByteArray existing = fileBytes(target);
-    QString description;
-    EXPECT_EQ(
-        errorNumber([&] { engine::Workspace::compactDatabase(source, target); }, &description),
-        engine::jet::kDatabaseExists);
-    EXPECT_FALSE(description.isEmpty());
-    EXPECT_EQ(fileBytes(target), existing);
 }
 
 TEST(Workspace, ForeignAndDamagedFilesAreRefused) {

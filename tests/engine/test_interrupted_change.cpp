@@ -1,19 +1,11 @@
 // A writer stopped in the middle of a change leaves a hot journal beside the file; the engine
 // rolls it back when it opens the file, read-only or not, unless it may not write there.
-#include <gtest/gtest.h>
-
 #include <QFile>
 
-#include "engine/database.h"
-#include "engine/jet_error.h"
-#include "engine/workspace.h"
-#include "support/databases.h"
-#include "support/jet_errors.h"
-#include "support/temp_dir.h"
+#include "engine_fixture.h"
 
 namespace {
 
-using testsupport::errorNumber;
 using testsupport::fileBytes;
 
 // Whether plain SQLite, read-only, can read the schema: it cannot while a hot journal waits.

@@ -106,34 +106,6 @@ TEST_F(TableRows, FindsPositionsAndBookmarksAgree) {
     EXPECT_EQ(twin.value("Track_Title").toString(), "help!");
 }
 
-TEST_F(TableRows, EditsAddsAndDeletesReachTheTable) {
-    Recordset rows = db.openRecordset("CompilationTrack");
-    rows.findFirst("Track_Title = 'Waterloo'");
-    rows.edit();
-    rows.setValue("Length", 170);
-    rows.update();
-    EXPECT_EQ(testsupport::queryRaw(
-                  path, "SELECT Length FROM CompilationTrack WHERE Track_Title = 'Waterloo'"),
-              "170");
-    rows.addNew();
-    rows.setValue("CompilationID_F1", 4);
-    rows.setValue("TrackNo", 1);
-    rows.setValue("Track_Title", "Peaches en Regalia");
-    rows.update();
-    EXPECT_EQ(rows.recordCount(), 6);
-    rows.setBookmark(rows.lastModified());
-    EXPECT_EQ(rows.value("Track_Title").toString(), "Peaches en Regalia");
-    EXPECT_EQ(rows.value("Live").toInt(), 0);  // the table's default shows at once
-
-    rows.findFirst("Track_Title = 'Girl'");
-    rows.remove();
-    EXPECT_EQ(errorNumber([&] { rows.value("Track_Title"); }), engine::jet::kRecordDeleted);
-    EXPECT_EQ(testsupport::queryRaw(path, "SELECT count(*) FROM CompilationTrack"), "5");
-    Recordset copied = db.openRecordset(copiedStatement("CompilationTrack"));
-    Recordset again = db.openRecordset("CompilationTrack");
-    EXPECT_EQ(allRows(again), allRows(copied));
-}
-
 TEST_F(TableRows, ASnapshotKeepsItsOwnCopy) {
     Recordset snapshot = db.openRecordset("Compilation", engine::RecordsetType::Snapshot);
     db.execute("UPDATE Compilation SET Name = 'Changed' WHERE CompilationID_P = 1");

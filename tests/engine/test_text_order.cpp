@@ -17,35 +17,19 @@ int sign(int value) {
     return (value > 0) - (value < 0);
 }
 
-// Case does not count, accents do; canonical equivalents are equal; differences a collator at
-// secondary strength would not see keep texts apart.
+// Case does not count, accents do. The property test below judges equality over an alphabet of
+// accents, scripts and ignored characters; these are plain examples and what it cannot spell.
 TEST(TextOrder, EqualExactlyWhenFoldedAlike) {
     const struct {
         const char* a;
         const char* b;
         bool equal;
     } pairs[] = {
-        {"abba", "ABBA", true},
         {"ärzte", "ÄRZTE", true},
-        {"ΣΑΣ", "σας", true},  // final sigma folds to sigma
-        {"ẞ", "ß", true},
-        {"é", "e\xCC\x81", true},
-        {"İstanbul", "I\xCC\x87stanbul", true},
-        {"İ", "i\xCC\x87", true},
-        {"a\xCC\xA7\xCC\x81", "a\xCC\x81\xCC\xA7", true},  // marks of two classes, either order
         {"Ärzte", "Arzte", false},
-        {"ı", "i", false},  // dotless i is a letter of its own
-        {"さくら", "さくや", false},
-        {"Mix 😀", "Mix 🎵", false},
-        {"さくら", "サクラ", false},  // hiragana and katakana
-        {"ｻ", "サ", false},           // half and full width
-        {"Ａ", "a", false},
         {"a\x01"
          "b",
-         "ab", false},  // a control character the collator ignores
-        {"a\xE2\x80\x8D"
-         "b",
-         "ab", false},       // so is a zero-width joiner
+         "ab", false},       // a control character the collator ignores
         {"ß", "ss", false},  // simple folding keeps ß one letter
     };
     for (const auto& [a, b, equal] : pairs)

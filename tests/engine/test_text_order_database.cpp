@@ -1,44 +1,31 @@
-#include <gtest/gtest.h>
 #include <sqlite3.h>
 
 #include <QHash>
-#include <QStringList>
 #include <string>
 #include <vector>
 
-#include "engine/database.h"
-#include "engine/jet_error.h"
-#include "engine/recordset.h"
 #include "engine/text_collation_layout.h"
-#include "engine/workspace.h"
-#include "support/databases.h"
-#include "support/jet_errors.h"
-#include "support/temp_dir.h"
+#include "engine_fixture.h"
+#include "support/samples.h"
 #include "text_samples.h"
 
 namespace {
 
-QString quoted(const QString& text) {
-    return "'" + QString(text).replace("'", "''") + "'";
-}
+using testsupport::sqlText;
 
-using testsupport::errorNumber;
-
-// An empty compilation database opened through the engine.
-class TextOrderDatabase : public ::testing::Test {
+// The fixture's database without its compilations.
+class TextOrderDatabase : public EngineFixture {
   protected:
     void SetUp() override {
-        path = dir.file("names.mdb");
-        testsupport::createCompilationDatabase(path);
-        db = engine::Workspace::defaultWorkspace().openDatabase(path);
+        EngineFixture::SetUp();
+        db.execute("DELETE FROM Compilation");
     }
-    void TearDown() override { engine::Workspace::defaultWorkspace().close(); }
 
     void add(const QString& name, const QString& box = QStringLiteral("Box")) {
         db.execute(
             QStringLiteral(
                 "INSERT INTO Compilation (Name, Format, C_Length, Box) VALUES (%1, 'MD', 74, %2)")
-                .arg(quoted(name), quoted(box)));
+                .arg(sqlText(name), sqlText(box)));
     }
     int addNumber(const QString& name) {
         return errorNumber([&] { add(name); });
@@ -51,12 +38,8 @@ class TextOrderDatabase : public ::testing::Test {
         return out;
     }
     QStringList namesEqualTo(const QString& name) {
-        return values("SELECT Name FROM Compilation WHERE Name = " + quoted(name));
+        return values("SELECT Name FROM Compilation WHERE Name = " + sqlText(name));
     }
-
-    testsupport::TempDir dir;
-    QString path;
-    engine::Database db;
 };
 
 TEST_F(TextOrderDatabase, GroupingDistinctAndLikeFoldAsEqualityDoes) {
@@ -114,7 +97,7 @@ void writeNamesUnderReversedOrder(const QString& path, const QStringList& names)
     sqlite3_create_collation_v2(file.db(), engine::kTextCollation, SQLITE_UTF8, nullptr,
                                 reversedBytes, nullptr);
     for (const QString& name : names) {
-        file.exec("INSERT INTO Compilation (Name, Format, C_Length) VALUES (" + quoted(name) +
+        file.exec("INSERT INTO Compilation (Name, Format, C_Length) VALUES (" + sqlText(name) +
                   ", 'MD', 74)");
     }
 }
@@ -137,7 +120,7 @@ TEST(TextOrderRepair, RepairAndCompactRebuildTheNameIndex) {
     engine::Database db = engine::Workspace::defaultWorkspace().openDatabase(compacted);
     for (const QString& name : names) {
         engine::Recordset rows =
-            db.openRecordset("SELECT Name FROM Compilation WHERE Name = " + quoted(name.toUpper()),
+            db.openRecordset("SELECT Name FROM Compilation WHERE Name = " + sqlText(name.toUpper()),
                              engine::RecordsetType::Snapshot);
         ASSERT_EQ(rows.recordCount(), 1) << name.toStdString();
         EXPECT_EQ(rows.value("Name").toString(), name);

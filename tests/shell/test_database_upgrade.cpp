@@ -10,6 +10,7 @@
 #include "shell/database_files.h"
 #include "shell/database_upgrade.h"
 #include "shell_fixture.h"
+#include "support/samples.h"
 
 namespace {
 
@@ -21,22 +22,17 @@ const QString kLookupIndexCount =
 class DatabaseUpgrade : public ShellTest {
   protected:
     // Names whose order under SQLite's ASCII NOCASE differs from the engine's, and "Road Trip"
-    // with the tracks A, B, C (60, 70, 80 seconds).
-    QString makeDatabase() {
+    // with the tracks A, B, C; in the earlier text order when asked for.
+    QString makeDatabase(bool earlierOrder) {
         testsupport::createCompilationDatabase(path);
-        testsupport::execRaw(path, R"sql(
-            INSERT INTO Compilation (Name, Format, C_Length, SumTrack, SumTime) VALUES
-                ('Road Trip', 'MD', 74, 3, 210), ('Ärzte', 'MD', 74, 0, 0),
-                ('abba', 'MD', 74, 0, 0), ('Émile', 'MD', 74, 0, 0), ('Zappa', 'MD', 74, 0, 0);
-            INSERT INTO CompilationTrack (CompilationID_F1, TrackNo, Track_Title,
-                                          Track_Artist_Name, Length)
-            VALUES (1, 1, 'A', 'Ärzte', 60), (1, 2, 'B', 'abba', 70), (1, 3, 'C', 'Émile', 80);
-        )sql");
-        return path;
-    }
-    QString makeOldDatabase() {
-        makeDatabase();
-        testsupport::makeOldLayout(path);
+        testsupport::addSample(path, {.name = "Road Trip",
+                                      .tracks = {{.performer = "Ärzte", .title = "A"},
+                                                 {.performer = "abba", .title = "B"},
+                                                 {.performer = "Émile", .title = "C"}}});
+        for (const char* name : {"Ärzte", "abba", "Émile", "Zappa"})
+            testsupport::addSample(path, {.name = name});
+        if (earlierOrder)
+            testsupport::makeOldLayout(path);
         return path;
     }
     // What a converted file must be: the engine's collation, whole, found by the engine's
@@ -66,7 +62,7 @@ class DatabaseUpgrade : public ShellTest {
 };
 
 TEST_F(DatabaseUpgrade, AnEarlierFileIsNotWrittenUntilConvertedOnOpenAfterAsking) {
-    makeOldDatabase();
+    makeDatabase(true);
     // As the earlier version left it, it is whole under its own order, out of order for others.
     ASSERT_EQ(testsupport::oldOrderIntegrityCheck(path), "ok");
     ASSERT_NE(testsupport::plainSqlite(path, "PRAGMA integrity_check"), "ok");
@@ -93,24 +89,15 @@ TEST_F(DatabaseUpgrade, AnEarlierFileIsNotWrittenUntilConvertedOnOpenAfterAsking
     EXPECT_EQ(shell::openCompilationDatabase(path, state, dialogs), shell::OpenOutcome::Opened);
 }
 
-TEST_F(DatabaseUpgrade, CompactConvertsAnEarlierFileAndSaysSo) {
-    makeOldDatabase();
+// Compact converts an earlier file and says so; a conversion that cannot finish leaves the file
+// as it was.
+TEST_F(DatabaseUpgrade, CompactConvertsAnEarlierFileOrLeavesItAsItWas) {
+    makeDatabase(true);
     testsupport::execRaw(path, "DROP INDEX CompilationTrack_Lookup");
-    const QStringList changes = shell::repairAndCompact(path);
-    EXPECT_EQ(changes.size(), 1);
-    EXPECT_TRUE(changes.value(0).startsWith("Text columns converted"))
-        << changes.join('\n').toStdString();
-    expectConverted();
-    EXPECT_TRUE(shell::repairAndCompact(path).isEmpty()) << "a converted file stays as it is";
-}
-
-TEST_F(DatabaseUpgrade, AConversionThatCannotFinishLeavesTheFileAsItWas) {
-    makeOldDatabase();
     // Two names the earlier order kept apart in a foreign program's hands: equal for the engine.
-    ASSERT_EQ(testsupport::plainSqlite(path,
-                                       "INSERT INTO Compilation (Name, Format, C_Length) "
-                                       "VALUES ('ärzte', 'MD', 74)"),
-              "ok");
+    const QString twin =
+        "INSERT INTO Compilation (Name, Format, C_Length) VALUES ('ärzte', 'MD', 74)";
+    ASSERT_EQ(testsupport::plainSqlite(path, twin), "ok");
     QString description;
     EXPECT_EQ(errorNumber([&] { shell::repairAndCompact(path); }, &description),
               engine::jet::kDuplicateValue);
@@ -119,10 +106,18 @@ TEST_F(DatabaseUpgrade, AConversionThatCannotFinishLeavesTheFileAsItWas) {
     EXPECT_FALSE(QFile::exists(shell::compactionTempPath(path)));
     EXPECT_FALSE(QFile::exists(shell::compactionTempPath(path) + "-journal"));
     EXPECT_EQ(testsupport::queryRaw(path, "SELECT count(*) FROM Compilation"), "6");
+
+    ASSERT_EQ(testsupport::plainSqlite(path, "DELETE FROM Compilation WHERE Name = 'ärzte'"), "ok");
+    const QStringList changes = shell::repairAndCompact(path);
+    EXPECT_EQ(changes.size(), 1);
+    EXPECT_TRUE(changes.value(0).startsWith("Text columns converted"))
+        << changes.join('\n').toStdString();
+    expectConverted();
+    EXPECT_TRUE(shell::repairAndCompact(path).isEmpty()) << "a converted file stays as it is";
 }
 
 TEST_F(DatabaseUpgrade, TheLookupIndexIsMadeWhereAFileIsOpenedForWritingOnly) {
-    makeDatabase();
+    makeDatabase(false);
     testsupport::execRaw(path, "DROP INDEX CompilationTrack_Lookup");
     shell::AppState state;
     // A write-protected file opens, and stays without it.

@@ -1,4 +1,5 @@
-// The database commands New and Open, the move buttons and the tools' dispatch.
+// The database commands New and Open, the session's announcements of its database, the move
+// buttons, the print tool's checks and the tools' dispatch.
 #include <QFile>
 
 #include "shell/app_state.h"
@@ -6,10 +7,14 @@
 #include "shell/database_files.h"
 #include "shell/navigation.h"
 #include "shell/picker_source.h"
+#include "shell/print_command.h"
+#include "shell/session.h"
 #include "shell/toolbar_tools.h"
 #include "shell_fixture.h"
 #include "store/album_source.h"
 #include "support/album_schema.h"
+#include "support/list_samples.h"
+#include "support/samples.h"
 
 namespace {
 
@@ -56,32 +61,6 @@ TEST_F(DatabaseCommands, NewCopiesTheTemplateAndNeverOverwrites) {
     EXPECT_EQ(dialogs.lastMessageText(), "Database already exists.");
 }
 
-TEST_F(DatabaseCommands, OpenChecksTheStructureAndDropsATempSourceOfEarlierVersions) {
-    const QString path = dir.file("c.mdb");
-    testsupport::createCompilationDatabase(path);
-    testsupport::execRaw(path, "CREATE TABLE TempSource (ArtistSort TEXT(50))");
-    shell::AppState state;
-    EXPECT_EQ(shell::openCompilationDatabase(path, state, dialogs), shell::OpenOutcome::Opened);
-    EXPECT_EQ(testsupport::queryRaw(path,
-                                    "SELECT count(*) FROM sqlite_master"
-                                    " WHERE name = 'TempSource'"),
-              "0");
-    shell::closeCompilationDatabase(state);
-    EXPECT_FALSE(state.database.isOpen());
-
-    // The five tables in any case make a compilation database, whatever else it holds.
-    const QString other = dir.file("other.mdb");
-    testsupport::execRaw(other,
-                         "CREATE TABLE COMPILATION (x); CREATE TABLE compilationtrack (x);"
-                         "CREATE TABLE LstFormat (x); CREATE TABLE LstLength (x);");
-    EXPECT_EQ(shell::openCompilationDatabase(other, state, dialogs),
-              shell::OpenOutcome::WrongStructure);
-    EXPECT_EQ(dialogs.lastMessageText(), shell::kNotACompilationDatabase);
-    testsupport::execRaw(other, "CREATE TABLE LSTMANUFACTURER (x); CREATE TABLE Extra (x);");
-    EXPECT_EQ(shell::openCompilationDatabase(other, state, dialogs), shell::OpenOutcome::Opened);
-    shell::closeCompilationDatabase(state);
-}
-
 // The track picker's filter and sort apply to every new source until another album database is
 // connected: they were made for the collection they were applied to.
 TEST_F(DatabaseCommands, ThePickersClausesOutliveItsSourceUntilAnotherAlbumDatabase) {
@@ -117,6 +96,94 @@ TEST_F(DatabaseCommands, ThePickersClausesOutliveItsSourceUntilAnotherAlbumDatab
     EXPECT_EQ(state.filterClause, "");
     EXPECT_EQ(state.sortClause, "");
     EXPECT_EQ(state.album.passedCount, 2);
+}
+
+// The windows' lists follow the session's database: it announces its opening and closing.
+class SessionTest : public ShellTest {
+  protected:
+    void SetUp() override {
+        testsupport::createCompilationDatabase(path);
+        QObject::connect(&session, &shell::Session::databaseOpened,
+                         [this] { events << "opened " + session.state().databasePath; });
+        // At the announcement the database must still be usable.
+        QObject::connect(&session, &shell::Session::databaseClosing, [this] {
+            events << QStringLiteral("closing %1").arg(session.database().hasTable("Compilation"));
+        });
+    }
+
+    const QString path = dir.file("coll.mdb");
+    shell::Session session;
+    QStringList events;
+};
+
+// Open checks the structure and drops a TempSource of earlier versions.
+TEST_F(SessionTest, OpensCompilationDatabasesAndAnnouncesOpeningAndClosing) {
+    session.close();  // nothing open: nothing to announce
+    // The five tables in any case make a compilation database, whatever else it holds.
+    const QString other = dir.file("other.mdb");
+    testsupport::execRaw(other,
+                         "CREATE TABLE COMPILATION (x); CREATE TABLE compilationtrack (x);"
+                         "CREATE TABLE LstFormat (x); CREATE TABLE LstLength (x);");
+    EXPECT_EQ(session.open(other, dialogs), shell::OpenOutcome::WrongStructure);
+    EXPECT_EQ(dialogs.lastMessageText(), shell::kNotACompilationDatabase);
+    EXPECT_TRUE(events.isEmpty());
+    testsupport::execRaw(other, "CREATE TABLE LSTMANUFACTURER (x); CREATE TABLE Extra (x);");
+    ASSERT_EQ(session.open(other, dialogs), shell::OpenOutcome::Opened);
+
+    // A second database replaces the first one, which is closed with its announcement.
+    testsupport::execRaw(path, "CREATE TABLE TempSource (ArtistSort TEXT(50))");
+    ASSERT_EQ(session.open(path, dialogs), shell::OpenOutcome::Opened);
+    EXPECT_FALSE(session.database().hasTable("TempSource"));
+    session.abandon();
+    EXPECT_TRUE(session.state().databasePath.isEmpty());
+    EXPECT_EQ(events, QStringList({"opened " + other, "closing 1", "opened " + path, "closing 1"}));
+
+    ASSERT_EQ(session.open(path, dialogs), shell::OpenOutcome::Opened);
+    dialogs.answerFile(path);
+    EXPECT_TRUE(session.compact(dialogs, feedback));  // closes the database first
+    EXPECT_FALSE(session.isOpen());
+    EXPECT_EQ(events.last(), "closing 1");
+}
+
+// The print tool's choices and the checks made before a list, cover or PDF is produced.
+using shell::CurrentCompilation;
+
+class PrintChecks : public ShellTest {
+  protected:
+    void SetUp() override {
+        testsupport::createCompilationDatabase(path);
+        testsupport::addSample(path,
+                               {.name = "Still Empty", .format = "DVD", .minutes = 120, .id = 7});
+    }
+    std::optional<QString> refusal(int index, std::optional<CurrentCompilation> current) {
+        engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(path);
+        return shell::printRefusal(database, *shell::printChoice(index), current);
+    }
+
+    const QString path = dir.file("print.mdb");
+};
+
+TEST_F(PrintChecks, ListsNeedTracksWhereTheyReadThem) {
+    EXPECT_EQ(refusal(4, CurrentCompilation{7, 3, "MD"}), shell::kNoTracksAnywhere);
+    testsupport::fillListSamples(path);
+    // Any track will do for the lists of all, whatever the current compilation holds.
+    EXPECT_EQ(refusal(0, std::nullopt), std::nullopt);
+    for (const int index : {1, 2, 5}) {
+        EXPECT_EQ(refusal(index, CurrentCompilation{7, 0, "DVD"}), shell::kNoTracksOnCompilation);
+        EXPECT_EQ(refusal(index, CurrentCompilation{1, 3, "DVD"}), std::nullopt);
+    }
+}
+
+TEST_F(PrintChecks, ACoverNeedsAKnownFormatInAnyCaseFirstThenTracks) {
+    EXPECT_EQ(refusal(3, CurrentCompilation{7, 4, "Cassette"}),
+              "There is no cover available for the format: Cassette");
+    EXPECT_EQ(refusal(3, CurrentCompilation{7, 0, "md"}), shell::kNoTracksOnCompilation);
+    EXPECT_EQ(refusal(3, CurrentCompilation{7, 2, "cd-ROM"}), std::nullopt);
+    EXPECT_EQ(shell::coverView("Md")->zoomPercent, 110);
+    EXPECT_EQ(shell::coverView("cd-rom")->caption, "CD-ROM Cover");
+    EXPECT_EQ(shell::coverView("cd-rom")->zoomPercent, std::nullopt);  // fits the window
+    for (const QString format : {"CD", "DVD", "MD ", "cdrom", ""})
+        EXPECT_FALSE(shell::coverView(format)) << format.toStdString();
 }
 
 }  // namespace
