@@ -14,8 +14,6 @@ struct Block {
     QVector<PageItem> items;      // x from the left margin, y from the block's top
     QVector<PageItem> pageItems;  // drawn on the page it lands on, from the paper's corner
     bool keepWithNext = false;    // goes to a new page rather than end a page without the next
-    bool newPageBefore = false;
-    bool newPageAfter = false;
     int row = -1;  // the row it prints for; page headers and footers read the page's rows
     // Group headers that print again at the top of a page this block starts.
     std::shared_ptr<const QVector<Block>> repeatHeaders;

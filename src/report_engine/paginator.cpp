@@ -33,13 +33,12 @@ void Paginator::placeChain() {
     }
     bool first = true;
     for (Block& block : chain_) {
-        const bool breakHere = pages_.isEmpty() || breakPending_ ||
-                               (pageHasBody_ && (block.newPageBefore || !fits(block.height) ||
-                                                 (first && !fits(chainHeight))));
+        const bool breakHere =
+            pages_.isEmpty() ||
+            (pageHasBody_ && (!fits(block.height) || (first && !fits(chainHeight))));
         if (breakHere) {
             startPage(block.repeatHeaders);
         }
-        breakPending_ = block.newPageAfter;
         put(std::move(block));
         first = false;
     }
@@ -51,7 +50,6 @@ void Paginator::startPage(const std::shared_ptr<const QVector<Block>>& repeatHea
     rows_.append(RowsOnPage{});
     y_ = top_;
     pageHasBody_ = false;
-    breakPending_ = false;
     if (repeatHeaders) {
         for (const Block& header : *repeatHeaders) {
             put(header);

@@ -36,7 +36,6 @@ class Paginator {
     int bottom_;
     int y_ = 0;
     bool pageHasBody_ = false;
-    bool breakPending_ = false;
     QVector<Block> chain_;
     QVector<Page> pages_;
     QVector<RowsOnPage> rows_;

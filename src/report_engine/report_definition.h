@@ -61,15 +61,11 @@ Control richText(const QString& name, const QRect& rect, const QString& field);
 Control subReport(const QString& name, const QRect& rect,
                   std::shared_ptr<const ReportDefinition> definition, SubReportRows rows);
 
-enum class NewPage { None, Before, After, BeforeAndAfter };
-
 struct Section {
     QString name;
     int height = 0;  // twips; a section of height 0 without controls prints nothing
     bool visible = true;
-    bool canGrow = true;     // grows with its controls
-    bool canShrink = false;  // shrinks with its controls
-    NewPage newPage = NewPage::None;
+    bool canGrow = true;        // grows with its controls
     bool keepTogether = false;  // starts a new page rather than being split
     QVector<Control> controls;
     // Format runs before the texts are measured: it may change texts, fonts, places, hide

@@ -146,8 +146,8 @@ void growControls(SectionFormat& format, const QHash<QString, QVector<Block>>& s
     }
     const int edgeMove = lowestEdgeMove.value_or(0);
     const Section& section = format.section();
-    if ((edgeMove > 0 && section.canGrow) || (edgeMove < 0 && section.canShrink)) {
-        format.setHeight(qMax(0, format.height() + edgeMove));
+    if (edgeMove > 0 && section.canGrow) {
+        format.setHeight(format.height() + edgeMove);
     }
 }
 
@@ -316,10 +316,6 @@ QVector<Block> layoutSection(const Section& section, const SectionContext& conte
             blocks[i].keepWithNext = true;
         }
     }
-    blocks.first().newPageBefore =
-        section.newPage == NewPage::Before || section.newPage == NewPage::BeforeAndAfter;
-    blocks.last().newPageAfter =
-        section.newPage == NewPage::After || section.newPage == NewPage::BeforeAndAfter;
     return blocks;
 }
 

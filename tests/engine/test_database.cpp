@@ -67,7 +67,7 @@ using LinkedTables = EngineFixture;
 // A linked table joins local ones and is dropped again; its file is only ever read. A table the
 // file lacks gives 3011 naming it.
 TEST_F(LinkedTables, ALinkedTableJoinsLocalTablesAndIsDroppedAgain) {
-    const QString other = dir.file("other.db");
+    const QString other = dir.file("other;1.db");  // a file name may hold the separator
     testsupport::execRaw(other,
                          "CREATE TABLE Location (LocationID INTEGER, Location TEXT(50));"
                          "INSERT INTO Location VALUES (1, 'Shelf A'), (2, 'Attic');");

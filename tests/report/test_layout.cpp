@@ -211,6 +211,10 @@ TEST(Sections, UnknownNamesAndAPageCountNotYetKnownAreErrors) {
         {[](ReportDefinition& d) { d.groups = {groupOn("ArtistSort", true)}; },
          "report \"List\" groups on \"ArtistSort\""},
         {[](ReportDefinition& d) {
+             d.detail.onFormat = [](SectionFormat& f) { f.control("fldNone").visible = false; };
+         },
+         "\"fldNone\""},
+        {[](ReportDefinition& d) {
              d.detail.controls.append(textBox("fldCount", QRect(), [](const SectionFormat& f) {
                  return QString::number(f.pageCount());
              }));
