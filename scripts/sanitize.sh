@@ -8,7 +8,12 @@ cd "$(dirname "$0")/.."
 scripts/install-deps.sh
 build="${MIXORAMA_ASAN_DIR:-build-asan}"
 flags="-fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined"
-cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Debug -DMIXORAMA_WERROR=OFF \
+# A compiler cache, where there is one, makes the second run cheap.
+launcher=()
+if command -v ccache >/dev/null; then
+    launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_C_COMPILER_LAUNCHER=ccache)
+fi
+cmake -S . -B "$build" "${launcher[@]}" -DCMAKE_BUILD_TYPE=Debug -DMIXORAMA_WERROR=OFF \
     -DCMAKE_C_FLAGS="$flags" -DCMAKE_CXX_FLAGS="$flags" \
     -DCMAKE_EXE_LINKER_FLAGS="-fsanitize=address,undefined" \
     -DCMAKE_SHARED_LINKER_FLAGS="-fsanitize=address,undefined" >/dev/null
