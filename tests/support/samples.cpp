@@ -73,12 +73,34 @@ qint64 addSample(const QString& path, const SampleCompilation& c) {
                                                "WHERE Name = " +
                                                    sqlText(c.name))
                                           .toLongLong();
-    addSampleTracks(path, stored, c.tracks);
+    execRaw(path, "BEGIN;\n" + insertTracks(stored, c.tracks) + "COMMIT;");
     return stored;
 }
 
-void addSampleTracks(const QString& path, qint64 compilationId, const QList<SampleTrack>& tracks) {
-    execRaw(path, "BEGIN;\n" + insertTracks(compilationId, tracks) + "COMMIT;");
+QString trackList(const QString& path, qint64 compilationId) {
+    return queryRaw(path, QStringLiteral("SELECT group_concat(TrackNo || ':' || Track_Title, ' ') "
+                                         "FROM (SELECT * FROM CompilationTrack WHERE "
+                                         "CompilationID_F1 = %1 ORDER BY TrackNo)")
+                              .arg(compilationId));
+}
+
+QString storedSums(const QString& path, qint64 compilationId) {
+    return queryRaw(path, QStringLiteral("SELECT SumTrack || '/' || SumTime FROM Compilation "
+                                         "WHERE CompilationID_P = %1")
+                              .arg(compilationId));
+}
+
+int brokenCompilations(const QString& path) {
+    return queryRaw(
+               path,
+               "SELECT count(*) FROM Compilation c WHERE "
+               "SumTrack IS NOT (SELECT count(*) FROM CompilationTrack WHERE "
+               "CompilationID_F1 = c.CompilationID_P) OR "
+               "SumTime IS NOT (SELECT coalesce(sum(Length), 0) FROM CompilationTrack WHERE "
+               "CompilationID_F1 = c.CompilationID_P) OR "
+               "(SELECT count(DISTINCT TrackNo) FROM CompilationTrack WHERE CompilationID_F1 = "
+               "c.CompilationID_P AND TrackNo BETWEEN 1 AND c.SumTrack) IS NOT c.SumTrack")
+        .toInt();
 }
 
 }  // namespace testsupport

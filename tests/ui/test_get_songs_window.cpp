@@ -5,7 +5,6 @@
 
 #include "assembly/track_picker.h"
 #include "query/time_text.h"
-#include "support/compilation_invariants.h"
 #include "ui/windows/track_lookup_window.h"
 #include "window_fixture.h"
 
