@@ -2,7 +2,6 @@
 // counts show its answer, and the filter outlives the picker.
 #include <QLCDNumber>
 #include <QLabel>
-#include <QLineEdit>
 
 #include "assembly/track_picker.h"
 #include "query/filter_clause.h"

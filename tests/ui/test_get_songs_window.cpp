@@ -1,7 +1,6 @@
 // The track picker: adding and removing tracks, the counters, the lookup and the find panel.
 #include <QHeaderView>
 #include <QLabel>
-#include <QLineEdit>
 
 #include "assembly/track_picker.h"
 #include "query/time_text.h"

@@ -8,7 +8,6 @@
 #include <QPointer>
 #include <QTest>
 #include <memory>
-#include <vector>
 
 #include "platform/scripted_dialogs.h"
 #include "support/album_schema.h"
