@@ -8,10 +8,6 @@ namespace testsupport {
 
 namespace {
 
-QString sqlNumber(int value) {
-    return value == 0 ? QStringLiteral("NULL") : QString::number(value);
-}
-
 QString trackValues(qint64 compilationId, const SampleTrack& t) {
     const QString albumPerformer = t.albumPerformer.isEmpty() ? t.performer : t.albumPerformer;
     return QStringList{QString::number(compilationId),
@@ -20,10 +16,11 @@ QString trackValues(qint64 compilationId, const SampleTrack& t) {
                                       "CompilationTrack WHERE CompilationID_F1 = %1)")
                            .arg(compilationId),
                        sqlText(t.performer), sqlText(t.title), sqlText(t.album),
-                       sqlText(albumPerformer), QString::number(t.seconds), sqlNumber(t.year),
-                       t.live ? "-1" : "0", QString::number(t.item), QString::number(t.index),
-                       sqlText(t.performerSort), sqlText(t.albumPerformerSort), sqlText(t.location),
-                       sqlText(t.version), sqlText(t.rating)}
+                       sqlText(albumPerformer), QString::number(t.seconds),
+                       t.year == 0 ? "NULL" : QString::number(t.year), t.live ? "-1" : "0",
+                       QString::number(t.item), QString::number(t.index), sqlText(t.performerSort),
+                       sqlText(t.albumPerformerSort), sqlText(t.location), sqlText(t.version),
+                       sqlText(t.rating)}
         .join(", ");
 }
 
