@@ -10,7 +10,6 @@
 #include "app/program_run.h"
 #include "engine/scratch_files.h"
 #include "shell/database_files.h"
-#include "support/compilation_invariants.h"
 #include "support/old_compilations.h"
 
 namespace {

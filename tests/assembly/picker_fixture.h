@@ -4,7 +4,6 @@
 
 #include "assembly/track_picker.h"
 #include "engine/workspace.h"
-#include "support/compilation_invariants.h"
 #include "support/databases.h"
 #include "support/jet_errors.h"
 #include "support/samples.h"
@@ -49,19 +48,8 @@ class PickerTest : public ::testing::Test {
                                            "WHEN %3 BEGIN SELECT RAISE(ABORT, 'disk full'); END")
                                        .arg(column, table, when));
     }
-    // "n:title ..." of the compilation's tracks in TrackNo order, and "SumTrack/SumTime".
-    QString tracksOf(qint64 id) const {
-        return testsupport::queryRaw(path, QString("SELECT group_concat(TrackNo || ':' || "
-                                                   "Track_Title, ' ') FROM (SELECT * FROM "
-                                                   "CompilationTrack WHERE CompilationID_F1 = %1 "
-                                                   "ORDER BY TrackNo)")
-                                               .arg(id));
-    }
-    QString storedSums(qint64 id) const {
-        return testsupport::queryRaw(path, QString("SELECT SumTrack || '/' || SumTime FROM "
-                                                   "Compilation WHERE CompilationID_P = %1")
-                                               .arg(id));
-    }
+    QString tracksOf(qint64 id) const { return testsupport::trackList(path, id); }
+    QString storedSums(qint64 id) const { return testsupport::storedSums(path, id); }
     testsupport::TempDir dir;
     const QString path = dir.file("picker.mdb");
     engine::Database database;

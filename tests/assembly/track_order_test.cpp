@@ -104,14 +104,4 @@ TEST_F(TrackOrderTest, ManyDropsFollowTheListTheyModel) {
     EXPECT_EQ(testsupport::brokenCompilations(path), 0);
 }
 
-// A scrolled list counts from its top row; a row below the last track targets the last track.
-TEST(DropTarget, TheRowUnderTheDropNamesTheNumber) {
-    const std::pair<assembly::DropGrid, int> cases[] = {
-        {{3, 10, 1, 5}, 4},  {{0, 10, 1, 5}, 1},    {{9, 10, 1, 10}, 10}, {{2, 10, 11, 30}, 13},
-        {{0, 10, 2, 11}, 2}, {{9, 10, 21, 30}, 30}, {{7, 10, 1, 5}, 5},   {{9, 10, 25, 30}, 30}};
-    for (const auto& [grid, target] : cases) {
-        EXPECT_EQ(assembly::dropTargetNo(grid), target) << grid.currentVisibleRow;
-    }
-}
-
 }  // namespace

@@ -59,17 +59,6 @@ void eachRow(sqlite3* db, const QString& sql, const std::function<void(sqlite3_s
     }
 }
 
-QList<QVariantList> rowsOn(sqlite3* db, const QString& sql) {
-    QList<QVariantList> rows;
-    eachRow(db, sql, [&](sqlite3_stmt* statement) {
-        QVariantList row;
-        for (int i = 0; i < sqlite3_column_count(statement); ++i)
-            row << columnValue(statement, i);
-        rows << row;
-    });
-    return rows;
-}
-
 // The first column of the first row as SQLite writes it as text.
 QString queryOn(sqlite3* db, const QString& sql) {
     QString first;
@@ -126,7 +115,14 @@ QString SqliteFile::value(const QString& sql) const {
 }
 
 QList<QVariantList> SqliteFile::rows(const QString& sql) const {
-    return rowsOn(db_, sql);
+    QList<QVariantList> rows;
+    eachRow(db_, sql, [&](sqlite3_stmt* statement) {
+        QVariantList row;
+        for (int i = 0; i < sqlite3_column_count(statement); ++i)
+            row << columnValue(statement, i);
+        rows << row;
+    });
+    return rows;
 }
 
 QStringList SqliteFile::lines(const QString& sql) const {

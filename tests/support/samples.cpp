@@ -8,10 +8,6 @@ namespace testsupport {
 
 namespace {
 
-QString sqlNumber(int value) {
-    return value == 0 ? QStringLiteral("NULL") : QString::number(value);
-}
-
 QString trackValues(qint64 compilationId, const SampleTrack& t) {
     const QString albumPerformer = t.albumPerformer.isEmpty() ? t.performer : t.albumPerformer;
     return QStringList{QString::number(compilationId),
@@ -20,10 +16,11 @@ QString trackValues(qint64 compilationId, const SampleTrack& t) {
                                       "CompilationTrack WHERE CompilationID_F1 = %1)")
                            .arg(compilationId),
                        sqlText(t.performer), sqlText(t.title), sqlText(t.album),
-                       sqlText(albumPerformer), QString::number(t.seconds), sqlNumber(t.year),
-                       t.live ? "-1" : "0", QString::number(t.item), QString::number(t.index),
-                       sqlText(t.performerSort), sqlText(t.albumPerformerSort), sqlText(t.location),
-                       sqlText(t.version), sqlText(t.rating)}
+                       sqlText(albumPerformer), QString::number(t.seconds),
+                       t.year == 0 ? "NULL" : QString::number(t.year), t.live ? "-1" : "0",
+                       QString::number(t.item), QString::number(t.index), sqlText(t.performerSort),
+                       sqlText(t.albumPerformerSort), sqlText(t.location), sqlText(t.version),
+                       sqlText(t.rating)}
         .join(", ");
 }
 
@@ -73,12 +70,34 @@ qint64 addSample(const QString& path, const SampleCompilation& c) {
                                                "WHERE Name = " +
                                                    sqlText(c.name))
                                           .toLongLong();
-    addSampleTracks(path, stored, c.tracks);
+    execRaw(path, "BEGIN;\n" + insertTracks(stored, c.tracks) + "COMMIT;");
     return stored;
 }
 
-void addSampleTracks(const QString& path, qint64 compilationId, const QList<SampleTrack>& tracks) {
-    execRaw(path, "BEGIN;\n" + insertTracks(compilationId, tracks) + "COMMIT;");
+QString trackList(const QString& path, qint64 compilationId) {
+    return queryRaw(path, QStringLiteral("SELECT group_concat(TrackNo || ':' || Track_Title, ' ') "
+                                         "FROM (SELECT * FROM CompilationTrack WHERE "
+                                         "CompilationID_F1 = %1 ORDER BY TrackNo)")
+                              .arg(compilationId));
+}
+
+QString storedSums(const QString& path, qint64 compilationId) {
+    return queryRaw(path, QStringLiteral("SELECT SumTrack || '/' || SumTime FROM Compilation "
+                                         "WHERE CompilationID_P = %1")
+                              .arg(compilationId));
+}
+
+int brokenCompilations(const QString& path) {
+    return queryRaw(
+               path,
+               "SELECT count(*) FROM Compilation c WHERE "
+               "SumTrack IS NOT (SELECT count(*) FROM CompilationTrack WHERE "
+               "CompilationID_F1 = c.CompilationID_P) OR "
+               "SumTime IS NOT (SELECT coalesce(sum(Length), 0) FROM CompilationTrack WHERE "
+               "CompilationID_F1 = c.CompilationID_P) OR "
+               "(SELECT count(DISTINCT TrackNo) FROM CompilationTrack WHERE CompilationID_F1 = "
+               "c.CompilationID_P AND TrackNo BETWEEN 1 AND c.SumTrack) IS NOT c.SumTrack")
+        .toInt();
 }
 
 }  // namespace testsupport

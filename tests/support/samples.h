@@ -40,8 +40,12 @@ struct SampleCompilation {
 // Stores the compilation and its tracks (numbered 1..n after any it has, SumTrack and SumTime
 // kept) in the file past the engine, in one transaction; returns the compilation's id.
 qint64 addSample(const QString& path, const SampleCompilation& compilation);
-// Appends tracks to a stored compilation, numbered after its last, and updates its sums.
-void addSampleTracks(const QString& path, qint64 compilationId, const QList<SampleTrack>& tracks);
+// "TrackNo:Title ..." of a compilation's tracks in TrackNo order; its "SumTrack/SumTime".
+QString trackList(const QString& path, qint64 compilationId);
+QString storedSums(const QString& path, qint64 compilationId);
+// The number of compilations of the file whose stored SumTrack or SumTime (Null lengths
+// counting 0) disagree with their tracks, or whose tracks are not numbered 1 to SumTrack.
+int brokenCompilations(const QString& path);
 
 // An SQL literal of text: 'text' with quotes doubled, NULL when empty.
 QString sqlText(const QString& text);

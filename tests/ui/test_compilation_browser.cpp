@@ -1,5 +1,4 @@
 // The compilation browser: one compilation's values and tracks with its own find panel.
-#include <QLineEdit>
 
 #include "query/time_text.h"
 #include "ui/windows/compilation_browser_window.h"

@@ -1,6 +1,4 @@
 // The compilation editor driven through its controls from the main window.
-#include <QLineEdit>
-#include <QPointer>
 
 #include "assembly/compilation_editor.h"
 #include "assembly/cover_composer.h"

@@ -2,7 +2,6 @@
 // counts show its answer, and the filter outlives the picker.
 #include <QLCDNumber>
 #include <QLabel>
-#include <QLineEdit>
 
 #include "assembly/track_picker.h"
 #include "query/filter_clause.h"
@@ -99,7 +98,7 @@ TEST_F(FilterDialogTest, FilterAndSortOutliveThePickerUntilAnotherAlbumIsConnect
         connectAlbums(dir.file("albums.mdb"));  // the same collection again
     }
     const QString others = dir.file("others.mdb");
-    writeAlbumFile(others, {{"Simon", "Boxer", 300}, {"Adams", "Morning", 100}}, true);
+    testsupport::writeAlbumFile(others, {{"Simon", "Boxer", 300}, {"Adams", "Morning", 100}}, true);
     connectAlbums(others);
     reopenPicker();
     EXPECT_EQ(window->state().filterClause, "");

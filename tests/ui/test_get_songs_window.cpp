@@ -1,11 +1,9 @@
 // The track picker: adding and removing tracks, the counters, the lookup and the find panel.
 #include <QHeaderView>
 #include <QLabel>
-#include <QLineEdit>
 
 #include "assembly/track_picker.h"
 #include "query/time_text.h"
-#include "support/compilation_invariants.h"
 #include "ui/windows/track_lookup_window.h"
 #include "window_fixture.h"
 

@@ -1,5 +1,4 @@
 // The main window: its file tools, its list with the find panel, Delete and closing.
-#include <QComboBox>
 #include <QLabel>
 
 #include "assembly/compilation_record.h"

@@ -2,7 +2,6 @@
 // the picker's sort dialog orders the source by what the sort's logic composes.
 
 #include "query/sort_clause.h"
-#include "support/compilation_invariants.h"
 #include "ui/windows/rearrange_window.h"
 #include "ui/windows/sort_dialog.h"
 #include "window_fixture.h"

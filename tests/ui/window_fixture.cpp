@@ -5,7 +5,6 @@
 
 #include "shell/database_commands.h"
 #include "store/album_source.h"
-#include "support/album_schema.h"
 
 using testsupport::SampleTrack;
 
@@ -28,27 +27,6 @@ QString WindowTest::makeDatabase(const QString& name,
         testsupport::addSample(path, sample);
     }
     return path;
-}
-
-void writeAlbumFile(const QString& path, const std::vector<AlbumTrack>& tracks,
-                    bool performerKeys) {
-    testsupport::createAlbumTables(path, true);
-    QString sql =
-        "INSERT INTO Artist VALUES (1000, 'Various'); "
-        "INSERT INTO Album VALUES (1, 'Collection', 'Various', NULL); "
-        "INSERT INTO ArtistAlbumLink VALUES (1000, 1);";
-    for (size_t i = 0; i < tracks.size(); ++i) {
-        const QString performer = testsupport::sqlText(tracks[i].performer);
-        sql += QStringLiteral(
-                   "INSERT INTO Artist VALUES (%1, %2); "
-                   "INSERT INTO Track VALUES (%1, 1, %3, %4, 1, %1, %5, NULL, 0, '1999', NULL); "
-                   "INSERT INTO ArtistTrackLink VALUES (%1, %1);")
-                   .arg(i + 1)
-                   .arg(performer, performerKeys ? performer : QStringLiteral("'A'"),
-                        testsupport::sqlText(tracks[i].title))
-                   .arg(tracks[i].length);
-    }
-    testsupport::execRaw(path, sql);
 }
 
 void PickerTest::SetUp() {
@@ -77,13 +55,13 @@ void PickerTest::SetUp() {
 }
 
 void PickerTest::writeAlbums(const QString& albumsPath) {
-    writeAlbumFile(albumsPath,
-                   {{"The Beatles", "Help!", 140},
-                    {"Simon & Garfunkel", "Mrs. Robinson", 244},
-                    {"Simon", "Kodachrome", 212},
-                    {"O'Neil", "Fits Exactly", 583},
-                    {"O'Neil", "One Second Too Long", 584}},
-                   performerKeys);
+    testsupport::writeAlbumFile(albumsPath,
+                                {{"The Beatles", "Help!", 140},
+                                 {"Simon & Garfunkel", "Mrs. Robinson", 244},
+                                 {"Simon", "Kodachrome", 212},
+                                 {"O'Neil", "Fits Exactly", 583},
+                                 {"O'Neil", "One Second Too Long", 584}},
+                                performerKeys);
 }
 
 void PickerTest::connectAlbums(const QString& albumsPath) {
@@ -119,19 +97,4 @@ void PickerTest::selectSource(const QString& title, bool doubleClick) {
     const int row = testsupport::rowWith(picker_->sourceGrid(), 1, title);
     (doubleClick ? testsupport::doubleClickRow : testsupport::clickRow)(picker_->sourceGrid(), row,
                                                                         1);
-}
-
-QString PickerTest::tracksOf(qint64 compilationId) const {
-    return testsupport::queryRaw(
-        path, QStringLiteral("SELECT group_concat(TrackNo || ':' || Track_Title, ' ') FROM "
-                             "(SELECT TrackNo, Track_Title FROM CompilationTrack WHERE "
-                             "CompilationID_F1 = %1 ORDER BY TrackNo)")
-                  .arg(compilationId));
-}
-
-QString PickerTest::sumsOf(qint64 compilationId) const {
-    return testsupport::queryRaw(
-        path, QStringLiteral("SELECT SumTrack || '/' || SumTime FROM Compilation WHERE "
-                             "CompilationID_P = %1")
-                  .arg(compilationId));
 }

@@ -8,9 +8,9 @@
 #include <QPointer>
 #include <QTest>
 #include <memory>
-#include <vector>
 
 #include "platform/scripted_dialogs.h"
+#include "support/album_schema.h"
 #include "support/databases.h"
 #include "support/samples.h"
 #include "support/temp_dir.h"
@@ -55,17 +55,6 @@ class WindowTest : public ::testing::Test {
     std::unique_ptr<ui::OverviewWindow> window;
 };
 
-// One album track of a test collection, all on one album in this order.
-struct AlbumTrack {
-    QString performer;
-    QString title;
-    int length;
-};
-// Writes the album tables into an SQLite file (linked like an album database); the tracks sort
-// under one performer key unless performerKeys gives each its performer.
-void writeAlbumFile(const QString& path, const std::vector<AlbumTrack>& tracks,
-                    bool performerKeys = false);
-
 // The main window with a compilation database open and an album database connected as the
 // editor's Connect leaves them; pickers open over a stand-in editor. Compilations: 1 "Beat Club"
 // (CD-R, 80 min) holding "Mrs. Robinson"; 2 "Road Trip" (MD, 74, empty); 3 "Five" (MD, 60) with
@@ -84,9 +73,8 @@ class PickerTest : public WindowTest {
     QStringList sourceTitles() const { return columnTexts(picker_->sourceGrid(), 1); }
     void selectSource(const QString& title, bool doubleClick = false);
     void doubleClickSource(const QString& title) { selectSource(title, true); }
-    // "TrackNo:Title" of the compilation's tracks in order, and "SumTrack/SumTime".
-    QString tracksOf(qint64 compilationId) const;
-    QString sumsOf(qint64 compilationId) const;
+    QString tracksOf(qint64 id) const { return testsupport::trackList(path, id); }
+    QString sumsOf(qint64 id) const { return testsupport::storedSums(path, id); }
 
     bool performerKeys = false;  // set before SetUp: the album tracks sort by performer
     QString path;
