@@ -70,7 +70,7 @@ TEST_F(PrintTool, EachPreviewChoiceOpensItsReportUntilTheDatabaseCloses) {
     EXPECT_TRUE(previews().isEmpty());
 }
 
-TEST_F(PrintTool, TheCoverChoiceOpensTheFormatsCoverViewer) {
+TEST_F(PrintTool, TheCoverChoiceOpensTheFormatsCoverViewerAndRefusalsSayWhy) {
     for (const QString name : {"Road Trip", "Autumn"}) {
         ReportPreviewWindow* viewer = print(name, 3);
         ASSERT_NE(viewer, nullptr) << dialogs.lastMessageText().toStdString();
@@ -85,6 +85,9 @@ TEST_F(PrintTool, TheCoverChoiceOpensTheFormatsCoverViewer) {
     expectRefused("Empty One", 1, shell::kNoTracksOnCompilation);
     testsupport::execRaw(path, "DELETE FROM CompilationTrack");
     expectRefused("Road Trip", 0, shell::kNoTracksAnywhere);
+    testsupport::execRaw(path, "DELETE FROM Compilation WHERE Name = 'Road Trip'");
+    expectRefused("Road Trip", 1, shell::kCompilationGone);
+    EXPECT_FALSE(testsupport::columnTexts(window->grid(), 0).contains("Road Trip"));
 }
 
 TEST_F(PrintTool, PdfChoicesWriteTheirFilesAndAFailedWriteSaysSo) {
