@@ -114,8 +114,8 @@ TEST_F(AddTracksKill, EveryCompilationStaysWholeWhenKilledAtAnyMoment) {
     int killedWhileAdding = 0;
     qint64 tooEarly = 0;  // the latest kill before the first add, the earliest after the last
     qint64 tooLate = whole;
-    const auto killAndCheck = [&](qint64 ms) {
-        killAfter(adds, ms);
+    const auto killAndCheck = [&](qint64 ms, const Sign& sign = nullptr) {
+        killAfter(adds, ms, sign);
         const int after = targetTracksAfterOpen();
         EXPECT_TRUE(after >= before && after <= before + kAdds) << "killed after " << ms << " ms";
         tooEarly = after == before ? std::max(tooEarly, ms) : tooEarly;
@@ -126,10 +126,18 @@ TEST_F(AddTracksKill, EveryCompilationStaysWholeWhenKilledAtAnyMoment) {
     for (int kill = 0; kill < 20; ++kill) {
         killAndCheck(moment(whole));
     }
-    // On a loaded machine the adds may take another part of the run than the first time;
-    // halving the span between a kill too early and one too late still finds them.
+    // On a loaded machine the adds may take another part of the run than the first time:
+    // halving the span between a kill too early and one too late finds them, and so does a
+    // kill as soon as a commit has taken its journal away.
     for (int kill = 0; kill < 20 && killedWhileAdding == 0 && tooEarly < tooLate; ++kill) {
         killAndCheck((tooEarly + tooLate) / 2);
+    }
+    const QString journal = path + "-journal";
+    for (int kill = 0; kill < 3 && killedWhileAdding == 0; ++kill) {
+        killAndCheck(0, [&, seen = false]() mutable {
+            const bool there = QFile::exists(journal);
+            return (seen = seen || there) && !there;
+        });
     }
     EXPECT_GT(killedWhileAdding, 0) << "no kill landed between two adds";
     EXPECT_GT(killsLeavingFiles, 0);
