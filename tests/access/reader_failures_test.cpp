@@ -26,7 +26,7 @@ using testsupport::fileBytes;
 namespace {
 
 const QString kProgram = testsupport::programPath("mixorama-mdbread");
-const ProcessLimits kShortLimits{300ms, 3s};
+const ProcessLimits kShortLimits{500ms, 5s};
 
 QByteArray randomBytes(qsizetype size, quint32 seed) {
     QRandomGenerator random(seed);
@@ -95,7 +95,8 @@ TEST(AccessReader, RejectsForeignFilesAndLeavesThemUntouched) {
     EXPECT_TRUE(description.contains(missing)) << description.toStdString();
 }
 
-// The program's ways of ending, each turned into the engine's error.
+// The program's ways of ending: how the runner tells them apart, and the engine's error the
+// reader makes of each.
 TEST(AccessReader, TurnsEachEndOfTheProgramIntoTheEnginesError) {
     testsupport::TempDir dir;
     const QString album = dir.file(QStringLiteral("album.mdb"));
@@ -103,30 +104,45 @@ TEST(AccessReader, TurnsEachEndOfTheProgramIntoTheEnginesError) {
     const QString unrecognized = QStringLiteral("Unrecognized database format '%1'.").arg(album);
     const struct {
         QByteArray script;
+        ProcessLimits limits;
+        End end;
         int number;
         QString description;  // a part of it
     } cases[] = {
-        {"echo 'mixorama-mdbread: table not found: TrackRating' >&2; exit 3",
-         engine::jet::kObjectNotFound, "could not find the object 'TrackRating'."},
-        {"kill -SEGV $$", engine::jet::kNotADatabase, unrecognized},
-        {"exec sleep 60", engine::jet::kNotADatabase, unrecognized},
-        {"exit 2", engine::jet::kNotADatabase, unrecognized},
-        {"exit 77", engine::jet::kNotADatabase, unrecognized},
-        {"echo 'SQLite: disk I/O error' >&2; exit 4", engine::jet::kGeneral,
-         "SQLite: disk I/O error"},
+        {"echo 'mixorama-mdbread: table not found: TrackRating' >&2; exit 3", kShortLimits,
+         End::Exited, engine::jet::kObjectNotFound, "could not find the object 'TrackRating'."},
+        {"kill -SEGV $$", kShortLimits, End::Crashed, engine::jet::kNotADatabase, unrecognized},
+        // Silent past the quiet limit, busy past the total one, its output closed.
+        {"exec sleep 60", kShortLimits, End::Stopped, engine::jet::kNotADatabase, unrecognized},
+        {"while true; do echo progress; sleep 0.05; done",
+         {1s, 1500ms},
+         End::Stopped,
+         engine::jet::kNotADatabase,
+         unrecognized},
+        {"exec >&- ; exec sleep 60", kShortLimits, End::Stopped, engine::jet::kNotADatabase,
+         unrecognized},
+        {"exit 2", kShortLimits, End::Exited, engine::jet::kNotADatabase, unrecognized},
+        {"exit 77", kShortLimits, End::Exited, engine::jet::kNotADatabase, unrecognized},
+        {"echo 'SQLite: disk I/O error' >&2; exit 4", kShortLimits, End::Exited,
+         engine::jet::kGeneral, "SQLite: disk I/O error"},
     };
     int run = 0;
-    for (const auto& [script, number, part] : cases) {
+    for (const auto& [script, limits, end, number, part] : cases) {
         SCOPED_TRACE(script.constData());
         const QString program = writeFakeProgram(dir.file(QString::number(++run)), script);
-        AccessTableReader reader(program, {500ms, 5s});
+        EXPECT_EQ(runWithLimits(program, {}, limits).end, end);
+        AccessTableReader reader(program, limits);
         const auto copy = [&] { reader.copyTables(album, {"Album"}, dir.file("o")); };
         QString description;
         EXPECT_EQ(errorNumber(copy, &description), number);
         EXPECT_TRUE(description.contains(part)) << description.toStdString();
     }
-    AccessTableReader missing(dir.file(QStringLiteral("no-such-program")), {500ms, 5s});
-    EXPECT_EQ(errorNumber([&] { missing.tableNames(album); }), engine::jet::kGeneral);
+    const QString none = dir.file(QStringLiteral("no-such-program"));
+    const ProcessOutcome missing = runWithLimits(none, {}, kShortLimits);
+    EXPECT_EQ(missing.end, End::NotStarted);
+    EXPECT_FALSE(missing.errors.isEmpty());
+    EXPECT_EQ(errorNumber([&] { AccessTableReader(none, kShortLimits).tableNames(album); }),
+              engine::jet::kGeneral);
 }
 
 TEST(AccessReader, IsTheEnginesReaderAndRunsTheProgramTheEnvironmentNames) {
@@ -137,29 +153,6 @@ TEST(AccessReader, IsTheEnginesReaderAndRunsTheProgramTheEnvironmentNames) {
     EXPECT_EQ(readerProgramPath(), QStringLiteral("/somewhere/reader"));
     qunsetenv("MIXORAMA_MDBREAD");
     EXPECT_TRUE(readerProgramPath().endsWith(QStringLiteral("/mixorama-mdbread")));
-}
-
-TEST(ReaderProcess, TellsCrashesAndStopsFromExits) {
-    testsupport::TempDir dir;
-    const struct {
-        const char* script;
-        ProcessLimits limits;
-        End end;
-    } cases[] = {
-        {"exit 3", kShortLimits, End::Exited},
-        {"kill -SEGV $$", kShortLimits, End::Crashed},
-        {"exec sleep 60", kShortLimits, End::Stopped},  // silent past the quiet limit
-        {"while true; do echo progress; sleep 0.05; done", {1s, 1500ms}, End::Stopped},  // total
-        {"exec >&- ; exec sleep 60", kShortLimits, End::Stopped},  // its output closed
-    };
-    int run = 0;
-    for (const auto& [script, limits, end] : cases) {
-        const QString program = writeFakeProgram(dir.file(QString::number(++run)), script);
-        EXPECT_EQ(runWithLimits(program, {}, limits).end, end) << script;
-    }
-    const ProcessOutcome missing = runWithLimits(dir.file("none"), {}, kShortLimits);
-    EXPECT_EQ(missing.end, End::NotStarted);
-    EXPECT_FALSE(missing.errors.isEmpty());
 }
 
 // A reader outliving a killed program would go on writing a scratch copy that the next start

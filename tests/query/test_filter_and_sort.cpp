@@ -79,8 +79,6 @@ const FilterCase kCases[] = {
     {"Live|=|Nein", "", "", "WHERE Live = False", "False"},
     {"Live|=|maybe", "", "", "First filter text must be 'Yes' or 'No'.", ""},
     {"track performer|starts|Beat", "", "", "WHERE ArtistSort LIKE 'Beat**'", nullptr},
-    {"Track Performer|Contains|O'Neil", "", "", "WHERE ArtistSort LIKE '*O''Neil*'", nullptr},
-    {"Version|Not Like|*[mix]*", "", "", "WHERE Version Not Like '*[[]mix]*'", nullptr},
     {"Track Title|Contains|[live]", "And", "Time|>=|000300",
      "WHERE TitleTrack LIKE '*[[]live]*' And Length >= 180", nullptr},
 };
