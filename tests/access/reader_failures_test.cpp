@@ -145,10 +145,7 @@ TEST(AccessReader, TurnsEachEndOfTheProgramIntoTheEnginesError) {
               engine::jet::kGeneral);
 }
 
-TEST(AccessReader, IsTheEnginesReaderAndRunsTheProgramTheEnvironmentNames) {
-    installAccessReader();
-    EXPECT_NE(dynamic_cast<AccessTableReader*>(engine::foreignTableReader()), nullptr);
-    engine::setForeignTableReader(nullptr);
+TEST(AccessReader, RunsTheProgramTheEnvironmentNamesElseTheOneBesideIt) {
     qputenv("MIXORAMA_MDBREAD", "/somewhere/reader");
     EXPECT_EQ(readerProgramPath(), QStringLiteral("/somewhere/reader"));
     qunsetenv("MIXORAMA_MDBREAD");

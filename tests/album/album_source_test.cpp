@@ -112,8 +112,6 @@ TEST_P(HandPickedAlbums, SourceHoldsTheJoinedRowsInOrder) {
     const QString path = dir.file("albums.mdb");
     albumgen::writeCollection(path, handPicked(GetParam()));
     connectAndBuild(path);
-    EXPECT_TRUE(dialogs.messages().empty());
-    EXPECT_TRUE(editor.getTracksEnabled);
     EXPECT_EQ(state.albumHasRating, GetParam());
     EXPECT_EQ(state.passedCount, kHandPickedRows.size());
     QStringList expected = kHandPickedRows;
