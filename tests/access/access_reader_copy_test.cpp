@@ -98,6 +98,22 @@ TEST_P(CopiedTables, DeclareTheEnginesTypesWithCaseBlindTextAndIndexTheirKeys) {
               (QList<QVariantList>{{"Album", "AlbumID"}, {"Track", "TrackID"}}));
 }
 
+TEST_P(CopiedTables, CopyManyTablesAndManyPagesOfRows) {
+    jet4::Table tracks = table(
+        "Track", {{"TrackID", Type::Long}, {"Title", Type::Text, 100}, {"Live", Type::Boolean}});
+    for (int id = 1; id <= 20000; ++id)
+        tracks.addRow({id, QStringLiteral("Titel Nummer %1 – Überlänge €").arg(id), id % 3 == 0});
+    jet4::Table ratings =
+        table("TrackRating", {{"TrackRatingID", Type::Long}, {"TrackRating", Type::Text, 50}});
+    ratings.addRow({1, QStringLiteral("*****")});
+    EXPECT_EQ(
+        copy({tracks, ratings},
+             "SELECT count(*), sum(TrackID), max(Title), sum(Live), (SELECT Title FROM "
+             "Track WHERE TrackID = 12345), (SELECT TrackRating FROM TrackRating) FROM Track"),
+        (QList<QVariantList>{{20000, 20000 * 20001 / 2, "Titel Nummer 9999 – Überlänge €", -6666,
+                              "Titel Nummer 12345 – Überlänge €", "*****"}}));
+}
+
 // Tables are found without regard to case and stored under the requested name; a table of that
 // name is replaced, the others stay.
 TEST_P(CopiedTables, ReplaceTheRequestedTableAndKeepOthers) {
