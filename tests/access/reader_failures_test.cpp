@@ -36,9 +36,9 @@ QByteArray randomBytes(qsizetype size, quint32 seed) {
     return bytes;
 }
 
-// The first page of an Access file of the given engine version (0 Jet 3, 1 Jet 4).
-QByteArray jetStart(char version, qsizetype pageSize) {
-    QByteArray page("\x00\x01\x00\x00Standard Jet DB\x00", 20);
+// The first page of an Access file: its format's name, then the engine version (0 Jet 3, 1 Jet 4).
+QByteArray jetStart(char version, qsizetype pageSize, const QByteArray& name = "Standard Jet DB") {
+    QByteArray page = QByteArray("\x00\x01\x00\x00", 4) + name + '\0';
     page.append(version);
     return page.append(pageSize - page.size(), '\0');
 }
@@ -59,8 +59,8 @@ QString writeFakeProgram(const QString& path, const QByteArray& body) {
 }  // namespace
 
 // Whatever the file holds, reading it ends in "unrecognized format", never in a crash or hang of
-// this process, and the file is left exactly as it was. Only the header decides whether the
-// reader takes a file on; a missing file is not found.
+// this process, and the file is left exactly as it was. Only the header, Jet's or ACE's name at
+// the start, decides whether the reader takes a file on; a missing file is not found.
 TEST(AccessReader, RejectsForeignFilesAndLeavesThemUntouched) {
     testsupport::TempDir dir;
     const QString sqlite = dir.file(QStringLiteral("album.sqlite"));
@@ -74,6 +74,11 @@ TEST(AccessReader, RejectsForeignFilesAndLeavesThemUntouched) {
         {"a Jet 3 header, then garbage", jetStart(0, 2048) + randomBytes(40 * 2048, 11), true},
         {"a Jet 4 header, then garbage", jetStart(1, 4096) + randomBytes(40 * 4096, 13), true},
         {"a Jet 4 header, then zeros", jetStart(1, 4096) + QByteArray(8 * 4096, '\0'), true},
+        {"an ACE header only", jetStart(2, 4096, "Standard ACE DB"), true},
+        {"a longer format name", jetStart(1, 4096, "Standard Jet DBX"), false},
+        {"a shorter format name", jetStart(1, 4096, "Standard Jet"), false},
+        {"a Jet 4 header without its first byte", jetStart(1, 4096).mid(1), false},
+        {"a Jet 4 header cut short", jetStart(1, 4096).left(12), false},
     };
     AccessTableReader reader(kProgram, {20s, 60s});
     const QString path = dir.file(QStringLiteral("album.mdb"));
