@@ -1,5 +1,4 @@
 #include "access/jet_values.h"
-#include "access/jet_header.h"
 
 #include <gtest/gtest.h>
 
@@ -40,23 +39,4 @@ TEST(JetNumbers, SinglesReadAsTheirShortestDecimalAndCurrencyAsTenThousandths) {
     EXPECT_TRUE(std::isinf(singleAsDouble(std::numeric_limits<float>::infinity())));
     EXPECT_EQ(currencyAsDouble(12345678), 1234.5678);
     EXPECT_EQ(currencyAsDouble(-1), -0.0001);
-}
-
-TEST(JetHeader, RecognisesJetAndAceFilesOnly) {
-    const auto header = [](const char* name) {
-        QByteArray bytes = QByteArray("\x00\x01\x00\x00", 4) + name;
-        return bytes + QByteArray(4096 - bytes.size(), '\0');
-    };
-    const std::pair<QByteArray, bool> cases[] = {
-        {header("Standard Jet DB"), true},
-        {header("Standard ACE DB"), true},
-        {header("Standard Jet DBX"), false},
-        {header("Standard Jet"), false},
-        {QByteArray("SQLite format 3").append(char(0)).append(4096, '\0'), false},
-        {header("Standard Jet DB").mid(1), false},
-        {header("Standard Jet DB").left(12), false},
-        {QByteArray(), false},
-    };
-    for (const auto& [bytes, jet] : cases)
-        EXPECT_EQ(hasJetHeader(bytes), jet) << bytes.left(20).toStdString();
 }

@@ -26,7 +26,7 @@ using testsupport::fileBytes;
 namespace {
 
 const QString kProgram = testsupport::programPath("mixorama-mdbread");
-const ProcessLimits kShortLimits{300ms, 3s};
+const ProcessLimits kShortLimits{500ms, 5s};
 
 QByteArray randomBytes(qsizetype size, quint32 seed) {
     QRandomGenerator random(seed);
@@ -36,9 +36,9 @@ QByteArray randomBytes(qsizetype size, quint32 seed) {
     return bytes;
 }
 
-// The first page of an Access file of the given engine version (0 Jet 3, 1 Jet 4).
-QByteArray jetStart(char version, qsizetype pageSize) {
-    QByteArray page("\x00\x01\x00\x00Standard Jet DB\x00", 20);
+// The first page of an Access file: its format's name, then the engine version (0 Jet 3, 1 Jet 4).
+QByteArray jetStart(char version, qsizetype pageSize, const QByteArray& name = "Standard Jet DB") {
+    QByteArray page = QByteArray("\x00\x01\x00\x00", 4) + name + '\0';
     page.append(version);
     return page.append(pageSize - page.size(), '\0');
 }
@@ -59,8 +59,8 @@ QString writeFakeProgram(const QString& path, const QByteArray& body) {
 }  // namespace
 
 // Whatever the file holds, reading it ends in "unrecognized format", never in a crash or hang of
-// this process, and the file is left exactly as it was. Only the header decides whether the
-// reader takes a file on; a missing file is not found.
+// this process, and the file is left exactly as it was. Only the header, Jet's or ACE's name at
+// the start, decides whether the reader takes a file on; a missing file is not found.
 TEST(AccessReader, RejectsForeignFilesAndLeavesThemUntouched) {
     testsupport::TempDir dir;
     const QString sqlite = dir.file(QStringLiteral("album.sqlite"));
@@ -74,6 +74,11 @@ TEST(AccessReader, RejectsForeignFilesAndLeavesThemUntouched) {
         {"a Jet 3 header, then garbage", jetStart(0, 2048) + randomBytes(40 * 2048, 11), true},
         {"a Jet 4 header, then garbage", jetStart(1, 4096) + randomBytes(40 * 4096, 13), true},
         {"a Jet 4 header, then zeros", jetStart(1, 4096) + QByteArray(8 * 4096, '\0'), true},
+        {"an ACE header only", jetStart(2, 4096, "Standard ACE DB"), true},
+        {"a longer format name", jetStart(1, 4096, "Standard Jet DBX"), false},
+        {"a shorter format name", jetStart(1, 4096, "Standard Jet"), false},
+        {"a Jet 4 header without its first byte", jetStart(1, 4096).mid(1), false},
+        {"a Jet 4 header cut short", jetStart(1, 4096).left(12), false},
     };
     AccessTableReader reader(kProgram, {20s, 60s});
     const QString path = dir.file(QStringLiteral("album.mdb"));
@@ -95,7 +100,8 @@ TEST(AccessReader, RejectsForeignFilesAndLeavesThemUntouched) {
     EXPECT_TRUE(description.contains(missing)) << description.toStdString();
 }
 
-// The program's ways of ending, each turned into the engine's error.
+// The program's ways of ending: how the runner tells them apart, and the engine's error the
+// reader makes of each.
 TEST(AccessReader, TurnsEachEndOfTheProgramIntoTheEnginesError) {
     testsupport::TempDir dir;
     const QString album = dir.file(QStringLiteral("album.mdb"));
@@ -103,63 +109,52 @@ TEST(AccessReader, TurnsEachEndOfTheProgramIntoTheEnginesError) {
     const QString unrecognized = QStringLiteral("Unrecognized database format '%1'.").arg(album);
     const struct {
         QByteArray script;
+        ProcessLimits limits;
+        End end;
         int number;
         QString description;  // a part of it
     } cases[] = {
-        {"echo 'mixorama-mdbread: table not found: TrackRating' >&2; exit 3",
-         engine::jet::kObjectNotFound, "could not find the object 'TrackRating'."},
-        {"kill -SEGV $$", engine::jet::kNotADatabase, unrecognized},
-        {"exec sleep 60", engine::jet::kNotADatabase, unrecognized},
-        {"exit 2", engine::jet::kNotADatabase, unrecognized},
-        {"exit 77", engine::jet::kNotADatabase, unrecognized},
-        {"echo 'SQLite: disk I/O error' >&2; exit 4", engine::jet::kGeneral,
-         "SQLite: disk I/O error"},
+        {"echo 'mixorama-mdbread: table not found: TrackRating' >&2; exit 3", kShortLimits,
+         End::Exited, engine::jet::kObjectNotFound, "could not find the object 'TrackRating'."},
+        {"kill -SEGV $$", kShortLimits, End::Crashed, engine::jet::kNotADatabase, unrecognized},
+        // Silent past the quiet limit, busy past the total one, its output closed.
+        {"exec sleep 60", kShortLimits, End::Stopped, engine::jet::kNotADatabase, unrecognized},
+        {"while true; do echo progress; sleep 0.05; done",
+         {1s, 1500ms},
+         End::Stopped,
+         engine::jet::kNotADatabase,
+         unrecognized},
+        {"exec >&- ; exec sleep 60", kShortLimits, End::Stopped, engine::jet::kNotADatabase,
+         unrecognized},
+        {"exit 2", kShortLimits, End::Exited, engine::jet::kNotADatabase, unrecognized},
+        {"exit 77", kShortLimits, End::Exited, engine::jet::kNotADatabase, unrecognized},
+        {"echo 'SQLite: disk I/O error' >&2; exit 4", kShortLimits, End::Exited,
+         engine::jet::kGeneral, "SQLite: disk I/O error"},
     };
     int run = 0;
-    for (const auto& [script, number, part] : cases) {
+    for (const auto& [script, limits, end, number, part] : cases) {
         SCOPED_TRACE(script.constData());
         const QString program = writeFakeProgram(dir.file(QString::number(++run)), script);
-        AccessTableReader reader(program, {500ms, 5s});
+        EXPECT_EQ(runWithLimits(program, {}, limits).end, end);
+        AccessTableReader reader(program, limits);
         const auto copy = [&] { reader.copyTables(album, {"Album"}, dir.file("o")); };
         QString description;
         EXPECT_EQ(errorNumber(copy, &description), number);
         EXPECT_TRUE(description.contains(part)) << description.toStdString();
     }
-    AccessTableReader missing(dir.file(QStringLiteral("no-such-program")), {500ms, 5s});
-    EXPECT_EQ(errorNumber([&] { missing.tableNames(album); }), engine::jet::kGeneral);
+    const QString none = dir.file(QStringLiteral("no-such-program"));
+    const ProcessOutcome missing = runWithLimits(none, {}, kShortLimits);
+    EXPECT_EQ(missing.end, End::NotStarted);
+    EXPECT_FALSE(missing.errors.isEmpty());
+    EXPECT_EQ(errorNumber([&] { AccessTableReader(none, kShortLimits).tableNames(album); }),
+              engine::jet::kGeneral);
 }
 
-TEST(AccessReader, IsTheEnginesReaderAndRunsTheProgramTheEnvironmentNames) {
-    installAccessReader();
-    EXPECT_NE(dynamic_cast<AccessTableReader*>(engine::foreignTableReader()), nullptr);
-    engine::setForeignTableReader(nullptr);
+TEST(AccessReader, RunsTheProgramTheEnvironmentNamesElseTheOneBesideIt) {
     qputenv("MIXORAMA_MDBREAD", "/somewhere/reader");
     EXPECT_EQ(readerProgramPath(), QStringLiteral("/somewhere/reader"));
     qunsetenv("MIXORAMA_MDBREAD");
     EXPECT_TRUE(readerProgramPath().endsWith(QStringLiteral("/mixorama-mdbread")));
-}
-
-TEST(ReaderProcess, TellsCrashesAndStopsFromExits) {
-    testsupport::TempDir dir;
-    const struct {
-        const char* script;
-        ProcessLimits limits;
-        End end;
-    } cases[] = {
-        {"exit 3", kShortLimits, End::Exited},
-        {"kill -SEGV $$", kShortLimits, End::Crashed},
-        {"exec sleep 60", kShortLimits, End::Stopped},  // silent past the quiet limit
-        {"while true; do echo progress; sleep 0.05; done", {1s, 1500ms}, End::Stopped},  // total
-        {"exec >&- ; exec sleep 60", kShortLimits, End::Stopped},  // its output closed
-    };
-    int run = 0;
-    for (const auto& [script, limits, end] : cases) {
-        const QString program = writeFakeProgram(dir.file(QString::number(++run)), script);
-        EXPECT_EQ(runWithLimits(program, {}, limits).end, end) << script;
-    }
-    const ProcessOutcome missing = runWithLimits(dir.file("none"), {}, kShortLimits);
-    EXPECT_EQ(missing.end, End::NotStarted);
-    EXPECT_FALSE(missing.errors.isEmpty());
 }
 
 // A reader outliving a killed program would go on writing a scratch copy that the next start

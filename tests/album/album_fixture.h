@@ -5,7 +5,7 @@
 #include <QHash>
 #include <QStringList>
 #include <algorithm>
-#include <ostream>
+#include <optional>
 
 #include "access/access_reader.h"
 #include "albumgen/albumgen.h"
@@ -14,12 +14,8 @@
 #include "platform/scripted_dialogs.h"
 #include "store/album_source.h"
 #include "support/databases.h"
+#include "support/document_summary.h"  // texts in failure messages
 #include "support/temp_dir.h"
-
-// Failed comparisons show texts, not code units.
-inline void PrintTo(const QString& text, std::ostream* out) {
-    *out << '"' << text.toStdString() << '"';
-}
 
 namespace albumtest {
 
@@ -95,7 +91,7 @@ class AlbumFileTest : public ::testing::Test {
     }
     void TearDown() override { engine::Workspace::defaultWorkspace().close(); }
 
-    void connect(const QString& albumPath) {
+    void connect(const std::optional<QString>& albumPath) {
         dialogs.answerFile(albumPath);
         store::connectAlbumDatabase(database, dialogs, state, editor);
     }

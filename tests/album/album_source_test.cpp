@@ -4,6 +4,8 @@
 #include "album/album_fixture.h"
 #include "assembly/performer_tree.h"
 #include "assembly/track_picker.h"
+#include "engine/jet_error.h"
+#include "support/jet_errors.h"
 #include "support/paths.h"
 
 namespace albumtest {
@@ -110,8 +112,6 @@ TEST_P(HandPickedAlbums, SourceHoldsTheJoinedRowsInOrder) {
     const QString path = dir.file("albums.mdb");
     albumgen::writeCollection(path, handPicked(GetParam()));
     connectAndBuild(path);
-    EXPECT_TRUE(dialogs.messages().empty());
-    EXPECT_TRUE(editor.getTracksEnabled);
     EXPECT_EQ(state.albumHasRating, GetParam());
     EXPECT_EQ(state.passedCount, kHandPickedRows.size());
     QStringList expected = kHandPickedRows;
@@ -181,6 +181,75 @@ TEST_F(AlbumFileTest, AnotherProgramsSourceNeverReplacesThisOne) {
               rowsOfX.size());
     EXPECT_EQ(testsupport::queryRaw(compilationPath, tempSourceInFile), "0");
 }
+
+// Connect links the album's tables; a cancelled connect or an unsaved editor leaves Get Tracks
+// off. A build replaces the last; dropping the links drops TempSource, and none is built then.
+TEST_F(AlbumFileTest, ConnectLinksTheTablesAndDropRemovesThemWithTempSource) {
+    const QString albums = dir.file("albums.mdb");
+    albumgen::writeAlbumDatabase(albums, {3, 1});
+    connect(albums);
+    EXPECT_TRUE(editor.albumConnected && editor.getTracksEnabled && state.albumHasRating);
+    EXPECT_EQ(dialogs.fileRequests()[0].title, "Connect to Album Database");
+    EXPECT_EQ(dialogs.fileRequests()[0].filter, "MS Access Files (*.mdb)|*.mdb");
+    EXPECT_EQ(database.linkConnect("Track"), ";DATABASE=" + albums);
+    connect(std::nullopt);  // cancelled: nothing shown, Get Tracks off
+    EXPECT_FALSE(editor.getTracksEnabled);
+    EXPECT_EQ(dialogs.fileRequests()[1].initialFolder, dir.path() + "/");
+
+    editor.isSaved = false;
+    connect(albums);
+    EXPECT_TRUE(editor.albumConnected && !editor.getTracksEnabled);
+
+    store::buildTempSource(database, state);
+    store::buildTempSource(database, state);
+    EXPECT_EQ(query("SELECT count(*) FROM TempSource").toLongLong(), state.passedCount);
+    EXPECT_EQ(state.passedCount, expectedSourceRows(albumgen::generate({3, 1})).size());
+    store::dropAlbumLinks(database);
+    EXPECT_EQ(database.tableNames(), QStringList({"Compilation", "CompilationTrack",
+                                                  "LstManufacturer", "LstFormat", "LstLength"}));
+    store::buildTempSource(database, state);
+    EXPECT_EQ(state.passedCount, 0);
+    EXPECT_FALSE(database.hasTable("TempSource"));
+}
+
+// Earlier versions kept TempSource in the file, where a killed run left another album's rows.
+// Dropped at open where the file may be written, kept where it may not, it is read by no
+// statement of the connection, before its own TempSource is built or by the build.
+enum class FileAccess { Free, LockedByAnotherWriter, ReadOnly };
+
+class LeftoverTempSource : public AlbumFileTest,
+                           public ::testing::WithParamInterface<FileAccess> {};
+
+TEST_P(LeftoverTempSource, IsNeverRead) {
+    database.close();
+    testsupport::execRaw(compilationPath,
+                         "CREATE TABLE TempSource (TitleTrack TEXT, RatingTrack TEXT);"
+                         "INSERT INTO TempSource VALUES ('Stale', '*****')");
+    std::optional<testsupport::WriteLock> otherWriter;
+    if (GetParam() == FileAccess::LockedByAnotherWriter)
+        otherWriter.emplace(compilationPath);
+    database = engine::Workspace::defaultWorkspace().openDatabase(
+        compilationPath, GetParam() == FileAccess::ReadOnly);
+    EXPECT_EQ(testsupport::errorNumber([&] { database.openRecordset("TempSource"); }),
+              engine::jet::kCannotFindInputTable);
+    EXPECT_EQ(
+        testsupport::errorNumber([&] { database.execute("INSERT INTO TempSource VALUES (1)"); }),
+        engine::jet::kCannotFindInputTable);
+    const QString albums = dir.file("albums.mdb");
+    albumgen::writeAlbumDatabase(albums, {3, 1});
+    connectAndBuild(albums);
+    QStringList rows = sourceRows();
+    rows.sort();
+    EXPECT_EQ(rows, expectedSourceRows(albumgen::generate({3, 1})));  // the album's rows alone
+    EXPECT_EQ(testsupport::queryRaw(compilationPath,
+                                    "SELECT count(*) FROM sqlite_master WHERE name = 'TempSource'"),
+              GetParam() == FileAccess::Free ? "0" : "1")
+        << "dropped where the file may be written";
+}
+
+INSTANTIATE_TEST_SUITE_P(Opened, LeftoverTempSource,
+                         ::testing::Values(FileAccess::Free, FileAccess::LockedByAnotherWriter,
+                                           FileAccess::ReadOnly));
 
 }  // namespace
 }  // namespace albumtest

@@ -2,19 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <ostream>
-
 #include "engine/database.h"
 #include "engine/recordset.h"
 #include "engine/workspace.h"
 #include "platform/scripted_dialogs.h"
 #include "support/databases.h"
+#include "support/document_summary.h"  // texts in failure messages
 #include "support/temp_dir.h"
-
-// Readable failure output for texts.
-inline void PrintTo(const QString& text, std::ostream* out) {
-    *out << '"' << text.toStdString() << '"';
-}
 
 // A compilation database with four compilations and a TempSource of seven tracks, as the track
 // picker builds it (the columns the tests read), in TempSource order.
