@@ -24,6 +24,8 @@ DataGrid::DataGrid(QWidget* parent) : QTableView(parent), model_(new RecordsetMo
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setWordWrap(false);
+    // Arrows, Page Up/Down, Home and End move inside the grid; Tab goes on to the next control.
+    setTabKeyNavigation(false);
     verticalHeader()->hide();
     // Fixed, uniform rows: the view then never measures rows, however many there are.
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
