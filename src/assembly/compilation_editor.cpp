@@ -142,6 +142,7 @@ std::optional<qint64> compilationIdByName(engine::Database& database, const QStr
 void CompilationEditor::loadEditor(EditorMode mode, std::optional<qint64> openerCurrentId,
                                    const QDate& today) {
     isNew_ = false;
+    edited_ = false;
     connection_ = store::EditorConnection{};
     if (mode == EditorMode::Edit) {
         compilationId_ = openerCurrentId;
@@ -202,6 +203,7 @@ UpdateOutcome CompilationEditor::updateCompilation(platform::Dialogs& dialogs) {
     }
     connection_.isSaved = true;
     connection_.getTracksEnabled = connection_.albumConnected;
+    edited_ = false;
     return outcome;
 }
 
@@ -269,6 +271,7 @@ UpdateResult CompilationEditor::writeValues(platform::Dialogs& dialogs) {
 }
 
 void CompilationEditor::fieldEdited() {
+    edited_ = true;
     connection_.isSaved = false;
     connection_.getTracksEnabled = false;
 }

@@ -16,6 +16,10 @@ namespace assembly {
 
 // The date control's text when it holds no date.
 inline const QString kEmptyDateMask = QStringLiteral("__.__.__");
+// Asked when the editor is closed with values it has not stored.
+inline const QString kDiscardEditsQuestion = QStringLiteral(
+    "The changes to this compilation are not stored. Close the editor without "
+    "storing them?");
 
 // The editor's controls as texts, as the window shows them.
 struct EditorValues {
@@ -124,6 +128,8 @@ class CompilationEditor {
 
     bool isNew() const { return isNew_; }
     bool isSaved() const { return connection_.isSaved; }
+    // A value was edited since the editor was loaded or last stored.
+    bool hasUnstoredEdits() const { return edited_; }
     bool getTracksEnabled() const { return connection_.getTracksEnabled; }
     std::optional<qint64> compilationId() const { return compilationId_; }
     // The state a connect of the album database reads and changes (albumConnected).
@@ -136,6 +142,7 @@ class CompilationEditor {
 
     engine::Database database_;
     bool isNew_ = false;
+    bool edited_ = false;
     std::optional<qint64> compilationId_;
     store::EditorConnection connection_;
 };

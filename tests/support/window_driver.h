@@ -26,6 +26,10 @@ void clickButton(const QWidget* window, const QString& name);
 // pick the entry.
 void chooseFromList(QComboBox* list, const QString& caption);
 
+// Presses a key as a user would on the control: its window is made the active one and the
+// control takes the focus first, so that the window's shortcuts see the key.
+void pressInWindow(QWidget* control, Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+
 // The texts of a column of a view's rows, in order.
 QStringList columnTexts(const QAbstractItemView* view, int column);
 // The first row whose column shows text, -1 (and a test failure) when none does.

@@ -71,7 +71,15 @@ TEST_F(EditorWindow, AddRefusesWhatTheLogicRefusesThenStoresOneRowTheListShows) 
     clickButton(editor, "btnUpdate");
     EXPECT_EQ(stored("SELECT Format || C_Length FROM Compilation WHERE Name = 'Fresh'"), "CD-R80");
     EXPECT_EQ(window->grid()->model()->rowCount(), 4) << "the list follows while it is hidden";
-    editor->close();
+
+    // Escape and Ctrl+W close as the close button does: an edit not stored is not lost unasked.
+    type("txtCompilationName", "Fresher");
+    testsupport::pressInWindow(editor, Qt::Key_Escape);
+    EXPECT_EQ(dialogs.lastMessageText(), assembly::kDiscardEditsQuestion);
+    EXPECT_TRUE(editor->isVisible()) << "No, the default, keeps the editor open";
+    dialogs.answerMessage(platform::MessageAnswer::Yes);
+    testsupport::pressInWindow(editor, Qt::Key_W, Qt::ControlModifier);
+    EXPECT_TRUE(editor.isNull() || !editor->isVisible());
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(currentName(), "Fresh") << "the new compilation is the list's current row";
 }
@@ -103,6 +111,10 @@ TEST_F(EditorWindow, TheCoverButtonsStoreWhatTheComposerComposes) {
     EXPECT_EQ(testsupport::boldRanges(*field<ui::CoverTextBox>("rtfCover")->document()).size(),
               qsizetype(composed.bold.size()));
     EXPECT_TRUE(field("btnCopy2Clip")->isEnabled());
+    // In the cover box Tab types a tab; Ctrl+Tab goes on to the next control.
+    auto* cover = field<ui::CoverTextBox>("rtfCover");
+    testsupport::pressInWindow(cover, Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_NE(QApplication::focusWidget(), cover);
 
     // Another format disables the cover buttons until the next Update.
     choose("tdbCmbFmt", "CD-ROM");

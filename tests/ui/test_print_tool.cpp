@@ -66,6 +66,16 @@ TEST_F(PrintTool, EachPreviewChoiceOpensItsReportUntilTheDatabaseCloses) {
         EXPECT_TRUE(preview->isVisible() && preview->parentWidget() == window.get());
     }
     EXPECT_TRUE(dialogs.messages().empty()) << dialogs.lastMessageText().toStdString();
+    // Ctrl+= zooms in as Ctrl+plus does, the zoom list takes Tab, Escape closes the preview.
+    const qsizetype open = previews().size();
+    ReportPreviewWindow* last = previews().constLast();
+    last->setZoomPercent(100);
+    const double zoom = last->zoom();
+    testsupport::pressInWindow(last, Qt::Key_Equal, Qt::ControlModifier);
+    EXPECT_GT(last->zoom(), zoom);
+    EXPECT_TRUE(testsupport::control(last, "cmbZoom")->focusPolicy() & Qt::TabFocus);
+    testsupport::pressInWindow(last, Qt::Key_Escape);
+    EXPECT_EQ(previews().size(), open - 1);
     clickTool("ID_CloseFile");
     EXPECT_TRUE(previews().isEmpty());
 }

@@ -74,6 +74,26 @@ TEST_F(Rearrange, ADroppedTrackTakesTheNumberOfItsDropRowInPlaceOfThePicker) {
     EXPECT_TRUE(dialogs.messages().empty());
 }
 
+// Ctrl+Down and Ctrl+Up move the current track as a drop on the neighbouring row does, and it
+// stays current; nothing moves past either end. Escape returns to the picker.
+TEST_F(Rearrange, CtrlArrowsMoveTheCurrentTrackAndEscapeReturnsToThePicker) {
+    open(3);
+    grid()->setCurrentIndex(grid()->model()->index(1, 2));
+    for (const auto& [key, presses, order] :
+         {std::tuple{Qt::Key_Down, 2, "1:One 2:Three 3:Four 4:Two 5:Five"},
+          std::tuple{Qt::Key_Up, 4, "1:Two 2:One 3:Three 4:Four 5:Five"}}) {
+        for (int i = 0; i < presses; ++i) {
+            testsupport::pressInWindow(grid(), key, Qt::ControlModifier);
+        }
+        EXPECT_EQ(tracksOf(3), order);
+        EXPECT_EQ(shown(grid()), order);
+        EXPECT_EQ(columnTexts(grid(), 2).value(grid()->currentIndex().row()), "Two");
+    }
+    testsupport::pressInWindow(grid(), Qt::Key_Escape);
+    EXPECT_TRUE(picker()->isVisible());
+    EXPECT_EQ(shown(picker()->targetGrid()), "1:Two 2:One 3:Three 4:Four 5:Five");
+}
+
 TEST_F(Rearrange, AScrolledListCountsFromItsTopRowAndScrollsPastTheBottom) {
     QList<testsupport::SampleTrack> tracks;
     for (int i = 1; i <= 30; ++i) {

@@ -7,6 +7,7 @@
 #include "access/access_reader.h"
 #include "engine/scratch_files.h"
 #include "gui/screenshots.h"
+#include "ui/controls/focus_frame_style.h"
 #include "ui/qt_dialogs.h"
 #include "ui/windows/overview_window.h"
 
@@ -35,6 +36,7 @@ int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Mixorama"));
     QApplication::setOrganizationName(QStringLiteral("Mixorama"));
+    QApplication::setStyle(new ui::FocusFrameStyle);
     accessfile::installAccessReader();
     engine::removeScratchFilesOfEndedRuns();  // left by a run that was killed
     if (screenshots) {

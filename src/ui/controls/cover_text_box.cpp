@@ -2,6 +2,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -183,6 +184,18 @@ int CoverTextBox::documentPosition(int composedOffset) const {
         }
     }
     return composedOffset - pairs;
+}
+
+void CoverTextBox::keyPressEvent(QKeyEvent* event) {
+    const bool tab = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab;
+    if (tab && event->modifiers().testFlag(Qt::ControlModifier)) {
+        const bool back = event->key() == Qt::Key_Backtab || event->modifiers() & Qt::ShiftModifier;
+        // QTextEdit's own refuses to move the focus while Tab types a tab.
+        QWidget::focusNextPrevChild(!back);
+        event->accept();
+        return;
+    }
+    QTextEdit::keyPressEvent(event);
 }
 
 }  // namespace ui

@@ -45,6 +45,10 @@ class CoverTextBox : public QTextEdit {
     // The selection (all when none) as RTF, Qt's rich text and plain text.
     void copyToClipboard();
 
+  protected:
+    // Tab types a tab; Ctrl+Tab and Ctrl+Shift+Tab go on to the next and the previous control.
+    void keyPressEvent(QKeyEvent* event) override;
+
   private:
     void caretToStart();
     int documentPosition(int composedOffset) const;

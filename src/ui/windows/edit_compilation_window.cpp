@@ -452,9 +452,25 @@ bool EditCompilationWindow::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
+// Edits not stored are lost on closing: the user is asked first, unless every window closes
+// with the database.
+bool EditCompilationWindow::closeWithoutStoring() {
+    OverviewWindow* main = mainWindowOf(opener_);
+    if (!editor_.hasUnstoredEdits() || (main != nullptr && main->windowRegistry().closingAll())) {
+        return true;
+    }
+    return dialogs_.message({platform::kAppTitle, assembly::kDiscardEditsQuestion,
+                             platform::MessageIcon::Question, platform::MessageButtons::YesNo,
+                             platform::MessageAnswer::No}) == platform::MessageAnswer::Yes;
+}
+
 // Unload: what the editor stored has been announced already, so the lists show it; the opener
 // comes back.
 void EditCompilationWindow::closeEvent(QCloseEvent* event) {
+    if (!closeWithoutStoring()) {
+        event->ignore();
+        return;
+    }
     std::optional<qint64> added;
     if (mode_ == assembly::EditorMode::Add && !editor_.isNew()) {
         added = editor_.compilationId();

@@ -63,6 +63,7 @@ class EditCompilationWindow : public QWidget {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    bool closeWithoutStoring();
     void buildControls();
     QWidget* buildFieldsFrame();
     void connectFieldEvents();

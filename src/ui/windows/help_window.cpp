@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 
 #include "platform/program_folder.h"
+#include "ui/controls/window_keys.h"
 
 namespace ui {
 
@@ -17,6 +18,7 @@ HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent), browser_(new QTextBro
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(browser_);
     resize(640, 520);
+    closeWithKeys(*this);
 }
 
 void HelpWindow::showContents() {

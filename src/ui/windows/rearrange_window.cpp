@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QVBoxLayout>
 
 #include "engine/jet_error.h"
@@ -48,6 +49,27 @@ void RearrangeWindow::buildControls() {
     connect(drag_, &RowDrag::dropped, this, &RearrangeWindow::drop);
     connect(grid_, &DataGrid::clicked, this, [this] { toggleSplitState(*grid_); });
     connect(grid_, &DataGrid::doubleClicked, this, &RearrangeWindow::openSort);
+    addMoveKeys();
+}
+
+void RearrangeWindow::addMoveKeys() {
+    grid_->setToolTip(
+        QStringLiteral("Drag a track, or press Ctrl+Up or Ctrl+Down, to move it; double-click to "
+                       "number the tracks by an order"));
+    // Seen before the grid, whose own Ctrl+arrows move the current cell only.
+    grid_->installEventFilter(this);
+}
+
+bool RearrangeWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == grid_ && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        const bool up = key->key() == Qt::Key_Up;
+        if ((up || key->key() == Qt::Key_Down) && key->modifiers() == Qt::ControlModifier) {
+            moveCurrentTrack(up ? -1 : 1);
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 // In the picker's place, which stays hidden while this window is open.
@@ -103,6 +125,24 @@ void RearrangeWindow::drop() {
         assembly::moveTrack(session_.database(), compilationId_, draggedTrackNo_,
                             assembly::dropTargetNo(dropGrid()));
         session_.announceTracksChanged(compilationId_);
+    } catch (const engine::JetError& error) {
+        dialogs_.exclamation(error.description());
+    }
+}
+
+// The current track changes places with its neighbour, and stays current so that the next
+// press moves it on. Nothing happens at either end of the list.
+void RearrangeWindow::moveCurrentTrack(int by) {
+    const int row = grid_->currentIndex().row();
+    const int target = row + by;
+    if (row < 0 || target < 0 || target >= grid_->model()->rowCount()) {
+        return;
+    }
+    const int column = grid_->currentIndex().column();
+    try {
+        assembly::moveTrack(session_.database(), compilationId_, trackNoAt(row), trackNoAt(target));
+        session_.announceTracksChanged(compilationId_);
+        grid_->setCurrentIndex(grid_->model()->index(target, column));
     } catch (const engine::JetError& error) {
         dialogs_.exclamation(error.description());
     }

@@ -23,7 +23,8 @@ class WindowRegistry;
 // track dragged onto another row takes that row's number and the tracks between move by one; a
 // double click opens the sort dialog, which renumbers all tracks by an order. Each step is
 // written at once and announced, so the picker's target grid follows. The picker that opens it
-// is hidden while it is open and shown again when it closes.
+// is hidden while it is open and shown again when it closes. Ctrl+Up and Ctrl+Down move the
+// current track one place, as a drop on the neighbouring row does.
 class RearrangeWindow : public QWidget {
     Q_OBJECT
   public:
@@ -35,6 +36,7 @@ class RearrangeWindow : public QWidget {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void buildControls();
@@ -44,6 +46,8 @@ class RearrangeWindow : public QWidget {
     assembly::DropGrid dropGrid() const;
     int trackNoAt(int row) const;
     void drop();
+    void addMoveKeys();
+    void moveCurrentTrack(int by);
     void openSort();
     void renumber(const QString& orderText);
 

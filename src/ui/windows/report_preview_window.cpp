@@ -88,7 +88,8 @@ void ReportPreviewWindow::buildToolBar() {
                              &ReportPreviewWindow::zoomOut));
     zoomList_ = new QComboBox(tools);
     zoomList_->setObjectName(QStringLiteral("cmbZoom"));
-    zoomList_->setFocusPolicy(Qt::ClickFocus);
+    zoomList_->setFocusPolicy(Qt::StrongFocus);
+    zoomList_->setToolTip(tr("Zoom"));
     zoomList_->addItem(tr("Fit Page"), kFitPageEntry);
     zoomList_->addItem(tr("Fit Width"), kFitWidthEntry);
     for (const int percent : kPercents) {
@@ -97,7 +98,8 @@ void ReportPreviewWindow::buildToolBar() {
     connect(zoomList_, &QComboBox::activated, this,
             [this](int entry) { zoomChosen(zoomList_->itemData(entry).toInt()); });
     tools->addWidget(zoomList_);
-    tools->addAction(addTool("actZoomIn", tr("Zoom In"), {Qt::CTRL | Qt::Key_Plus},
+    tools->addAction(addTool("actZoomIn", tr("Zoom In"),
+                             {Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal},
                              &ReportPreviewWindow::zoomIn));
     tools->addSeparator();
     tools->addAction(

@@ -10,6 +10,7 @@
 #include "engine/database.h"
 #include "shell/navigation.h"
 #include "ui/controls/data_grid.h"
+#include "ui/controls/window_keys.h"
 #include "ui/windows/screen_colours.h"
 
 namespace ui {
@@ -33,6 +34,7 @@ TrackLookupWindow::TrackLookupWindow(engine::Database& database, const QString& 
     setModal(true);
     compilations_.setObjectName(QStringLiteral("datCompilation01"));
     buildControls(performer, title);
+    closeWithKeys(*this);
     ok_->setEnabled(okEnabled);
     resize(640, 300);
     if (opener != nullptr) {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "shell/session.h"
+#include "ui/controls/window_keys.h"
 
 namespace ui {
 
@@ -13,6 +14,7 @@ WindowRegistry::WindowRegistry(shell::Session& session, QObject* parent) : QObje
 void WindowRegistry::add(QWidget* window) {
     std::erase_if(windows_, [](const QPointer<QWidget>& known) { return known.isNull(); });
     windows_.emplace_back(window);
+    closeWithKeys(*window);
 }
 
 QList<QWidget*> WindowRegistry::windows() const {
@@ -28,6 +30,7 @@ QList<QWidget*> WindowRegistry::windows() const {
 void WindowRegistry::closeAll() {
     // Closing one window may destroy others (its own children) or load new ones: walk a copy.
     const std::vector<QPointer<QWidget>> loaded = std::exchange(windows_, {});
+    closingAll_ = true;
     for (auto it = loaded.crbegin(); it != loaded.crend(); ++it) {
         QWidget* window = it->data();
         if (window == nullptr) {
@@ -39,6 +42,7 @@ void WindowRegistry::closeAll() {
             delete window;
         }
     }
+    closingAll_ = false;
     // Windows still alive (refused, or hidden to be shown again) stay loaded, in their order.
     std::vector<QPointer<QWidget>> kept;
     for (const QPointer<QWidget>& window : loaded) {
