@@ -6,6 +6,7 @@
 
 #include "shell/session.h"
 #include "store/compilation_queries.h"
+#include "ui/controls/focus_frame_style.h"
 #include "ui/windows/window_registry.h"
 #include "window_fixture.h"
 
@@ -105,6 +106,21 @@ TEST_F(DataGridTest, ClicksAndKeysMoveTheRecordsetAndItsMovesSelectTheRow) {
     control().recordset().moveNext();  // past the end: nothing selected
     control().notifyCurrentChanged();
     EXPECT_TRUE(grid->selectionModel()->selectedRows().isEmpty());
+}
+
+// Whichever colours the grid has, the focused cell is framed in the text colour.
+TEST_F(DataGridTest, TheProgramsStyleFramesTheFocusedCellInTheTextColour) {
+    ui::FocusFrameStyle style;
+    grid->setStyle(&style);
+    for (const double colours : {16.0, 65536.0}) {
+        ui::setGridLayout(*grid, store::GridKind::Overview, colours);
+        testsupport::pressInWindow(grid, Qt::Key_Down);
+        const QRect cell = grid->visualRect(grid->currentIndex());
+        const QImage shot = grid->viewport()->grab().toImage();
+        const QColor text = grid->palette().color(QPalette::Text);
+        EXPECT_EQ(shot.pixelColor(cell.left() + 1, cell.center().y()), text) << colours;
+        EXPECT_EQ(shot.pixelColor(cell.center().x(), cell.bottom() - 1), text) << colours;
+    }
 }
 
 // The session's list moves the changed rows (its own tests tell how); the grid keeps its view,
