@@ -90,11 +90,14 @@ TEST_F(Editor, UpdatesWriteOneRowAndLeaveTheSumsAlone) {
     EXPECT_TRUE(editor.getTracksEnabled() && !editor.isNew());
     const qint64 id = editor.compilationId().value_or(0);
     EXPECT_EQ(row(id).mid(0, 6), (QVariantList{"First", {}, {}, {}, "", "text"}));
+    EXPECT_FALSE(editor.hasUnstoredEdits());
     editor.fieldEdited();
     EXPECT_FALSE(editor.isSaved() || editor.getTracksEnabled());
+    EXPECT_TRUE(editor.hasUnstoredEdits());
     editor.values.name = "Renamed";
     editor.values.dateText = "21.01.97";
     ASSERT_TRUE(editor.updateCompilation(dialogs).saved());
+    EXPECT_FALSE(editor.hasUnstoredEdits());
     EXPECT_EQ(row(id).mid(0, 4), (QVariantList{"Renamed", {}, {}, "1997-01-21"}));
     editor.values.notes = "kept";
     editor.loadEditor(EditorMode::Edit, 4);
