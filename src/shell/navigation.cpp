@@ -37,6 +37,10 @@ QString positionText(const engine::Recordset& rows) {
     return QStringLiteral("%1  %2").arg(rows.absolutePosition() + 1).arg(rows.recordCount());
 }
 
+QString positionSentence(const QString& noun, qint64 position, qint64 count) {
+    return QStringLiteral("%1 %2 of %3").arg(noun).arg(position).arg(count);
+}
+
 QString listCountText(int recordCount, int gotoCount) {
     return QStringLiteral("C %1    List %2").arg(recordCount).arg(gotoCount);
 }

@@ -16,6 +16,8 @@ void moveRecord(int index, engine::Recordset& rows);
 
 // The position display: current row number, two blanks, row count ("3  17").
 QString positionText(const engine::Recordset& rows);
+// The same position as a sentence for a screen reader: "Compilation 3 of 17".
+QString positionSentence(const QString& noun, qint64 position, qint64 count);
 
 // Panel 2 of the status bar: "C 17    List 12".
 QString listCountText(int recordCount, int gotoCount);
@@ -31,6 +33,8 @@ QRect placedOver(const QRect& child, const QRect& parent);
 QRect alignedWith(const QRect& child, const QRect& parent);
 
 // Twips, the unit of window positions in the layouts: 15 to the pixel at 96 dpi.
-inline int twipsToPixels(int twips) { return twips / 15; }
+inline int twipsToPixels(int twips) {
+    return twips / 15;
+}
 
 }  // namespace shell

@@ -91,7 +91,7 @@ TEST_F(PickerWindow, AHeaderClickAndTheFindPanelFindInTheSource) {
     QTest::mouseClick(source->horizontalHeader()->viewport(), Qt::LeftButton, {},
                       QPoint(source->columnViewportPosition(1) + 5, 5));
     EXPECT_EQ(testsupport::control<QLabel>(picker(), "lblGotoSourceSong")->text(),
-              "Find " + source->columnCaption(1) + ":");
+              "Fin&d " + source->columnCaption(1) + ":");
     auto* gotoList = testsupport::control<QComboBox>(picker(), "cmbGotoSourceSong");
     EXPECT_EQ(gotoList->count(), 5);
     auto* comparisons = testsupport::control<QComboBox>(picker(), "cmbComparisonSourceSong");

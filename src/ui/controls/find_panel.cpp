@@ -53,7 +53,7 @@ FindPanel::FindPanel(const QString& listName, const QString& buttonLetter, MoveB
     label_->setBuddy(gotoList_);
     comparisons_ = new QComboBox(this);
     comparisons_->setObjectName(QStringLiteral("cmbComparison") + listName);
-    setTabOrder(gotoList_, comparisons_);
+    comparisons_->setAccessibleName(QStringLiteral("Comparison"));
     layout->addWidget(label_, 0, 0, 1, 2);
     layout->addWidget(gotoList_, 1, 0, 1, 2);
     layout->addWidget(comparisons_, 2, 0, 1, 2);
@@ -94,7 +94,9 @@ void FindPanel::showLists(const query::GotoLists& lists) {
 }
 
 void FindPanel::setCaption(const QString& caption) {
-    label_->setText(QStringLiteral("Find ") + caption + QLatin1Char(':'));
+    QString shown = caption;
+    label_->setText(QStringLiteral("Fin&d ") +
+                    shown.replace(QLatin1Char('&'), QStringLiteral("&&")) + QLatin1Char(':'));
 }
 
 void FindPanel::setControlsEnabled(bool enabled) {

@@ -1,6 +1,7 @@
 #include "ui/controls/main_toolbar.h"
 
 #include <QAction>
+#include <QShortcut>
 #include <QStyle>
 #include <QWidgetAction>
 
@@ -57,7 +58,7 @@ MainToolBar::MainToolBar(QWidget* parent) : QToolBar(QStringLiteral("ToolBarMain
             reportTypes_ = new QComboBox(this);
             reportTypes_->setObjectName(tool.id);
             reportTypes_->addItems(shell::reportTypes());
-            reportTypes_->setToolTip(tool.caption);
+            focusReportTypes(tool.caption);
             reportTypes_->setStatusTip(tool.description);
             reportTypes_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
             reportTypes_->setMinimumContentsLength(18);
@@ -78,6 +79,17 @@ MainToolBar::MainToolBar(QWidget* parent) : QToolBar(QStringLiteral("ToolBarMain
             addSeparator();
         }
     }
+}
+
+// The list of report types has no caption to carry a mnemonic: a key of its own focuses it.
+void MainToolBar::focusReportTypes(const QString& caption) {
+    const QKeySequence key(Qt::CTRL | Qt::Key_R);
+    reportTypes_->setAccessibleName(caption);
+    reportTypes_->setToolTip(
+        QStringLiteral("%1 (%2)").arg(caption, key.toString(QKeySequence::NativeText)));
+    auto* shortcut = new QShortcut(key, reportTypes_);
+    connect(shortcut, &QShortcut::activated, reportTypes_,
+            [this] { reportTypes_->setFocus(Qt::ShortcutFocusReason); });
 }
 
 QAction* MainToolBar::tool(const QString& id) const {

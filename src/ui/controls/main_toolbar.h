@@ -24,6 +24,7 @@ class MainToolBar : public QToolBar {
     void toolClicked(const QString& id);
 
   private:
+    void focusReportTypes(const QString& caption);
     QHash<QString, QAction*> actions_;
     QComboBox* reportTypes_ = nullptr;
 };

@@ -20,6 +20,7 @@
 #include "store/screen_colours.h"
 #include "ui/controls/data_grid.h"
 #include "ui/controls/find_panel.h"
+#include "ui/controls/focus_order.h"
 #include "ui/controls/panel_status_bar.h"
 #include "ui/windows/overview_window.h"
 #include "ui/windows/screen_colours.h"
@@ -66,6 +67,7 @@ CompilationBrowserWindow::CompilationBrowserWindow(OverviewWindow& main, platfor
     main.windowRegistry().add(this);
     const engine::Recordset& chosen = main.compilations()->recordset();
     load(chosen.value(kKey).toLongLong());
+    orderFocusByLayout(*this);
 }
 
 void CompilationBrowserWindow::buildControls() {
@@ -73,6 +75,7 @@ void CompilationBrowserWindow::buildControls() {
     auto* body = new QGridLayout;
     tracks_ = new DataGrid(this);
     tracks_->setObjectName(QStringLiteral("grd6Track"));
+    tracks_->setAccessibleName(QStringLiteral("Tracks on the compilation"));
     tracks_->setColumns(store::gridColumns(store::GridKind::Compilation));
     tracks_->setDataControl(&trackRows_);
     connect(tracks_, &DataGrid::clicked, this, [this] { toggleSplitState(*tracks_); });
@@ -89,12 +92,14 @@ void CompilationBrowserWindow::buildControls() {
 }
 
 QWidget* CompilationBrowserWindow::buildFields() {
-    auto* frame = new QGroupBox(QStringLiteral("Selected Compilation"), this);
+    // The title's mnemonic reaches the name, the box's first field.
+    auto* frame = new QGroupBox(QStringLiteral("Selected &Compilation"), this);
     frame->setObjectName(QStringLiteral("fraCompilation"));
     auto* layout = new QGridLayout(frame);
     name_ = new QLineEdit(frame);
     name_->setObjectName(QStringLiteral("txtCompilationName"));
     name_->setReadOnly(true);
+    name_->setAccessibleName(QStringLiteral("Compilation name"));
     name_->setToolTip(QStringLiteral("DblClick to Edit"));
     name_->installEventFilter(this);
     boundFields_.emplace_back(name_, QStringLiteral("C_Name"));
@@ -103,14 +108,14 @@ QWidget* CompilationBrowserWindow::buildFields() {
         const char* caption;
         const char* name;
         const char* field;  // empty: written by the window
-    } fields[] = {{"Storage", "txtStorage", "C_Box"},
-                  {"Format", "txtFormat", "C_Format"},
-                  {"Manufacturer", "txtManufacturer", "Manufacturer"},
-                  {"Length", "txtLength", "C_Length"},
-                  {"Recording Date", "txtDate", "RecDate"},
-                  {"Track #", "txtTrack", "C_SumTrack"},
-                  {"Notes", "txtNotes", "C_Notes"},
-                  {"Total Time", "txtTime", ""}};
+    } fields[] = {{"&Storage", "txtStorage", "C_Box"},
+                  {"F&ormat", "txtFormat", "C_Format"},
+                  {"Man&ufacturer", "txtManufacturer", "Manufacturer"},
+                  {"Len&gth", "txtLength", "C_Length"},
+                  {"Record&ing Date", "txtDate", "RecDate"},
+                  {"Trac&k #", "txtTrack", "C_SumTrack"},
+                  {"No&tes", "txtNotes", "C_Notes"},
+                  {"Total Ti&me", "txtTime", ""}};
     int place = 0;
     for (const auto& field : fields) {
         auto* box = new QLineEdit(frame);
@@ -118,7 +123,9 @@ QWidget* CompilationBrowserWindow::buildFields() {
         box->setReadOnly(true);
         const int row = 1 + place / 2;
         const int column = (place % 2) * 2;
-        layout->addWidget(new QLabel(QString::fromLatin1(field.caption), frame), row, column);
+        auto* label = new QLabel(QString::fromLatin1(field.caption), frame);
+        label->setBuddy(box);
+        layout->addWidget(label, row, column);
         layout->addWidget(box, row, column + 1);
         ++place;
         if (*field.field == 0) {

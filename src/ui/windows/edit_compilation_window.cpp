@@ -20,6 +20,7 @@
 #include "store/album_source.h"
 #include "store/screen_colours.h"
 #include "ui/controls/cover_text_box.h"
+#include "ui/controls/focus_order.h"
 #include "ui/windows/get_songs_window.h"
 #include "ui/windows/overview_window.h"
 
@@ -29,7 +30,7 @@ namespace {
 
 constexpr int kWidthTwips = 9230;
 const QStringList kGetCaptions{"&Performer", "Perf | &Album", "Perf | &Song"};
-const QStringList kSortCaptions{"Time (decreasing)", "Performer, Album"};
+const QStringList kSortCaptions{"T&ime (decreasing)", "P&erformer, Album"};
 constexpr assembly::CoverMode kGetModes[] = {assembly::CoverMode::Performer,
                                              assembly::CoverMode::PerformerAlbum,
                                              assembly::CoverMode::PerformerSong};
@@ -107,13 +108,14 @@ EditCompilationWindow::EditCompilationWindow(shell::Session& session, platform::
     setWindowTitle(QStringLiteral("Edit Compilation"));
     buildControls();
     load(currentId);
+    orderFocusByLayout(*this);
+    name_->setFocus();
 }
 
 void EditCompilationWindow::buildControls() {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(buildFieldsFrame());
     layout->addWidget(buildCoverFrame(), 1);
-    setTabOrderOfFields();
 }
 
 QWidget* EditCompilationWindow::buildFieldsFrame() {
@@ -136,10 +138,10 @@ QWidget* EditCompilationWindow::buildFieldsFrame() {
         QWidget* control;
     };
     const Field fields[] = {
-        {"Name", "lblCompilationName", name_}, {"Format", "lblFormat", format_},
-        {"Length", "lblLength", length_},      {"Manufacturer", "lblManufacturer", manufacturer_},
-        {"Storage", "lblStorage", storage_},   {"Recording Date", "lblDate", date_},
-        {"Notes", "lblNotes", notes_}};
+        {"&Name", "lblCompilationName", name_}, {"Fo&rmat", "lblFormat", format_},
+        {"&Length", "lblLength", length_},      {"&Manufacturer", "lblManufacturer", manufacturer_},
+        {"S&torage", "lblStorage", storage_},   {"Recording &Date", "lblDate", date_},
+        {"N&otes", "lblNotes", notes_}};
     int row = 0;
     for (const Field& field : fields) {
         auto* label = named(new QLabel(QString::fromLatin1(field.caption), frame),
@@ -188,7 +190,7 @@ QWidget* EditCompilationWindow::buildCoverFrame() {
     layout->setContentsMargins(0, 0, 0, 0);
     cover_ = new CoverTextBox(panel);
     auto* coverLabel =
-        named(new QLabel(QStringLiteral("Cover"), panel), QStringLiteral("lblCover"));
+        named(new QLabel(QStringLiteral("Co&ver"), panel), QStringLiteral("lblCover"));
     coverLabel->setBuddy(cover_);
     cover_->installEventFilter(this);
     connect(cover_, &CoverTextBox::textChanged, this, &EditCompilationWindow::fieldEdited);
@@ -222,17 +224,6 @@ QWidget* EditCompilationWindow::buildCoverFrame() {
     layout->setRowStretch(4, 1);
     layout->setColumnStretch(0, 1);
     return panel;
-}
-
-void EditCompilationWindow::setTabOrderOfFields() {
-    const QList<QWidget*> order = {
-        name_,           format_,        length_,        manufacturer_,  storage_,
-        date_,           notes_,         updateButton_,  connectButton_, getTracksButton_,
-        cover_,          getButtons_[0], getButtons_[1], getButtons_[2], sortOptions_[0],
-        sortOptions_[1], fontButton_,    copyButton_};
-    for (int i = 1; i < order.size(); ++i) {
-        setTabOrder(order[i - 1], order[i]);
-    }
 }
 
 void EditCompilationWindow::fillValueLists() {

@@ -68,7 +68,6 @@ class EditCompilationWindow : public QWidget {
     QWidget* buildFieldsFrame();
     void connectFieldEvents();
     QWidget* buildCoverFrame();
-    void setTabOrderOfFields();
     void fillValueLists();
     void load(std::optional<qint64> currentId);
     void showValues();

@@ -16,6 +16,7 @@
 #include "query/field_values.h"
 #include "shell/navigation.h"
 #include "shell/session.h"
+#include "ui/controls/focus_order.h"
 #include "ui/windows/get_songs_window.h"
 #include "ui/windows/screen_colours.h"
 
@@ -66,6 +67,7 @@ FilterDialog::FilterDialog(shell::Session& session, platform::Dialogs& dialogs,
     passed_->setPalette(palette);
     showPassed(session_.state().album.passedCount);
     adjustSize();
+    orderFocusByLayout(*this);
     setGeometry(shell::placedOver(geometry(), picker_.geometry()));
     // The picker set the hourglass before opening the dialog.
     QApplication::restoreOverrideCursor();
@@ -73,14 +75,20 @@ FilterDialog::FilterDialog(shell::Session& session, platform::Dialogs& dialogs,
 
 void FilterDialog::buildControls() {
     auto* layout = new QGridLayout(this);
-    layout->addWidget(caption(QStringLiteral("lblVariable"), QStringLiteral("Variable"), this), 0,
-                      0);
-    layout->addWidget(caption(QStringLiteral("lblComparison"), QStringLiteral("Comparison"), this),
-                      0, 1);
-    layout->addWidget(caption(QStringLiteral("lblString"), QStringLiteral("Text"), this), 0, 2);
+    const std::array<QLabel*, 3> headers{
+        caption(QStringLiteral("lblVariable"), QStringLiteral("&Variable"), this),
+        caption(QStringLiteral("lblComparison"), QStringLiteral("Co&mparison"), this),
+        caption(QStringLiteral("lblString"), QStringLiteral("&Text"), this)};
+    for (int column = 0; column < 3; ++column) {
+        layout->addWidget(headers[column], 0, column);
+    }
     addRow(0, 1, *layout);
+    // The column captions' mnemonics reach the first condition.
+    headers[0]->setBuddy(variables_[0]);
+    headers[1]->setBuddy(comparisons_[0]);
+    headers[2]->setBuddy(texts_[0]);
     auto* joint = new QHBoxLayout;
-    QLabel* concatLabel = caption(QStringLiteral("lblConcat"), QStringLiteral("Concat."), this);
+    QLabel* concatLabel = caption(QStringLiteral("lblConcat"), QStringLiteral("Co&ncat."), this);
     concatenation_ = new QComboBox(this);
     concatenation_->setObjectName(QStringLiteral("cmbConcat"));
     concatLabel->setBuddy(concatenation_);
@@ -123,6 +131,11 @@ void FilterDialog::addRow(int index, int gridRow, QGridLayout& layout) {
             chooseVariable(index);
         }
     });
+    const QString condition =
+        index == 0 ? QStringLiteral("First condition: ") : QStringLiteral("Second condition: ");
+    variable->setAccessibleName(condition + QStringLiteral("variable"));
+    comparison->setAccessibleName(condition + QStringLiteral("comparison"));
+    text->setAccessibleName(condition + QStringLiteral("text"));
     variables_[index] = variable;
     comparisons_[index] = comparison;
     texts_[index] = text;
@@ -216,6 +229,7 @@ void FilterDialog::showPassed(qint64 count) {
     const QString digits = QString::number(count);
     passed_->setDigitCount(std::max(kMinimumDigits, int(digits.size())));
     passed_->display(digits);
+    passed_->setAccessibleName(passed_->toolTip() + QStringLiteral(": ") + digits);
 }
 
 // Empties both rows and the concatenation; the filter in force stays until the next Apply.

@@ -26,6 +26,7 @@
 #include "store/compilation_queries.h"
 #include "ui/controls/data_grid.h"
 #include "ui/controls/find_panel.h"
+#include "ui/controls/focus_order.h"
 #include "ui/windows/filter_dialog.h"
 #include "ui/windows/navigator_window.h"
 #include "ui/windows/rearrange_window.h"
@@ -47,8 +48,20 @@ QLineEdit* counterBox(const QString& name, QWidget* parent) {
     auto* box = new QLineEdit(parent);
     box->setObjectName(name);
     box->setReadOnly(true);
-    box->setFocusPolicy(Qt::NoFocus);
     return box;
+}
+
+// A counter's caption, its mnemonic reaching the counter.
+QLabel* counterLabel(const QString& caption, QLineEdit* counter, QWidget* parent) {
+    auto* label = new QLabel(caption, parent);
+    label->setBuddy(counter);
+    return label;
+}
+
+// A screen reader reads a counter's meaning with its value: "Tracks: 12".
+void showCounter(QLineEdit* counter, const QString& caption, const QString& value) {
+    counter->setText(value);
+    counter->setAccessibleName(caption + QStringLiteral(": ") + value);
 }
 
 // Runs one step of the window's loading: a step that fails leaves its control empty and the
@@ -87,16 +100,20 @@ GetSongsWindow::GetSongsWindow(shell::Session& session, WindowRegistry& registry
     resize(1100, 720);
     registry.add(this);
     load();
+    orderFocusByLayout(*this);
+    source_->setFocus();
 }
 
 void GetSongsWindow::buildControls() {
     auto* layout = new QGridLayout(this);
     source_ = new DataGrid(this);
     source_->setObjectName(QStringLiteral("grd6Source"));
+    source_->setAccessibleName(QStringLiteral("Album tracks"));
     source_->setColumns(store::gridColumns(store::GridKind::GetSource));
     source_->setDataControl(&sourceRows_);
     target_ = new DataGrid(this);
     target_->setObjectName(QStringLiteral("grd6Target"));
+    target_->setAccessibleName(QStringLiteral("Tracks on the compilation"));
     target_->setColumns(store::gridColumns(store::GridKind::GetTarget));
     target_->setDataControl(&targetRows_);
     target_->installEventFilter(this);
@@ -135,12 +152,15 @@ QWidget* GetSongsWindow::buildCounters() {
     QFont bold = timeCount_->font();
     bold.setBold(true);
     timeCount_->setFont(bold);
-    layout->addWidget(new QLabel(QStringLiteral("Compilation:"), frame));
+    overTime_ = new QLabel(frame);
+    overTime_->setObjectName(QStringLiteral("lblOverTime"));
+    layout->addWidget(counterLabel(QStringLiteral("&Compilation:"), name_, frame));
     layout->addWidget(name_, 1);
-    layout->addWidget(new QLabel(QStringLiteral("Tracks:"), frame));
+    layout->addWidget(counterLabel(QStringLiteral("&Tracks:"), trackCount_, frame));
     layout->addWidget(trackCount_);
-    layout->addWidget(new QLabel(QStringLiteral("Time:"), frame));
+    layout->addWidget(counterLabel(QStringLiteral("Ti&me:"), timeCount_, frame));
     layout->addWidget(timeCount_);
+    layout->addWidget(overTime_);
     return frame;
 }
 
@@ -170,7 +190,7 @@ QWidget* GetSongsWindow::buildSidePanel() {
         void (GetSongsWindow::*open)();
     } tools[] = {{"F&ilter", "btnFilter", &GetSongsWindow::openFilter},
                  {"&Sort", "btnSort", &GetSongsWindow::openSort},
-                 {"Navigate", "btnNavigation", &GetSongsWindow::openNavigator},
+                 {"Na&vigate", "btnNavigation", &GetSongsWindow::openNavigator},
                  {"&Rearrange", "btnReArrange", &GetSongsWindow::openRearrange}};
     for (const auto& tool : tools) {
         QPushButton* button =
@@ -245,18 +265,27 @@ void GetSongsWindow::bindTarget() {
 
 void GetSongsWindow::readCompilation() {
     shown_ = assembly::readCompilation(session_.database(), compilationId_);
-    name_->setText(shown_.name);
-    trackCount_->setText(QString::number(shown_.stored.trackCount));
-    timeCount_->setText(query::formatTime(double(shown_.stored.totalTime)));
+    showCounter(name_, QStringLiteral("Compilation"), shown_.name);
+    showCounter(trackCount_, QStringLiteral("Tracks"), QString::number(shown_.stored.trackCount));
+    showCounter(timeCount_, QStringLiteral("Time"),
+                query::formatTime(double(shown_.stored.totalTime)));
 }
 
-// Red when the time no longer fits on the medium, else green.
+// Red when the time no longer fits on the medium, else green; the excess is also said in words.
 void GetSongsWindow::setColor() {
-    const quint32 colour = assembly::timeColour(shown_.stored.totalTime, shown_.lengthMinutes,
-                                                shown_.stored.trackCount);
+    const qint64 total = shown_.stored.totalTime;
+    const int tracks = shown_.stored.trackCount;
+    const quint32 colour = assembly::timeColour(total, shown_.lengthMinutes, tracks);
     QPalette palette = timeCount_->palette();
     palette.setColor(QPalette::Text, fromBgr(colour));
     timeCount_->setPalette(palette);
+    const bool over = assembly::exceedsMedium(total, shown_.lengthMinutes, tracks);
+    const qint64 excess = total - assembly::timeCapacity(shown_.lengthMinutes, tracks);
+    overTime_->setText(over ? QStringLiteral("over by ") + query::formatTime(double(excess))
+                            : QString());
+    overTime_->setVisible(over);
+    const QString time = QStringLiteral("Time: ") + timeCount_->text();
+    timeCount_->setAccessibleName(over ? time + QStringLiteral(", ") + overTime_->text() : time);
 }
 
 void GetSongsWindow::activateRearrange() {
@@ -287,7 +316,10 @@ void GetSongsWindow::useGotoColumn(int column) {
 void GetSongsWindow::showSourcePosition() {
     const int position =
         sourceRows_.hasRecordset() ? sourceRows_.recordset().absolutePosition() : -1;
-    position_->setText(assembly::sourcePositionText(position, session_.state().album.passedCount));
+    const qint64 passed = session_.state().album.passedCount;
+    position_->setText(assembly::sourcePositionText(position, passed));
+    position_->setAccessibleName(
+        shell::positionSentence(QStringLiteral("Album track"), position + 1, passed));
 }
 
 void GetSongsWindow::addTrack() {

@@ -96,6 +96,7 @@ class GetSongsWindow : public QWidget {
     QLineEdit* name_ = nullptr;
     QLineEdit* trackCount_ = nullptr;
     QLineEdit* timeCount_ = nullptr;
+    QLabel* overTime_ = nullptr;  // how far the time is over the medium's, in words
     QLabel* position_ = nullptr;
     FindPanel* findPanel_ = nullptr;
     QPushButton* rearrange_ = nullptr;

@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 
 #include "platform/program_folder.h"
+#include "ui/controls/focus_order.h"
 #include "ui/controls/window_keys.h"
 
 namespace ui {
@@ -13,10 +14,12 @@ HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent), browser_(new QTextBro
     setWindowTitle(QStringLiteral("Mixorama Help"));
     setModal(false);
     browser_->setOpenExternalLinks(false);
+    browser_->setAccessibleName(QStringLiteral("Help page"));
     browser_->setSearchPaths({platform::programFolder() + QStringLiteral("/help")});
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(browser_);
+    orderFocusByLayout(*this);
     resize(640, 520);
     closeWithKeys(*this);
 }

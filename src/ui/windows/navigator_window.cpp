@@ -14,6 +14,7 @@
 #include "engine/jet_error.h"
 #include "platform/dialogs.h"
 #include "shell/session.h"
+#include "ui/controls/focus_order.h"
 #include "ui/controls/performer_tree_model.h"
 #include "ui/windows/get_songs_window.h"
 #include "ui/windows/window_registry.h"
@@ -32,6 +33,7 @@ NavigatorWindow::NavigatorWindow(shell::Session& session, WindowRegistry& regist
     connect(model_, &PerformerTreeModel::incompleteData, this, &NavigatorWindow::showIncompleteData,
             Qt::QueuedConnection);
     buildControls();
+    orderFocusByLayout(*this);
     registry.add(this);
     model_->loadRoot();
     placeBesidePicker();
@@ -42,6 +44,7 @@ void NavigatorWindow::buildControls() {
     tree_ = new QTreeView(this);
     tree_->setObjectName(QStringLiteral("SSTreeNavigate"));
     tree_->setHeaderHidden(true);
+    tree_->setAccessibleName(QStringLiteral("Performers"));
     tree_->setUniformRowHeights(true);
     tree_->setModel(model_);
     connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this,
@@ -51,11 +54,10 @@ void NavigatorWindow::buildControls() {
     layout->addWidget(tree_, 1);
 
     auto* bottom = new QHBoxLayout;
-    auto* label = new QLabel(QStringLiteral("Performer:"), this);
+    auto* label = new QLabel(QStringLiteral("&Performer:"), this);
     performer_ = new QLineEdit(this);
     performer_->setObjectName(QStringLiteral("txtPerformer"));
     performer_->setReadOnly(true);
-    performer_->setFocusPolicy(Qt::NoFocus);
     label->setBuddy(performer_);
     collapse_ = new QPushButton(QStringLiteral("&Collaps All"), this);
     collapse_->setObjectName(QStringLiteral("btnCollExp"));

@@ -20,6 +20,7 @@
 #include "store/compilation_queries.h"
 #include "ui/controls/data_grid.h"
 #include "ui/controls/find_panel.h"
+#include "ui/controls/focus_order.h"
 #include "ui/controls/main_toolbar.h"
 #include "ui/controls/panel_status_bar.h"
 #include "ui/windows/compilation_browser_window.h"
@@ -45,6 +46,7 @@ OverviewWindow::OverviewWindow(platform::Dialogs& dialogs, QWidget* parent)
     move(shell::twipsToPixels(1000), 0);
     statusBar_->setSimpleText(shell::kStatusHint);
     showDatabaseState(false);
+    orderFocusByLayout(*this);
 }
 
 OverviewWindow::~OverviewWindow() {
@@ -71,6 +73,7 @@ QWidget* OverviewWindow::buildListPage() {
     auto* layout = new QHBoxLayout(page);
     grid_ = new DataGrid(page);
     grid_->setObjectName(QStringLiteral("grd6Compilation"));
+    grid_->setAccessibleName(QStringLiteral("Compilations"));
     grid_->setDataControl(&compilations_);
     grid_->setColumns(store::gridColumns(store::GridKind::Overview));
     connect(grid_, &DataGrid::headerClicked, this, &OverviewWindow::onHeaderClicked);
@@ -163,6 +166,7 @@ void OverviewWindow::showLoadedDatabase() {
     setToolbarState();
     showListCount();
     showPosition();
+    grid_->setFocus();
 }
 
 void OverviewWindow::abandonDatabase() {
@@ -209,7 +213,10 @@ void OverviewWindow::showListCount() {
 
 void OverviewWindow::showPosition() {
     if (compilations_.hasRecordset()) {
-        position_->setText(shell::positionText(compilations_.recordset()));
+        const engine::Recordset& rows = compilations_.recordset();
+        position_->setText(shell::positionText(rows));
+        position_->setAccessibleName(shell::positionSentence(
+            QStringLiteral("Compilation"), rows.absolutePosition() + 1, rows.recordCount()));
     }
 }
 

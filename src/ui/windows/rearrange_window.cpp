@@ -11,6 +11,7 @@
 #include "shell/session.h"
 #include "store/compilation_queries.h"
 #include "ui/controls/data_grid.h"
+#include "ui/controls/focus_order.h"
 #include "ui/controls/row_drag.h"
 #include "ui/windows/screen_colours.h"
 #include "ui/windows/sort_dialog.h"
@@ -32,6 +33,7 @@ RearrangeWindow::RearrangeWindow(shell::Session& session, WindowRegistry& regist
     tracks_.setObjectName(QStringLiteral("datTrack01"));
     shell::followTracks(tracks_, session_, [this] { return compilationId_; });
     buildControls();
+    orderFocusByLayout(*this);
     resize(1000, 420);
     registry.add(this);
     load();
@@ -41,6 +43,7 @@ void RearrangeWindow::buildControls() {
     auto* layout = new QVBoxLayout(this);
     grid_ = new DataGrid(this);
     grid_->setObjectName(QStringLiteral("grd6TrackReArrange"));
+    grid_->setAccessibleName(QStringLiteral("Tracks on the compilation"));
     grid_->setColumns(store::gridColumns(store::GridKind::Rearrange));
     grid_->setDataControl(&tracks_);
     layout->addWidget(grid_);

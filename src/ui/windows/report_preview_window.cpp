@@ -18,6 +18,7 @@
 #include "report_engine/pdf_export.h"
 #include "report_engine/report_error.h"
 #include "shell/print_command.h"
+#include "ui/controls/focus_order.h"
 #include "ui/windows/report_page_view.h"
 
 namespace ui {
@@ -45,6 +46,7 @@ ReportPreviewWindow::ReportPreviewWindow(report_engine::PageModel model, const Q
     setAttribute(Qt::WA_DeleteOnClose);
     scroll_ = new QScrollArea(this);
     scroll_->setObjectName(QStringLiteral("scrPages"));
+    scroll_->setAccessibleName(QStringLiteral("Report page"));
     scroll_->setAlignment(Qt::AlignCenter);
     scroll_->setBackgroundRole(QPalette::Dark);
     view_ = new ReportPageView(model_, scroll_);
@@ -55,6 +57,7 @@ ReportPreviewWindow::ReportPreviewWindow(report_engine::PageModel model, const Q
     status_->setObjectName(QStringLiteral("lblPageStatus"));
     statusBar()->addWidget(status_);
     buildToolBar();
+    orderFocusByLayout(*this);
     resize(820, 960);
     setZoomMode(ZoomMode::FitPage);
 }
@@ -90,6 +93,7 @@ void ReportPreviewWindow::buildToolBar() {
     zoomList_->setObjectName(QStringLiteral("cmbZoom"));
     zoomList_->setFocusPolicy(Qt::StrongFocus);
     zoomList_->setToolTip(tr("Zoom"));
+    zoomList_->setAccessibleName(tr("Zoom"));
     zoomList_->addItem(tr("Fit Page"), kFitPageEntry);
     zoomList_->addItem(tr("Fit Width"), kFitWidthEntry);
     for (const int percent : kPercents) {

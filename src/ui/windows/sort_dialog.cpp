@@ -11,6 +11,7 @@
 #include "platform/dialogs.h"
 #include "shell/navigation.h"
 #include "ui/controls/find_panel.h"
+#include "ui/controls/focus_order.h"
 
 namespace ui {
 
@@ -42,6 +43,8 @@ QStringList directionCaptions() {
     return captions;
 }
 
+const QStringList kLevelNames{"First", "Second", "Third"};
+
 QLabel* columnHeader(const QString& text, QWidget* parent) {
     auto* header = new QLabel(text, parent);
     QFont bold = header->font();
@@ -59,6 +62,7 @@ SortDialog::SortDialog(query::SortCaller caller, ApplyOrder applyOrder, platform
     setWindowTitle(query::sortDialogCaption(caller));
     setModal(true);
     buildControls();
+    orderFocusByLayout(*this);
     resize(sizeHint().expandedTo(QSize(420, 0)));
     if (opener != nullptr) {
         setGeometry(shell::placedOver(geometry(), opener->window()->geometry()));
@@ -82,7 +86,12 @@ void SortDialog::buildControls() {
         keys_[level] = captionList(QStringLiteral("tdbcSortVar%1").arg(level), keys, this);
         directions_[level] =
             captionList(QStringLiteral("tdbcSortOrd%1").arg(level), directionCaptions(), this);
-        levels->addWidget(new QLabel(QStringLiteral("%1.").arg(level + 1), this), level + 1, 0);
+        auto* number = new QLabel(QStringLiteral("&%1.").arg(level + 1), this);
+        number->setBuddy(keys_[level]);
+        const QString key = kLevelNames[level] + QStringLiteral(" sort key: ");
+        keys_[level]->setAccessibleName(key + QStringLiteral("field"));
+        directions_[level]->setAccessibleName(key + QStringLiteral("direction"));
+        levels->addWidget(number, level + 1, 0);
         levels->addWidget(keys_[level], level + 1, 1);
         levels->addWidget(directions_[level], level + 1, 2);
     }

@@ -10,6 +10,7 @@
 #include "engine/database.h"
 #include "shell/navigation.h"
 #include "ui/controls/data_grid.h"
+#include "ui/controls/focus_order.h"
 #include "ui/controls/window_keys.h"
 #include "ui/windows/screen_colours.h"
 
@@ -35,6 +36,7 @@ TrackLookupWindow::TrackLookupWindow(engine::Database& database, const QString& 
     compilations_.setObjectName(QStringLiteral("datCompilation01"));
     buildControls(performer, title);
     closeWithKeys(*this);
+    orderFocusByLayout(*this);
     ok_->setEnabled(okEnabled);
     resize(640, 300);
     if (opener != nullptr) {
@@ -51,13 +53,14 @@ TrackLookupWindow::TrackLookupWindow(engine::Database& database, const QString& 
 void TrackLookupWindow::buildControls(const QString& performer, const QString& title) {
     auto* layout = new QVBoxLayout(this);
     auto* track = new QFormLayout;
-    track->addRow(QStringLiteral("Performer:"),
+    track->addRow(QStringLiteral("&Performer:"),
                   readOnlyText(QStringLiteral("txtPerformerName"), performer, this));
-    track->addRow(QStringLiteral("Title:"),
+    track->addRow(QStringLiteral("&Title:"),
                   readOnlyText(QStringLiteral("txtSongName"), title, this));
     layout->addLayout(track);
     grid_ = new DataGrid(this);
     grid_->setObjectName(QStringLiteral("grd6TrackOnCompilation"));
+    grid_->setAccessibleName(QStringLiteral("Compilations with the track"));
     grid_->setColumns(store::gridColumns(store::GridKind::Track));
     grid_->setDataControl(&compilations_);
     layout->addWidget(grid_, 1);
