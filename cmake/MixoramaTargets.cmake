@@ -23,9 +23,11 @@ function(mx_library name)
     endif()
 endfunction()
 
-# mx_test(NAME [DEPS ...]): a GoogleTest program test_NAME from tests/NAME/*.cpp, run by CTest.
+# mx_test(NAME [APP Core|Gui|Widgets] [DEPS ...]): a GoogleTest program test_NAME from
+# tests/NAME/*.cpp, run by CTest. APP gives it the shared main with an application object of
+# that kind (QProcess wants one, fonts a GUI one, widgets the widgets one), offscreen.
 function(mx_test name)
-    cmake_parse_arguments(A "" "" "DEPS" ${ARGN})
+    cmake_parse_arguments(A "" "APP" "DEPS" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${name}/*.cpp
          ${CMAKE_SOURCE_DIR}/tests/${name}/*.h)
     if(NOT sources)
@@ -34,8 +36,9 @@ function(mx_test name)
     add_executable(test_${name} ${sources})
     set_target_properties(test_${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
     target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/src)
-    # A folder whose tests need their own main (a QApplication, say) has a main.cpp.
-    if(EXISTS ${CMAKE_SOURCE_DIR}/tests/${name}/main.cpp)
+    if(A_APP)
+        target_sources(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests/support/test_main.cpp)
+        target_compile_definitions(test_${name} PRIVATE MIXORAMA_TEST_APP_${A_APP})
         set(gtest_entry GTest::gtest)
     else()
         set(gtest_entry GTest::gtest_main)
