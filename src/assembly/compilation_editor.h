@@ -130,6 +130,12 @@ class CompilationEditor {
     bool isSaved() const { return connection_.isSaved; }
     // A value was edited since the editor was loaded or last stored.
     bool hasUnstoredEdits() const { return edited_; }
+    // The cover box shows a cover just composed and stored: it changed, so Get Tracks waits for
+    // an Update as after any change, but closing loses only what was unstored before.
+    void coverComposed(bool editedBefore) {
+        fieldEdited();
+        edited_ = editedBefore;
+    }
     bool getTracksEnabled() const { return connection_.getTracksEnabled; }
     std::optional<qint64> compilationId() const { return compilationId_; }
     // The state a connect of the album database reads and changes (albumConnected).

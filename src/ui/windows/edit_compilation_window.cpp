@@ -407,6 +407,7 @@ void EditCompilationWindow::composeCover(int button) {
         return;
     }
     const QString format = format_->currentText();
+    const bool editedBefore = editor_.hasUnstoredEdits();
     try {
         const assembly::ComposedCover composed =
             assembly::retrieveCoverData(editor_.database(), *editor_.compilationId(),
@@ -423,6 +424,7 @@ void EditCompilationWindow::composeCover(int button) {
             bold.emplace_back(range.start, range.length);
         }
         cover_->boldPerformers(bold);
+        editor_.coverComposed(editedBefore);
     } catch (const engine::JetError&) {
         // The cover stays as it was.
     }
