@@ -15,14 +15,17 @@ void clickButton(const QWidget* window, const QString& name) {
     QTest::mouseClick(button, Qt::LeftButton);
 }
 
-void pressInWindow(QWidget* control, Qt::Key key, Qt::KeyboardModifiers modifiers) {
-    ASSERT_NE(control, nullptr);
-    QWidget* window = control->window();
+bool activate(QWidget* window) {
     window->show();
     // The offscreen platform does not always hand the activation on to a window whose owner
     // hid itself (the rearranging window over the picker); the application is told directly.
     QApplication::setActiveWindow(window);
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    return QTest::qWaitForWindowActive(window);
+}
+
+void pressInWindow(QWidget* control, Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    ASSERT_NE(control, nullptr);
+    ASSERT_TRUE(activate(control->window()));
     control->setFocus();
     QTest::keyClick(control, key, modifiers);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

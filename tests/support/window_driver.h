@@ -26,6 +26,8 @@ void clickButton(const QWidget* window, const QString& name);
 // pick the entry.
 void chooseFromList(QComboBox* list, const QString& caption);
 
+// Shows the window and makes it the active one; false when it did not become active.
+bool activate(QWidget* window);
 // Presses a key as a user would on the control: its window is made the active one and the
 // control takes the focus first, so that the window's shortcuts see the key.
 void pressInWindow(QWidget* control, Qt::Key key, Qt::KeyboardModifiers modifiers = {});

@@ -45,10 +45,8 @@ class KeyboardAccess : public PickerTest {
     void check(QWidget* shown, const QString& startsOn) {
         ASSERT_NE(shown, nullptr);
         SCOPED_TRACE(shown->objectName().toStdString());
-        shown->show();
         QTest::qWait(20);  // the events of the step that opened it first
-        shown->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(shown));
+        ASSERT_TRUE(testsupport::activate(shown));
         Controls stops;  // of a group of options only the chosen one
         for (QWidget* control : shown->findChildren<QWidget*>()) {
             if (control->window() == shown && control->isVisible() && control->isEnabled() &&
