@@ -10,6 +10,7 @@
 #include "query/goto_lists.h"
 #include "shell/navigation.h"
 #include "store/data_control.h"
+#include "ui/controls/list_label.h"
 
 namespace ui {
 
@@ -53,7 +54,7 @@ FindPanel::FindPanel(const QString& listName, const QString& buttonLetter, MoveB
     label_->setBuddy(gotoList_);
     comparisons_ = new QComboBox(this);
     comparisons_->setObjectName(QStringLiteral("cmbComparison") + listName);
-    comparisons_->setAccessibleName(QStringLiteral("Comparison"));
+    labelList(*comparisons_, QStringLiteral("Comparison"));
     layout->addWidget(label_, 0, 0, 1, 2);
     layout->addWidget(gotoList_, 1, 0, 1, 2);
     layout->addWidget(comparisons_, 2, 0, 1, 2);

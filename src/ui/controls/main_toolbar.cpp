@@ -6,6 +6,7 @@
 #include <QWidgetAction>
 
 #include "shell/toolbar_tools.h"
+#include "ui/controls/list_label.h"
 
 namespace ui {
 
@@ -84,7 +85,7 @@ MainToolBar::MainToolBar(QWidget* parent) : QToolBar(QStringLiteral("ToolBarMain
 // The list of report types has no caption to carry a mnemonic: a key of its own focuses it.
 void MainToolBar::focusReportTypes(const QString& caption) {
     const QKeySequence key(Qt::CTRL | Qt::Key_R);
-    reportTypes_->setAccessibleName(caption);
+    labelList(*reportTypes_, caption);
     reportTypes_->setToolTip(
         QStringLiteral("%1 (%2)").arg(caption, key.toString(QKeySequence::NativeText)));
     auto* shortcut = new QShortcut(key, reportTypes_);

@@ -17,6 +17,7 @@
 #include "shell/navigation.h"
 #include "shell/session.h"
 #include "ui/controls/focus_order.h"
+#include "ui/controls/list_label.h"
 #include "ui/windows/get_songs_window.h"
 #include "ui/windows/screen_colours.h"
 
@@ -133,8 +134,8 @@ void FilterDialog::addRow(int index, int gridRow, QGridLayout& layout) {
     });
     const QString condition =
         index == 0 ? QStringLiteral("First condition: ") : QStringLiteral("Second condition: ");
-    variable->setAccessibleName(condition + QStringLiteral("variable"));
-    comparison->setAccessibleName(condition + QStringLiteral("comparison"));
+    labelList(*variable, condition + QStringLiteral("variable"));
+    labelList(*comparison, condition + QStringLiteral("comparison"));
     text->setAccessibleName(condition + QStringLiteral("text"));
     variables_[index] = variable;
     comparisons_[index] = comparison;

@@ -19,6 +19,7 @@
 #include "report_engine/report_error.h"
 #include "shell/print_command.h"
 #include "ui/controls/focus_order.h"
+#include "ui/controls/list_label.h"
 #include "ui/windows/report_page_view.h"
 
 namespace ui {
@@ -93,7 +94,7 @@ void ReportPreviewWindow::buildToolBar() {
     zoomList_->setObjectName(QStringLiteral("cmbZoom"));
     zoomList_->setFocusPolicy(Qt::StrongFocus);
     zoomList_->setToolTip(tr("Zoom"));
-    zoomList_->setAccessibleName(tr("Zoom"));
+    labelList(*zoomList_, tr("Zoom"));
     zoomList_->addItem(tr("Fit Page"), kFitPageEntry);
     zoomList_->addItem(tr("Fit Width"), kFitWidthEntry);
     for (const int percent : kPercents) {

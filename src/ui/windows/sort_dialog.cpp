@@ -12,6 +12,7 @@
 #include "shell/navigation.h"
 #include "ui/controls/find_panel.h"
 #include "ui/controls/focus_order.h"
+#include "ui/controls/list_label.h"
 
 namespace ui {
 
@@ -89,8 +90,8 @@ void SortDialog::buildControls() {
         auto* number = new QLabel(QStringLiteral("&%1.").arg(level + 1), this);
         number->setBuddy(keys_[level]);
         const QString key = kLevelNames[level] + QStringLiteral(" sort key: ");
-        keys_[level]->setAccessibleName(key + QStringLiteral("field"));
-        directions_[level]->setAccessibleName(key + QStringLiteral("direction"));
+        number->setAccessibleName(key + QStringLiteral("field"));
+        labelList(*directions_[level], key + QStringLiteral("direction"));
         levels->addWidget(number, level + 1, 0);
         levels->addWidget(keys_[level], level + 1, 1);
         levels->addWidget(directions_[level], level + 1, 2);
