@@ -4,6 +4,7 @@
 #include <QAccessible>
 
 #include "query/time_text.h"
+#include "shell/toolbar_tools.h"
 #include "ui/windows/filter_dialog.h"
 #include "ui/windows/sort_dialog.h"
 #include "ui/windows/track_lookup_window.h"
@@ -94,6 +95,11 @@ class KeyboardAccess : public PickerTest {
 TEST_F(KeyboardAccess, EveryWindowIsWalkedByTabNamedAndReachedByMnemonics) {
     check(window.get(), "grd6Compilation");
     EXPECT_EQ(child<QLabel>("digActualGridPos")->accessibleName(), "Compilation 1 of 4");
+    QSet<QKeySequence> keys;  // the tools cannot take the focus: each has a key of its own
+    for (const shell::ToolSpec& tool : shell::mainTools()) {
+        keys << (tool.isDropDown ? QKeySequence() : window->toolBar()->tool(tool.id)->shortcut());
+    }
+    EXPECT_EQ(keys.size(), shell::mainTools().size());  // the report list's is Ctrl+R, by focus
     testsupport::doubleClickRow(window->grid(), 0);
     check(window->findChild<QWidget*>("frmCompilation"), "txtCompilationName");
     clickTool("ID_EditCompilation");

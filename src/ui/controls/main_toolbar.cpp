@@ -34,14 +34,20 @@ QKeySequence shortcutFor(const QString& id) {
         {"ID_NewFile", QKeySequence::New},
         {"ID_OpenFile", QKeySequence::Open},
         {"ID_CloseFile", QKeySequence::Close},
+        {"ID_CompactDB", QKeySequence(Qt::CTRL | Qt::Key_K)},
         {"ID_Print", QKeySequence::Print},
         {"ID_Help", QKeySequence::HelpContents},
-        {"ID_Exit", QKeySequence::Quit},
+        {"ID_Exit", QKeySequence(Qt::CTRL | Qt::Key_Q)},  // no standard key on every desktop
         {"ID_NewCompilation", QKeySequence(Qt::CTRL | Qt::Key_Insert)},
         {"ID_EditCompilation", QKeySequence(Qt::CTRL | Qt::Key_E)},
         {"ID_DeleteCompilation", QKeySequence(Qt::CTRL | Qt::Key_Delete)},
     };
     return keys.value(id);
+}
+
+// A tool's tip shows its key, as the tools themselves cannot take the focus.
+QString withKey(const QString& caption, const QKeySequence& key) {
+    return QStringLiteral("%1 (%2)").arg(caption, key.toString(QKeySequence::NativeText));
 }
 
 }  // namespace
@@ -67,6 +73,7 @@ MainToolBar::MainToolBar(QWidget* parent) : QToolBar(QStringLiteral("ToolBarMain
         } else {
             action = addAction(iconFor(style(), tool.id), tool.caption);
             action->setShortcut(shortcutFor(tool.id));
+            action->setToolTip(withKey(tool.caption, action->shortcut()));
             connect(action, &QAction::triggered, this,
                     [this, id = tool.id] { emit toolClicked(id); });
         }
@@ -86,8 +93,7 @@ MainToolBar::MainToolBar(QWidget* parent) : QToolBar(QStringLiteral("ToolBarMain
 void MainToolBar::focusReportTypes(const QString& caption) {
     const QKeySequence key(Qt::CTRL | Qt::Key_R);
     labelList(*reportTypes_, caption);
-    reportTypes_->setToolTip(
-        QStringLiteral("%1 (%2)").arg(caption, key.toString(QKeySequence::NativeText)));
+    reportTypes_->setToolTip(withKey(caption, key));
     auto* shortcut = new QShortcut(key, reportTypes_);
     connect(shortcut, &QShortcut::activated, reportTypes_,
             [this] { reportTypes_->setFocus(Qt::ShortcutFocusReason); });
