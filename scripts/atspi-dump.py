@@ -19,7 +19,7 @@ def walk(accessible, depth=0):
         labels = [r.getTarget(0).name for r in accessible.getRelationSet()
                   if r.getRelationType() == pyatspi.RELATION_LABELLED_BY]
         print("  " * depth + f"{role}: {name!r}" + (f" labelled by {labels}" if labels else ""))
-    rows = SHOWN_ROWS if role in ("table", "tree table", "list") else accessible.childCount
+    rows = SHOWN_ROWS if role in ("table", "tree table", "tree", "list") else accessible.childCount
     for i in range(min(rows, accessible.childCount)):
         walk(accessible.getChildAtIndex(i), depth + 1)
 

@@ -134,8 +134,12 @@ void FilterDialog::addRow(int index, int gridRow, QGridLayout& layout) {
     });
     const QString condition =
         index == 0 ? QStringLiteral("First condition: ") : QStringLiteral("Second condition: ");
-    labelList(*variable, condition + QStringLiteral("variable"));
-    labelList(*comparison, condition + QStringLiteral("comparison"));
+    variable->setAccessibleName(condition + QStringLiteral("variable"));
+    comparison->setAccessibleName(condition + QStringLiteral("comparison"));
+    if (index > 0) {  // the first condition's lists are labelled by the column captions
+        labelList(*variable, variable->accessibleName());
+        labelList(*comparison, comparison->accessibleName());
+    }
     text->setAccessibleName(condition + QStringLiteral("text"));
     variables_[index] = variable;
     comparisons_[index] = comparison;

@@ -50,6 +50,9 @@ ReportPreviewWindow::ReportPreviewWindow(report_engine::PageModel model, const Q
     scroll_->setAccessibleName(QStringLiteral("Report page"));
     scroll_->setAlignment(Qt::AlignCenter);
     scroll_->setBackgroundRole(QPalette::Dark);
+    // The pages take the focus at start: a frame shows it, as the focus frame of a control does.
+    scroll_->setStyleSheet(
+        QStringLiteral("QScrollArea:focus { border: 2px solid palette(text); }"));
     view_ = new ReportPageView(model_, scroll_);
     scroll_->setWidget(view_);
     scroll_->viewport()->installEventFilter(this);

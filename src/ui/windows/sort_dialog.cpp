@@ -90,7 +90,8 @@ void SortDialog::buildControls() {
         auto* number = new QLabel(QStringLiteral("&%1.").arg(level + 1), this);
         number->setBuddy(keys_[level]);
         const QString key = kLevelNames[level] + QStringLiteral(" sort key: ");
-        number->setAccessibleName(key + QStringLiteral("field"));
+        keys_[level]->setAccessibleName(key + QStringLiteral("field"));
+        number->setAccessibleName(keys_[level]->accessibleName());
         labelList(*directions_[level], key + QStringLiteral("direction"));
         levels->addWidget(number, level + 1, 0);
         levels->addWidget(keys_[level], level + 1, 1);
