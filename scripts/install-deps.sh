@@ -4,7 +4,7 @@ set -euo pipefail
 packages=(cmake g++ make pkg-config qt6-base-dev qt6-base-dev-tools libsqlite3-dev sqlite3 libicu-dev
           googletest libgtest-dev libgmock-dev mdbtools mdbtools-dev libgl-dev
           xvfb xauth fonts-dejavu-core fonts-liberation fontconfig poppler-utils
-          libbenchmark-dev)
+          libbenchmark-dev libtag1-dev libcue-dev)
 missing=()
 for p in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
