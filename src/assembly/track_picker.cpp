@@ -6,6 +6,7 @@
 #include "engine/transaction.h"
 #include "query/field_values.h"
 #include "store/compilation_invariants.h"
+#include "store/track_files.h"
 
 namespace assembly {
 
@@ -54,6 +55,9 @@ void copyTrack(engine::Recordset& tracks, qint64 compilationId, int trackNo,
     tracks.setValue(QStringLiteral("AlbumLocation"), track.location);
     tracks.setValue(QStringLiteral("AlbumoryTrackID"), track.trackTrackId);
     tracks.setValue(QStringLiteral("AlbumoryAlbumID"), track.trackAlbumId);
+    if (!track.file.isNull()) {
+        tracks.setValue(store::kTrackFileColumn, track.file);
+    }
 }
 
 // Deletes the first row numbered trackNo; false when there is none.
@@ -108,6 +112,9 @@ SourceTrack sourceTrackAt(const engine::Recordset& tempSource) {
     track.location = field("Location");
     track.trackTrackId = field("TrackTrackID");
     track.trackAlbumId = field("TrackAlbumID");
+    if (tempSource.fieldIndex(store::kTrackFileColumn) >= 0) {
+        track.file = tempSource.value(store::kTrackFileColumn);
+    }
     return track;
 }
 
@@ -135,6 +142,9 @@ AddResult addTrack(engine::Database& database, qint64 compilationId, const Sourc
     AddResult result;
     result.added = true;
     result.trackNo = before.trackCount + 1;
+    if (!track.file.isNull()) {
+        store::ensureTrackFileColumn(database);
+    }
     {
         engine::Recordset tracks =
             database.openRecordset(QStringLiteral("SELECT * FROM CompilationTrack") +

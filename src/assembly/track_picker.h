@@ -43,6 +43,7 @@ struct SourceTrack {
     QVariant location;         // Location
     QVariant trackTrackId;     // TrackTrackID
     QVariant trackAlbumId;     // TrackAlbumID
+    QVariant file;             // TrackFile: the music file's path; Null from an album database
 };
 
 // The current row of a record set over TempSource (any order or filter). Throws JetError 3021

@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QString>
 #include <QStringList>
+#include <memory>
 #include <optional>
 
 namespace platform {
@@ -17,6 +18,7 @@ struct MessageRequest {
     MessageIcon icon = MessageIcon::None;
     MessageButtons buttons = MessageButtons::Ok;
     MessageAnswer defaultAnswer = MessageAnswer::Ok;
+    QString details{};  // shown on request (a long list); empty: none
 };
 
 struct FileRequest {
@@ -26,6 +28,7 @@ struct FileRequest {
     QString initialFolder;     // empty: the dialog's own choice
     QString fileName;          // preset file name
     bool mayNotExist = false;  // accept a name of a file that does not exist yet
+    QString folderChoice{};    // when set, a last filter of this caption chooses a folder instead
 };
 
 struct FontRequest {
@@ -33,6 +36,15 @@ struct FontRequest {
     QFont initial;
     int minPointSize = 0;  // 0: no lower limit
     int maxPointSize = 0;  // 0: no upper limit
+};
+
+// Long work shown to the user while it runs: a line that says how far it is, and a way to stop.
+class Progress {
+  public:
+    virtual ~Progress() = default;
+    // Called often: shows the line (now and then) and lets the window answer.
+    virtual void report(const QString& line) = 0;
+    virtual bool cancelled() const = 0;
 };
 
 // Every message box, file dialog and font dialog of the program goes through this interface,
@@ -48,6 +60,8 @@ class Dialogs {
     // The chosen font, or nothing when the user cancelled. Its size lies within the request's.
     virtual std::optional<QFont> chooseFont(const FontRequest& request) = 0;
     std::optional<QFont> chooseFont(const QString& title, const QFont& initial);
+    // Shows the progress of long work until the returned object is destroyed.
+    virtual std::unique_ptr<Progress> startProgress(const QString& title) = 0;
 
     // Shorthands for the program's standard messages, all titled "Mixorama".
     void exclamation(const QString& text);

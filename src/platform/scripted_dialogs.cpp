@@ -45,6 +45,30 @@ std::optional<QFont> ScriptedDialogs::chooseFont(const FontRequest& request) {
     return font;
 }
 
+namespace {
+
+class ScriptedProgress : public Progress {
+  public:
+    ScriptedProgress(int cancelAfter, int& reports, QString& lastLine)
+        : cancelAfter_(cancelAfter), reports_(reports), lastLine_(lastLine) {}
+    void report(const QString& line) override {
+        ++reports_;
+        lastLine_ = line;
+    }
+    bool cancelled() const override { return cancelAfter_ >= 0 && reports_ >= cancelAfter_; }
+
+  private:
+    int cancelAfter_;
+    int& reports_;
+    QString& lastLine_;
+};
+
+}  // namespace
+
+std::unique_ptr<Progress> ScriptedDialogs::startProgress(const QString&) {
+    return std::make_unique<ScriptedProgress>(cancelAfter_, progressReports_, lastProgressLine_);
+}
+
 void ScriptedDialogs::clear() {
     messageAnswers_.clear();
     fileAnswers_.clear();
@@ -53,6 +77,9 @@ void ScriptedDialogs::clear() {
     fileRequests_.clear();
     saveRequests_.clear();
     fontRequests_.clear();
+    cancelAfter_ = -1;
+    progressReports_ = 0;
+    lastProgressLine_.clear();
 }
 
 }  // namespace platform

@@ -16,6 +16,9 @@ class ScriptedDialogs : public Dialogs {
     std::optional<QString> saveFile(const FileRequest& request) override;
     using Dialogs::chooseFont;
     std::optional<QFont> chooseFont(const FontRequest& request) override;
+    // Counts the reports and keeps the last line; cancels once cancelProgressAfter's count of
+    // reports has been made.
+    std::unique_ptr<Progress> startProgress(const QString& title) override;
 
     // Queue the answers; an empty queue answers a message with its default answer,
     // a file dialog with Cancel and a font dialog with Cancel. Open and save dialogs take their
@@ -27,6 +30,10 @@ class ScriptedDialogs : public Dialogs {
     void answerFont(const std::optional<QFont>& font) {
         fontAnswers_.push_back({font.has_value(), font.value_or(QFont())});
     }
+
+    void cancelProgressAfter(int reports) { cancelAfter_ = reports; }
+    int progressReports() const { return progressReports_; }
+    QString lastProgressLine() const { return lastProgressLine_; }
 
     const std::vector<MessageRequest>& messages() const { return messages_; }
     const std::vector<FileRequest>& fileRequests() const { return fileRequests_; }
@@ -48,6 +55,9 @@ class ScriptedDialogs : public Dialogs {
     std::vector<FileRequest> fileRequests_;
     std::vector<FileRequest> saveRequests_;
     std::vector<FontRequest> fontRequests_;
+    int cancelAfter_ = -1;  // never
+    int progressReports_ = 0;
+    QString lastProgressLine_;
 };
 
 }  // namespace platform

@@ -168,7 +168,8 @@ const QString kRecordingYear = QStringLiteral(
     "    Val(Left(Trim(Track.RecordedStart), 4)), Null)");
 
 // The picked columns; with `fixed`, an empty version reads Null.
-QString tempSourceColumns(bool withRating, bool fixed) {
+QString tempSourceColumns(const AlbumSourceState& state, bool fixed) {
+    const bool withRating = state.albumHasRating;
     QString sql = QStringLiteral(
         "SELECT Track.ArtistSort, Artist.Name As PerformerTrack, "
         "       Track.Title As TitleTrack, Track.Item, Track.Index, Track.Length, ");
@@ -183,6 +184,9 @@ QString tempSourceColumns(bool withRating, bool fixed) {
         withRating
             ? QStringLiteral("       TrackRating.TrackRating As RatingTrack, Location.Location, ")
             : QStringLiteral("       Location.Location, ");
+    if (state.albumIsFolder) {
+        sql += QStringLiteral("       Track.FilePath As TrackFile, ");
+    }
     sql += QStringLiteral("       ArtistTrackLink.ArtistID, ArtistTrackLink.TrackID ");
     return sql;
 }
@@ -212,18 +216,18 @@ const QString kTempSourceOrder = QStringLiteral(
 
 }  // namespace
 
-QString tempSourceShapeStatement(bool withRating) {
-    return tempSourceColumns(withRating, false) + QStringLiteral("INTO   TempSource ") +
-           tempSourceJoins(withRating) + QStringLiteral("       WHERE False");
+QString tempSourceShapeStatement(const AlbumSourceState& state) {
+    return tempSourceColumns(state, false) + QStringLiteral("INTO   TempSource ") +
+           tempSourceJoins(state.albumHasRating) + QStringLiteral("       WHERE False");
 }
 
-QString tempSourceFillStatement(bool withRating) {
-    QString sql = QStringLiteral("INSERT INTO TempSource ") + tempSourceColumns(withRating, true);
+QString tempSourceFillStatement(const AlbumSourceState& state) {
+    QString sql = QStringLiteral("INSERT INTO TempSource ") + tempSourceColumns(state, true);
     sql += QStringLiteral(", ") + kRecordingYear;
-    if (!withRating) {
+    if (!state.albumHasRating) {
         sql += QStringLiteral(", Null");
     }
-    return sql + QLatin1Char(' ') + tempSourceJoins(withRating) + kTempSourceOrder;
+    return sql + QLatin1Char(' ') + tempSourceJoins(state.albumHasRating) + kTempSourceOrder;
 }
 
 void buildTempSource(engine::Database& database, AlbumSourceState& state) {
@@ -241,7 +245,7 @@ void buildTempSource(engine::Database& database, AlbumSourceState& state) {
     }
     // The empty table takes its column types from the album tables; the rows then arrive
     // already fixed up, in one pass.
-    database.execute(tempSourceShapeStatement(state.albumHasRating));
+    database.execute(tempSourceShapeStatement(state));
     database.refreshTableDefs();
     database.appendField(QStringLiteral("TempSource"),
                          {QStringLiteral("MyRecorded"), engine::FieldType::Integer, 0});
@@ -249,7 +253,7 @@ void buildTempSource(engine::Database& database, AlbumSourceState& state) {
         database.appendField(QStringLiteral("TempSource"),
                              {QStringLiteral("RatingTrack"), engine::FieldType::Text, 50});
     }
-    database.execute(tempSourceFillStatement(state.albumHasRating));
+    database.execute(tempSourceFillStatement(state));
     engine::Recordset rows = database.openRecordset(
         QStringLiteral("SELECT Count(*) AS N FROM TempSource"), engine::RecordsetType::Snapshot);
     const qint64 count = rows.value(0).toLongLong();

@@ -17,7 +17,8 @@ namespace store {
 struct AlbumSourceState {
     QString albumDatabasePath;  // the album database chosen last
     bool albumHasRating = false;
-    qint64 passedCount = 0;  // source rows shown; wide enough for any collection
+    bool albumIsFolder = false;  // a music folder's scan: every track has its file's path
+    qint64 passedCount = 0;      // source rows shown; wide enough for any collection
 };
 
 // The part of the compilation editor that a connect reads and changes.
@@ -48,13 +49,14 @@ void connectAlbumDatabase(engine::Database& database, platform::Dialogs& dialogs
 // touched.
 void dropAlbumLinks(engine::Database& database);
 
-// TempSource without rows: the flattened album tables' columns with their types.
-QString tempSourceShapeStatement(bool withRating);
+// TempSource without rows: the flattened album tables' columns with their types; from a music
+// folder with TrackFile, each track's file.
+QString tempSourceShapeStatement(const AlbumSourceState& state);
 
 // Fills the shaped TempSource (with MyRecorded, and RatingTrack when the album has no ratings,
 // appended) in one pass, ordered by performer: the recording year (the first four characters of
 // the trimmed date text, where they are a whole number) and Null for empty versions.
-QString tempSourceFillStatement(bool withRating);
+QString tempSourceFillStatement(const AlbumSourceState& state);
 
 // Builds TempSource from the linked album tables and sets passedCount to its rows. TempSource is
 // the connection's own table: only this connection sees it, and the file never holds it. Without

@@ -1,10 +1,14 @@
 #include "ui/qt_dialogs.h"
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFontDialog>
 #include <QMessageBox>
+#include <QProgressDialog>
+#include <QRegularExpression>
 
 namespace ui {
 
@@ -67,10 +71,53 @@ platform::MessageAnswer answerOf(int button) {
     }
 }
 
-// A new database gets the filter's extension when the name has none.
-QString withDatabaseExtension(const QString& path) {
-    return QFileInfo(path).suffix().isEmpty() ? path + QStringLiteral(".mdb") : path;
+// A name without an extension gets the chosen filter's first one ("*.mdb" gives ".mdb").
+QString withFilterExtension(const QString& path, const QString& nameFilter) {
+    static const QRegularExpression firstPattern(QStringLiteral("\\*\\.(\\w+)"));
+    const QRegularExpressionMatch match = firstPattern.match(nameFilter);
+    return QFileInfo(path).suffix().isEmpty() && match.hasMatch()
+               ? path + QLatin1Char('.') + match.captured(1)
+               : path;
 }
+
+// Choosing the folder filter turns the dialog into one that picks a folder.
+void offerFolderChoice(QFileDialog& dialog, const QString& caption) {
+    dialog.setOption(QFileDialog::DontUseNativeDialog, true);
+    dialog.setNameFilters(dialog.nameFilters() << caption);
+    QObject::connect(
+        &dialog, &QFileDialog::filterSelected, &dialog, [&dialog, caption](const QString& filter) {
+            const bool folder = filter == caption;
+            dialog.setFileMode(folder ? QFileDialog::Directory : QFileDialog::ExistingFile);
+            dialog.setOption(QFileDialog::ShowDirsOnly, folder);
+        });
+}
+
+class ProgressDialog : public platform::Progress {
+  public:
+    ProgressDialog(QWidget* parent, const QString& title) : dialog_(parent) {
+        dialog_.setWindowTitle(title);
+        dialog_.setWindowModality(Qt::WindowModal);
+        dialog_.setRange(0, 0);  // no end known: the line tells how far it is
+        dialog_.setMinimumDuration(400);
+        dialog_.setAutoClose(false);
+        dialog_.setAutoReset(false);
+        dialog_.setValue(0);
+    }
+    void report(const QString& line) override {
+        if (shown_.isValid() && shown_.elapsed() < 100) {
+            return;  // a file at a time is more often than anyone can read
+        }
+        shown_.start();
+        dialog_.setLabelText(line);
+        dialog_.setValue(0);
+        QCoreApplication::processEvents();
+    }
+    bool cancelled() const override { return dialog_.wasCanceled(); }
+
+  private:
+    QProgressDialog dialog_;
+    QElapsedTimer shown_;
+};
 
 }  // namespace
 
@@ -84,7 +131,12 @@ QStringList qtNameFilters(const QString& filter) {
     return filters;
 }
 
+std::unique_ptr<platform::Progress> QtDialogs::startProgress(const QString& title) {
+    return std::make_unique<ProgressDialog>(parent_, title);
+}
+
 void setUpMessageBox(QMessageBox& box, const platform::MessageRequest& request) {
+    box.setDetailedText(request.details);
     box.setIcon(iconOf(request.icon));
     box.setWindowTitle(request.title);
     box.setText(request.text);
@@ -106,6 +158,9 @@ std::optional<QString> QtDialogs::openFile(const platform::FileRequest& request)
         dialog.selectNameFilter(filters[request.filterIndex - 1]);
     }
     dialog.setFileMode(request.mayNotExist ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    if (!request.folderChoice.isEmpty()) {
+        offerFolderChoice(dialog, request.folderChoice);
+    }
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setOption(QFileDialog::DontConfirmOverwrite, true);
     dialog.setOption(QFileDialog::ReadOnly, true);
@@ -116,7 +171,7 @@ std::optional<QString> QtDialogs::openFile(const platform::FileRequest& request)
         return std::nullopt;
     }
     const QString chosen = dialog.selectedFiles().first();
-    return request.mayNotExist ? withDatabaseExtension(chosen) : chosen;
+    return request.mayNotExist ? withFilterExtension(chosen, dialog.selectedNameFilter()) : chosen;
 }
 
 std::optional<QString> QtDialogs::saveFile(const platform::FileRequest& request) {
@@ -132,7 +187,7 @@ std::optional<QString> QtDialogs::saveFile(const platform::FileRequest& request)
     if (chosen.isEmpty()) {
         return std::nullopt;
     }
-    return withDatabaseExtension(chosen);
+    return withFilterExtension(chosen, selectedFilter);
 }
 
 std::optional<QFont> QtDialogs::chooseFont(const platform::FontRequest& request) {

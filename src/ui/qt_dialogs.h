@@ -20,6 +20,8 @@ class QtDialogs : public platform::Dialogs {
     std::optional<QString> saveFile(const platform::FileRequest& request) override;
     using platform::Dialogs::chooseFont;
     std::optional<QFont> chooseFont(const platform::FontRequest& request) override;
+    // A progress dialog with a Cancel button, shown when the work lasts longer than a moment.
+    std::unique_ptr<platform::Progress> startProgress(const QString& title) override;
 
   private:
     QPointer<QWidget> parent_;

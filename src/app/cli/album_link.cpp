@@ -1,13 +1,13 @@
 #include "cli/album_link.h"
 
-#include "platform/scripted_dialogs.h"
+#include "cli/terminal_dialogs.h"
 #include "store/album_source.h"
 
 namespace cli {
 
 bool connectAlbumFile(engine::Database& database, const QString& albumFile,
                       store::AlbumSourceState& state, Streams streams) {
-    platform::ScriptedDialogs dialogs;
+    TerminalDialogs dialogs(streams.err, errorIsTerminal());
     dialogs.answerFile(albumFile);
     store::EditorConnection editor;
     editor.isSaved = true;
@@ -15,6 +15,9 @@ bool connectAlbumFile(engine::Database& database, const QString& albumFile,
     for (const platform::MessageRequest& message : dialogs.messages()) {
         streams.err << QString(message.text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
                     << Qt::endl;
+        if (!message.details.isEmpty()) {
+            streams.err << message.details << Qt::endl;
+        }
     }
     if (editor.albumConnected) {
         return true;  // a damaged album file was reported above
