@@ -128,7 +128,9 @@ std::optional<TrackTags> readTags(const QString& file) {
     if (!stream.isOpen())
         return std::nullopt;
     const TagLib::FileRef ref(&stream, true, TagLib::AudioProperties::Average);
-    if (ref.isNull() || ref.audioProperties() == nullptr)
+    // TagLib takes any bytes for MPEG; a file without a frame has neither rate nor channels.
+    const TagLib::AudioProperties* audio = ref.isNull() ? nullptr : ref.audioProperties();
+    if (audio == nullptr || audio->sampleRate() <= 0 || audio->channels() <= 0)
         return std::nullopt;
     TrackTags tags;
     if (const TagLib::Tag* tag = ref.tag()) {
@@ -139,7 +141,7 @@ std::optional<TrackTags> readTags(const QString& file) {
         tags.track = int(tag->track());
     }
     readProperties(tags, ref.file());
-    tags.seconds = int((ref.audioProperties()->lengthInMilliseconds() + 500) / 1000);
+    tags.seconds = (audio->lengthInMilliseconds() + 500) / 1000;
     applyFallbacks(tags);
     return tags;
 }

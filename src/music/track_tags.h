@@ -37,7 +37,7 @@ bool isLiveAlbumTitle(const QString& album);
 void applyFallbacks(TrackTags& tags);
 
 // The tags and length (whole seconds, rounded) of an audio file, opened read-only. Fallbacks
-// applied. nullopt when the file cannot be opened or has no audio properties (damaged).
+// applied. nullopt when the file cannot be opened or has no audio (damaged).
 std::optional<TrackTags> readTags(const QString& file);
 
 }  // namespace music

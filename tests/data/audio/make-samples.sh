@@ -22,6 +22,8 @@ make sample.ogg -c:a libvorbis -q:a 0
 make sample.opus -c:a libopus -b:a 6k -ar 8000
 make sample.m4a -c:a aac -b:a 8k
 make sample.wma -c:a wmav2 -b:a 24k
-make sample.wav -c:a pcm_s16le
+# The WAV lasts 0.6 s (8-bit), so that its length rounds to one second.
+ffmpeg -hide_banner -loglevel error -y -f lavfi -i "sine=frequency=440:duration=0.6:sample_rate=8000" \
+    -ac 1 -map_metadata -1 -c:a pcm_u8 sample.wav
 make sample.aiff -c:a pcm_s16be
 make sample.wv -c:a wavpack

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <map>
+
+#include <fileref.h>
+#include <tpropertymap.h>
+
+#include "support/paths.h"
+
+namespace musictest {
+
+using Tags = std::map<const char*, QString>;  // TagLib's property names: TITLE, ARTIST, ...
+
+// Copies the sample of the path's format to root/relativePath and tags it through TagLib.
+inline QString addFile(const QString& root, const QString& relativePath, const Tags& tags = {}) {
+    const QString file = root + '/' + relativePath;
+    QDir().mkpath(QFileInfo(file).path());
+    QFile::copy(testsupport::sourcePath("tests/data/audio/sample." + QFileInfo(file).suffix()),
+                file);
+    QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+    if (!tags.empty()) {
+        TagLib::FileRef ref(QFile::encodeName(file).constData());
+        TagLib::PropertyMap map;
+        for (const auto& [key, value] : tags)
+            map.insert(key, TagLib::String(value.toStdString(), TagLib::String::UTF8));
+        ref.file()->setProperties(map);
+        ref.save();
+    }
+    return file;
+}
+
+// A checksum of every file under root, hidden ones too, with their names.
+inline QByteArray treeChecksum(const QString& root) {
+    QCryptographicHash hash(QCryptographicHash::Sha1);
+    QDirIterator files(root, QDir::Files | QDir::Hidden | QDir::System,
+                       QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        QFile file(files.next());
+        hash.addData(file.fileName().toUtf8());
+        if (file.open(QIODevice::ReadOnly))
+            hash.addData(file.readAll());
+    }
+    return hash.result();
+}
+
+}  // namespace musictest
