@@ -143,11 +143,15 @@ void ScanCache::commitBatch() {
 bool ScanCache::keepIfUnchanged(const QString& path, FileStamp stamp) {
     lookup_->reset();
     lookup_->bind(1, path);
-    if (!lookup_->step() || lookup_->int64(1) != stamp.size || lookup_->int64(2) != stamp.modified)
+    const bool unchanged =
+        lookup_->step() && lookup_->int64(1) == stamp.size && lookup_->int64(2) == stamp.modified;
+    const qint64 id = unchanged ? lookup_->int64(0) : 0;
+    lookup_->reset();  // a statement left open on a row would lock the tables finish() drops
+    if (!unchanged)
         return false;
     markSeen_->reset();
     markSeen_->bind(1, generation_);
-    markSeen_->bind(2, lookup_->int64(0));
+    markSeen_->bind(2, id);
     markSeen_->exec();
     return true;
 }

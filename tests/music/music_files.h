@@ -11,6 +11,11 @@
 
 #include "support/paths.h"
 
+// Failures show texts as texts.
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
+
 namespace musictest {
 
 using Tags = std::map<const char*, QString>;  // TagLib's property names: TITLE, ARTIST, ...
@@ -19,8 +24,9 @@ using Tags = std::map<const char*, QString>;  // TagLib's property names: TITLE,
 inline QString addFile(const QString& root, const QString& relativePath, const Tags& tags = {}) {
     const QString file = root + '/' + relativePath;
     QDir().mkpath(QFileInfo(file).path());
-    QFile::copy(testsupport::sourcePath("tests/data/audio/sample." + QFileInfo(file).suffix()),
-                file);
+    QFile::copy(
+        testsupport::sourcePath("tests/data/audio/sample." + QFileInfo(file).suffix().toLower()),
+        file);
     QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
     if (!tags.empty()) {
         TagLib::FileRef ref(QFile::encodeName(file).constData());
