@@ -21,21 +21,13 @@ class FolderScanTest : public ::testing::Test {
   protected:
     void SetUp() override {
         addFile(root, "Beatles/Abbey Road/01.flac",
-                {{"TITLE", "Come Together"},
-                 {"ARTIST", "The Beatles"},
-                 {"ALBUM", "Abbey Road"},
-                 {"TRACKNUMBER", "1"},
-                 {"DATE", "1969"},
-                 {"ARTISTSORT", "Beatles, The"},
-                 {"RATING", "4"}});
+                "TITLE=Come Together|ARTIST=The Beatles|ALBUM=Abbey Road|TRACKNUMBER=1|DATE=1969|"
+                "ARTISTSORT=Beatles, The|RATING=4");
         addFile(root, "Beatles/Abbey Road/02.mp3",
-                {{"TITLE", "Something"}, {"ARTIST", "The Beatles"}, {"ALBUM", "Abbey Road"}});
+                "TITLE=Something|ARTIST=The Beatles|ALBUM=Abbey Road");
         addFile(root, "Guests/Live in Paris/03 - Guest - Song.OGG");
-        addFile(
-            root, kDiscs + "/d1.opus",
-            {{"TITLE", "A"}, {"ARTIST", "Önë \"Q\"; Me"}, {"ALBUM", "Discs"}, {"DISCNUMBER", "1"}});
-        addFile(root, kDiscs + "/d2.m4a",
-                {{"TITLE", "B"}, {"ARTIST", "O'Brien"}, {"ALBUM", "Discs"}, {"DISCNUMBER", "2"}});
+        addFile(root, kDiscs + "/d1.opus", "TITLE=A|ARTIST=Önë \"Q\"; Me|ALBUM=Discs|DISCNUMBER=1");
+        addFile(root, kDiscs + "/d2.m4a", "TITLE=B|ARTIST=O'Brien|ALBUM=Discs|DISCNUMBER=2");
         QFile broken(root + '/' + kDiscs + "/broken.wma");
         broken.open(QIODevice::WriteOnly) && broken.write(QByteArray(3000, 'x'));
         addFile(root, ".hidden/x.flac");
@@ -94,7 +86,7 @@ TEST_F(FolderScanTest, RescansReadOnlyChangedFilesAndKeepTheIds) {
     scan();
     const QStringList ids = testsupport::SqliteFile(cache).lines(idsQuery);
     EXPECT_EQ(scan().filesRead, 0);
-    addFile(root, "Beatles/Abbey Road/02.mp3", {{"TITLE", "Else"}, {"ARTIST", "The Beatles"}});
+    addFile(root, "Beatles/Abbey Road/02.mp3", "TITLE=Else|ARTIST=The Beatles");
     QFile::remove(root + '/' + kDiscs + "/d2.m4a");
     EXPECT_EQ(scan().filesRead, 1);
     QStringList expected = kTracks.mid(0, 4);
@@ -118,10 +110,8 @@ TEST_F(FolderScanTest, ACancelledScanKeepsWhatItReadAndTheNextOneCompletes) {
 }
 
 TEST_F(FolderScanTest, FailuresNameTheirCauseAndLeaveNothingHalf) {
-    const QByteArray foreign = QByteArray(5000, 'z');
-    QFile file(dir.file("foreign.sqlite"));
-    file.open(QIODevice::WriteOnly) && file.write(foreign);
-    file.close();
+    testsupport::createCompilationDatabase(dir.file("foreign.sqlite"));  // no cache: refused
+    const QByteArray foreign = testsupport::fileBytes(dir.file("foreign.sqlite"));
     // folder, cache, error, a name the message holds
     const std::vector<std::tuple<QString, QString, int, QString>> cases{
         {dir.file("none"), cache, engine::jet::kFileNotFound, "none"},

@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
-#include <map>
 
 #include <fileref.h>
 #include <tpropertymap.h>
@@ -18,21 +17,20 @@ inline void PrintTo(const QString& text, std::ostream* out) {
 
 namespace musictest {
 
-using Tags = std::map<const char*, QString>;  // TagLib's property names: TITLE, ARTIST, ...
-
-// Copies the sample of the path's format to root/relativePath and tags it through TagLib.
-inline QString addFile(const QString& root, const QString& relativePath, const Tags& tags = {}) {
+// Copies the sample of the path's format to root/relativePath and tags it through TagLib with
+// TagLib's property names: "TITLE=Song|ARTIST=Band".
+inline QString addFile(const QString& root, const QString& relativePath, const QString& tags = {}) {
     const QString file = root + '/' + relativePath;
     QDir().mkpath(QFileInfo(file).path());
     QFile::copy(
         testsupport::sourcePath("tests/data/audio/sample." + QFileInfo(file).suffix().toLower()),
         file);
-    QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
-    if (!tags.empty()) {
+    if (!tags.isEmpty()) {
         TagLib::FileRef ref(QFile::encodeName(file).constData());
         TagLib::PropertyMap map;
-        for (const auto& [key, value] : tags)
-            map.insert(key, TagLib::String(value.toStdString(), TagLib::String::UTF8));
+        for (const QString& tag : tags.split('|'))
+            map.insert(tag.section('=', 0, 0).toStdString(),
+                       TagLib::String(tag.section('=', 1).toStdString(), TagLib::String::UTF8));
         ref.file()->setProperties(map);
         ref.save();
     }
