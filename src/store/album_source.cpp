@@ -1,5 +1,7 @@
 #include "store/album_source.h"
 
+#include <QFileInfo>
+
 #include <QSettings>
 
 #include "engine/database.h"
@@ -7,6 +9,7 @@
 #include "engine/transaction.h"
 #include "platform/dialogs.h"
 #include "platform/split_path.h"
+#include "store/music_folder_source.h"
 
 namespace store {
 
@@ -100,6 +103,7 @@ void connectAlbumDatabase(engine::Database& database, platform::Dialogs& dialogs
     request.filter = QStringLiteral("MS Access Files (*.mdb)|*.mdb");
     request.filterIndex = 1;
     request.initialFolder = albumFolderSetting();
+    request.folderChoice = kMusicFolderChoice;
     const std::optional<QString> chosen = dialogs.openFile(request);
     if (!chosen) {
         markConnectFailed(state, editor);
@@ -114,10 +118,18 @@ void connectAlbumDatabase(engine::Database& database, platform::Dialogs& dialogs
         dialogs.exclamation(error.description());
         return;
     }
+    // A music folder is scanned into a cache that is an album database of its own.
+    const bool folder = QFileInfo(*chosen).isDir();
+    const std::optional<QString> albumFile = folder ? scanMusicFolder(*chosen, dialogs) : chosen;
+    if (!albumFile) {
+        markConnectFailed(state, editor);
+        return;
+    }
     try {
-        setAlbumFolderSetting(platform::splitPath(*chosen).folder);
+        setAlbumFolderSetting(folder ? *chosen : platform::splitPath(*chosen).folder);
         state.albumDatabasePath = *chosen;
-        const QString connect = QStringLiteral(";DATABASE=") + state.albumDatabasePath;
+        state.albumIsFolder = folder;
+        const QString connect = QStringLiteral(";DATABASE=") + *albumFile;
         std::vector<engine::TableDef> links;
         for (const QString& table : albumLinkOrder()) {
             links.push_back(engine::TableDef{table, connect, table, {}});
