@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "assembly/track_picker.h"
 #include "engine/jet_error.h"
+#include "engine/recordset.h"
 #include "engine/workspace.h"
 #include "music/folder_scan.h"
 #include "music_files.h"
@@ -129,20 +131,38 @@ TEST_F(FolderScanTest, FailuresNameTheirCauseAndLeaveNothingHalf) {
     EXPECT_EQ(music::scanFolder(root, dir.file("cache.full")).tracks, 5);
 }
 
-// The cache links as an album database does and gives the picker a row per track.
-TEST_F(FolderScanTest, TheCacheLinksAsAnAlbumDatabase) {
-    scan();
+// Connect takes the folder: a cancelled scan connects nothing; a finished one tells its outcome,
+// links its cache as an album database, gives the picker a row per track with its file, and an
+// added track keeps its file.
+TEST_F(FolderScanTest, ConnectingTheFolderGivesThePickerItsTracksWithTheirFiles) {
     qputenv("XDG_CONFIG_HOME", dir.file("config").toUtf8());
+    qputenv("MIXORAMA_MUSIC_CACHE", dir.file("caches").toUtf8());
     testsupport::createCompilationDatabase(dir.file("compilations.mdb"));
     engine::Database database =
         engine::Workspace::defaultWorkspace().openDatabase(dir.file("compilations.mdb"));
     platform::ScriptedDialogs dialogs;
-    dialogs.answerFile(cache);
     store::AlbumSourceState state;
-    store::EditorConnection editor;
-    store::connectAlbumDatabase(database, dialogs, state, editor);
+    store::EditorConnection editor{false, true, false};
+    for (const int cancelAfter : {1, -1}) {
+        dialogs.cancelProgressAfter(cancelAfter);
+        dialogs.answerFile(root);
+        store::connectAlbumDatabase(database, dialogs, state, editor);
+        EXPECT_EQ(editor.getTracksEnabled, cancelAfter < 0);
+    }
+    EXPECT_TRUE(state.albumIsFolder);
+    ASSERT_EQ(dialogs.messages().size(), 1u);
+    EXPECT_EQ(dialogs.lastMessageText(), "5 tracks in 3 albums; 1 file could not be read");
+    EXPECT_EQ(dialogs.messages().back().details, kDiscs + "/broken.wma");
     store::buildTempSource(database, state);
     EXPECT_EQ(state.passedCount, 5);
+    database.execute("INSERT INTO Compilation (Name, Format, C_Length) VALUES ('Mix', 'MD', 74)");
+    engine::Recordset source =
+        database.openRecordset("SELECT * FROM TempSource WHERE TitleTrack = 'B'");
+    assembly::addTrack(database, 1, assembly::sourceTrackAt(source), {});
+    source.close();
+    EXPECT_EQ(testsupport::SqliteFile(dir.file("compilations.mdb"))
+                  .lines("SELECT TrackFile FROM CompilationTrack"),
+              QStringList{root + '/' + kDiscs + "/d2.m4a"});
     engine::Workspace::defaultWorkspace().close();
 }
 
