@@ -34,21 +34,36 @@ QByteArray formatted(const Playlist& playlist, const QString& outFile, PlaylistF
     return {};
 }
 
+// Write permission bits count even for an administrator, who could write anyway: a read-only
+// file or folder is how a user keeps a file as it is.
+bool writeProtected(const QFileInfo& info) {
+    constexpr QFile::Permissions kAnyWrite =
+        QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
+    return !info.isWritable() || !(info.permissions() & kAnyWrite);
+}
+
 // A new file in place of a folder or a pipe would take the place of something that is not a
-// playlist; QSaveFile would rename over the one and replace the other.
-void checkRegularTarget(const QString& path) {
+// playlist: QSaveFile would rename over the one and replace the other.
+void checkTarget(const QString& path) {
     const QFileInfo target(path);
+    const QFileInfo folder(target.absolutePath());
     if (target.isDir()) {
         failWrite(path, QStringLiteral("it is a folder"));
     }
     if (target.exists() && !target.isFile()) {
         failWrite(path, QStringLiteral("it is not a regular file"));
     }
+    if (!folder.isDir()) {
+        failWrite(path, QStringLiteral("its folder does not exist"));
+    }
+    if (writeProtected(folder) || (target.exists() && writeProtected(target))) {
+        failWrite(path, QStringLiteral("the file or its folder is read-only"));
+    }
 }
 
 // Unbuffered, so that a write cut short by a full disk fails here with the system's cause.
 void saveBytes(const QString& path, const QByteArray& bytes) {
-    checkRegularTarget(path);
+    checkTarget(path);
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         failWrite(path, file.errorString());
