@@ -36,5 +36,6 @@ int tracks(const QStringList& args, Streams streams);
 int moveTrack(const QStringList& args, Streams streams);
 int renumber(const QStringList& args, Streams streams);
 int writeListReport(const QStringList& args, Streams streams);
+int exportPlaylist(const QStringList& args, Streams streams);
 
 }  // namespace cli

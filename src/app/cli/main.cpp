@@ -33,6 +33,7 @@ const std::map<QString, Command>& commands() {
         {QStringLiteral("move-track"), cli::moveTrack},
         {QStringLiteral("renumber"), cli::renumber},
         {QStringLiteral("report"), cli::writeListReport},
+        {QStringLiteral("export"), cli::exportPlaylist},
     };
     return table;
 }
@@ -53,8 +54,10 @@ void printHelp(QTextStream& out) {
            "                         --keep-partial keeps the rows that could be read\n"
            "  make-albums OUT.mdb --albums N --seed S [--no-rating]\n"
            "                         write a generated album database (Access file)\n"
-           "  tempsource DB ALBUM.mdb [--print]\n"
-           "                         connect an album database and build TempSource\n"
+           "  tempsource DB ALBUM.mdb|FOLDER [--print]\n"
+           "                         connect an album database or a music folder (its\n"
+           "                         scan is cached; MIXORAMA_MUSIC_CACHE names the\n"
+           "                         cache folder) and build TempSource\n"
            "  add-compilation DB NAME --format F --length MIN [--manufacturer M]\n"
            "                  [--storage S] [--date DD.MM.YY] [--notes N]\n"
            "                         store a new compilation as the editor's Update does\n"
@@ -63,7 +66,8 @@ void printHelp(QTextStream& out) {
            "                         the text, then the bold ranges (start length)\n"
            "  cover DB NAME OUT.pdf  write a compilation's cover (MD or CD-ROM) as PDF,\n"
            "                         true to size\n"
-           "  add-tracks DB NAME ALBUM.mdb [--where \"WHERE ...\"] [--order \"ORDER BY ...\"]\n"
+           "  add-tracks DB NAME ALBUM.mdb|FOLDER [--where \"WHERE ...\"] [--order \"ORDER BY "
+           "...\"]\n"
            "             [--filter VARIABLE COMPARISON TEXT [And|Or VARIABLE COMPARISON TEXT]]\n"
            "             [--sort VARIABLE Ascending|Descending]... [--show-clause]\n"
            "             [--first N] [--skip-recorded]\n"
@@ -89,7 +93,12 @@ void printHelp(QTextStream& out) {
            "  report DB protocol NAME OUT.pdf  [--paper a4|letter]\n"
            "                         write every track by performer, a compilation's\n"
            "                         track list or its recording protocol as PDF (paper\n"
-           "                         of the locale unless given)\n";
+           "                         of the locale unless given)\n"
+           "  export DB NAME OUT.m3u8|OUT.xspf|OUT.cue [--absolute]\n"
+           "                         write a compilation's tracks as a playlist or CUE\n"
+           "                         sheet (paths relative to its folder unless\n"
+           "                         --absolute); tracks without a music file are named\n"
+           "                         and left out\n";
     out.flush();
 }
 

@@ -15,6 +15,7 @@
 #include "query/goto_lists.h"
 #include "query/time_text.h"
 #include "shell/navigation.h"
+#include "shell/playlist_export.h"
 #include "shell/session.h"
 #include "store/compilation_queries.h"
 #include "store/screen_colours.h"
@@ -165,6 +166,17 @@ QWidget* CompilationBrowserWindow::buildSidePanel() {
     QPushButton* edit = makeButton(QStringLiteral("&Edit"), QStringLiteral("btnEdit"), panel);
     connect(edit, &QPushButton::clicked, this, &CompilationBrowserWindow::requestEdit);
     layout->addWidget(edit);
+    QPushButton* exportButton =
+        makeButton(QStringLiteral("E&xport..."), QStringLiteral("btnExport"), panel);
+    exportButton->setToolTip(
+        QStringLiteral("Write the tracks as a playlist (M3U8, XSPF) or a "
+                       "CUE sheet for the program that plays or burns them"));
+    connect(exportButton, &QPushButton::clicked, this, [this] {
+        if (compilationId() >= 0) {
+            shell::exportCompilationPlaylist(main_.state().database, compilationId(), dialogs_);
+        }
+    });
+    layout->addWidget(exportButton);
     layout->addStretch(1);
     return panel;
 }
