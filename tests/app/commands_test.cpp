@@ -115,6 +115,8 @@ TEST_F(CommandLine, EveryCommandPrintsTheLogicsAnswerWithItsExitStatus) {
                "Track 1 removed; total time " + query::formatTime(591) + " (2 tracks): fits\n"),
         prints({"renumber", path, "Road Trip", "--sort", "Time", "Ascending"},
                "2 track(s) renumbered\n"),
+        {{"export", path, "Road Trip", dir.file("trip.m3u8")}, 0, {}, "None of the tracks has"},
+        {{"export", path, "Road Trip", dir.file("trip.txt")}, 2, {}, {}},
     });
     EXPECT_EQ(tracks("Track_Title"), "Night|Noon");
     EXPECT_EQ(queryRaw(path, "SELECT CoverMemo FROM Compilation WHERE CompilationID_P = 1"), cover);

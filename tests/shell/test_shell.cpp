@@ -7,6 +7,7 @@
 #include "shell/database_files.h"
 #include "shell/navigation.h"
 #include "shell/picker_source.h"
+#include "shell/playlist_export.h"
 #include "shell/print_command.h"
 #include "shell/session.h"
 #include "shell/toolbar_tools.h"
@@ -184,6 +185,45 @@ TEST_F(PrintChecks, ACoverNeedsAKnownFormatInAnyCaseFirstThenTracks) {
     EXPECT_EQ(shell::coverView("cd-rom")->zoomPercent, std::nullopt);  // fits the window
     for (const QString format : {"CD", "DVD", "MD ", "cdrom", ""})
         EXPECT_FALSE(shell::coverView(format)) << format.toStdString();
+}
+
+}  // namespace
+
+namespace {
+
+// Export writes the compilation's tracks in their running order, names those without a file,
+// asks before replacing a file and refuses a name of no playlist format.
+TEST(PlaylistExport, WritesTheTracksWithFilesInOrderAndTellsTheRest) {
+    testsupport::TempDir dir;
+    const QString path = dir.file("c.mdb");
+    testsupport::createCompilationDatabase(path);
+    const qint64 id = testsupport::addSample(
+        path, {.name = "Trip",
+               .tracks = {{.performer = "A", .title = "One", .seconds = 61},
+                          {.performer = "B", .title = "Two"},
+                          {.performer = "A", .title = "Three", .seconds = 5}}});
+    testsupport::execRaw(path,
+                         "ALTER TABLE CompilationTrack ADD COLUMN TrackFile LONGTEXT; "
+                         "UPDATE CompilationTrack SET TrackFile = " +
+                             testsupport::sqlText(dir.file("m") + '/') +
+                             " || Track_Title || '.flac' WHERE Track_Title <> 'Two'; "
+                             "UPDATE CompilationTrack SET TrackNo = 4 - TrackNo");
+    engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(path);
+    platform::ScriptedDialogs dialogs;
+    const QString list = dir.file("trip.m3u8");
+    for (const QString& answer : {list, list, dir.file("trip.txt")}) {
+        dialogs.answerFile(answer);
+        shell::exportCompilationPlaylist(database, id, dialogs);
+    }
+    database.close();
+    QFile written(list);
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    EXPECT_EQ(QString::fromUtf8(written.readAll()),
+              "#EXTM3U\n#EXTINF:5,A - Three\nm/Three.flac\n#EXTINF:61,A - One\nm/One.flac\n");
+    ASSERT_EQ(dialogs.messages().size(), 3u);  // told, asked to replace (No), refused
+    EXPECT_TRUE(dialogs.messages()[0].text.startsWith("2 tracks written to " + list + ".\n1 of 3"));
+    EXPECT_EQ(dialogs.messages()[1].icon, platform::MessageIcon::Question);
+    EXPECT_TRUE(dialogs.messages()[2].text.contains(".m3u8, .xspf or .cue"));
 }
 
 }  // namespace

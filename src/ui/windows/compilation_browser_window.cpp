@@ -167,7 +167,7 @@ QWidget* CompilationBrowserWindow::buildSidePanel() {
     connect(edit, &QPushButton::clicked, this, &CompilationBrowserWindow::requestEdit);
     layout->addWidget(edit);
     QPushButton* exportButton =
-        makeButton(QStringLiteral("E&xport..."), QStringLiteral("btnExport"), panel);
+        makeButton(QStringLiteral("Export Pla&ylist..."), QStringLiteral("btnExport"), panel);
     exportButton->setToolTip(
         QStringLiteral("Write the tracks as a playlist (M3U8, XSPF) or a "
                        "CUE sheet for the program that plays or burns them"));
