@@ -70,11 +70,16 @@ std::optional<QString> scanMusicFolder(const QString& folder, platform::Dialogs&
     if (summary.cancelled) {
         return std::nullopt;  // the user stopped it: nothing to tell
     }
+    if (summary.tracks == 0 && summary.unreadableFiles.isEmpty()) {
+        dialogs.exclamation(QStringLiteral("The folder '%1' holds no music files.").arg(folder));
+        return std::nullopt;
+    }
     platform::MessageRequest told{platform::kAppTitle, music::summaryLine(summary),
-                                  platform::MessageIcon::Information};
+                                  summary.tracks == 0 ? platform::MessageIcon::Exclamation
+                                                      : platform::MessageIcon::Information};
     told.details = summary.unreadableFiles.join(QLatin1Char('\n'));
     dialogs.message(told);
-    return cache;
+    return summary.tracks == 0 ? std::nullopt : std::optional<QString>(cache);
 }
 
 }  // namespace store

@@ -19,7 +19,8 @@ QString musicCacheFile(const QString& folder);
 
 // Scans the music folder into its cache with the progress shown, and tells the outcome: the
 // summary line, with the files that could not be read on request. Returns the cache file, an
-// album database of its own, or nothing when the scan was cancelled or failed (after a message).
+// album database of its own, or nothing when the scan was cancelled, failed or found no track
+// (after a message).
 std::optional<QString> scanMusicFolder(const QString& folder, platform::Dialogs& dialogs);
 
 }  // namespace store
