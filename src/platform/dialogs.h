@@ -28,7 +28,7 @@ struct FileRequest {
     QString initialFolder;     // empty: the dialog's own choice
     QString fileName;          // preset file name
     bool mayNotExist = false;  // accept a name of a file that does not exist yet
-    QString folderChoice{};    // when set, a last filter of this caption chooses a folder instead
+    QString folderChoice{};    // when set, a button of this caption chooses a folder instead
 };
 
 struct FontRequest {

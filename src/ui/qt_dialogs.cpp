@@ -1,13 +1,15 @@
 #include "ui/qt_dialogs.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFontDialog>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QProgressDialog>
+#include <QPushButton>
 #include <QRegularExpression>
 
 namespace ui {
@@ -80,16 +82,23 @@ QString withFilterExtension(const QString& path, const QString& nameFilter) {
                : path;
 }
 
-// Choosing the folder filter turns the dialog into one that picks a folder.
+// The result of a file dialog whose folder button was pressed.
+constexpr int kFolderWanted = 2;
+
+// A button under the file list asks for a folder instead (a music folder for an album file);
+// the folder is then chosen in a folder dialog of its own.
 void offerFolderChoice(QFileDialog& dialog, const QString& caption) {
     dialog.setOption(QFileDialog::DontUseNativeDialog, true);
-    dialog.setNameFilters(dialog.nameFilters() << caption);
-    QObject::connect(
-        &dialog, &QFileDialog::filterSelected, &dialog, [&dialog, caption](const QString& filter) {
-            const bool folder = filter == caption;
-            dialog.setFileMode(folder ? QFileDialog::Directory : QFileDialog::ExistingFile);
-            dialog.setOption(QFileDialog::ShowDirsOnly, folder);
-        });
+    auto* grid = qobject_cast<QGridLayout*>(dialog.layout());
+    if (grid == nullptr) {
+        return;
+    }
+    auto* button = new QPushButton(QStringLiteral("&%1...").arg(caption), &dialog);
+    button->setObjectName(QStringLiteral("btnChooseFolder"));
+    button->setAutoDefault(false);
+    grid->addWidget(button, grid->rowCount(), 0, 1, grid->columnCount(), Qt::AlignLeft);
+    QObject::connect(button, &QPushButton::clicked, &dialog,
+                     [&dialog] { static_cast<QDialog&>(dialog).done(kFolderWanted); });
 }
 
 class ProgressDialog : public platform::Progress {
@@ -131,8 +140,15 @@ QStringList qtNameFilters(const QString& filter) {
     return filters;
 }
 
+// The window the user works in owns the dialog, so that closing the dialog returns to it rather
+// than raising the main window over it.
+QWidget* QtDialogs::owner() const {
+    QWidget* active = QApplication::activeWindow();
+    return active != nullptr ? active : parent_.data();
+}
+
 std::unique_ptr<platform::Progress> QtDialogs::startProgress(const QString& title) {
-    return std::make_unique<ProgressDialog>(parent_, title);
+    return std::make_unique<ProgressDialog>(owner(), title);
 }
 
 void setUpMessageBox(QMessageBox& box, const platform::MessageRequest& request) {
@@ -145,13 +161,13 @@ void setUpMessageBox(QMessageBox& box, const platform::MessageRequest& request) 
 }
 
 platform::MessageAnswer QtDialogs::message(const platform::MessageRequest& request) {
-    QMessageBox box(parent_);
+    QMessageBox box(owner());
     setUpMessageBox(box, request);
     return answerOf(box.exec());
 }
 
 std::optional<QString> QtDialogs::openFile(const platform::FileRequest& request) {
-    QFileDialog dialog(parent_, request.title, request.initialFolder);
+    QFileDialog dialog(owner(), request.title, request.initialFolder);
     dialog.setNameFilters(qtNameFilters(request.filter));
     const QStringList filters = dialog.nameFilters();
     if (request.filterIndex >= 1 && request.filterIndex <= filters.size()) {
@@ -167,7 +183,14 @@ std::optional<QString> QtDialogs::openFile(const platform::FileRequest& request)
     if (!request.fileName.isEmpty()) {
         dialog.selectFile(request.fileName);
     }
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+    const int result = dialog.exec();
+    if (result == kFolderWanted) {
+        const QString folder = QFileDialog::getExistingDirectory(
+            owner(), request.folderChoice, dialog.directory().absolutePath(),
+            QFileDialog::ShowDirsOnly | QFileDialog::DontUseNativeDialog);
+        return folder.isEmpty() ? std::nullopt : std::optional<QString>(folder);
+    }
+    if (result != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         return std::nullopt;
     }
     const QString chosen = dialog.selectedFiles().first();
@@ -182,7 +205,7 @@ std::optional<QString> QtDialogs::saveFile(const platform::FileRequest& request)
                               : QDir(request.initialFolder).filePath(request.fileName);
     // The commands refuse an existing file themselves and say why; the dialog need not ask.
     const QString chosen = QFileDialog::getSaveFileName(
-        parent_, request.title, start, filters.join(QStringLiteral(";;")), &selectedFilter,
+        owner(), request.title, start, filters.join(QStringLiteral(";;")), &selectedFilter,
         QFileDialog::DontConfirmOverwrite);
     if (chosen.isEmpty()) {
         return std::nullopt;
@@ -192,7 +215,7 @@ std::optional<QString> QtDialogs::saveFile(const platform::FileRequest& request)
 
 std::optional<QFont> QtDialogs::chooseFont(const platform::FontRequest& request) {
     bool accepted = false;
-    QFont font = QFontDialog::getFont(&accepted, request.initial, parent_, request.title,
+    QFont font = QFontDialog::getFont(&accepted, request.initial, owner(), request.title,
                                       QFontDialog::ScalableFonts);
     if (!accepted) {
         return std::nullopt;

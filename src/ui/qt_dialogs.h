@@ -24,6 +24,8 @@ class QtDialogs : public platform::Dialogs {
     std::unique_ptr<platform::Progress> startProgress(const QString& title) override;
 
   private:
+    QWidget* owner() const;
+
     QPointer<QWidget> parent_;
 };
 

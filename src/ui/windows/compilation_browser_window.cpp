@@ -175,6 +175,8 @@ QWidget* CompilationBrowserWindow::buildSidePanel() {
         if (compilationId() >= 0) {
             shell::exportCompilationPlaylist(main_.state().database, compilationId(), dialogs_);
         }
+        raise();  // the window manager may have put the main window over this one
+        activateWindow();
     });
     layout->addWidget(exportButton);
     layout->addStretch(1);
