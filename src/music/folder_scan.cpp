@@ -14,7 +14,7 @@ namespace music {
 
 namespace {
 
-constexpr int kBatchSize = 200;  // files per transaction: what a cancel or a crash keeps
+constexpr int kBatchSize = 200;  // files read per transaction: what a cancel or a crash keeps
 
 QString counted(qint64 count, const char* one, const char* many) {
     static const QLocale english(QLocale::English, QLocale::UnitedStates);
@@ -41,6 +41,7 @@ bool scanTree(const QString& root, ScanCache& cache, const ScanProgress& progres
     const QDir rootDir(root);
     QDirIterator files(root, QDir::Files, QDirIterator::Subdirectories);
     qint64 found = 0;
+    qint64 readInBatch = 0;
     cache.beginBatch();
     while (files.hasNext()) {
         files.next();
@@ -60,12 +61,15 @@ bool scanTree(const QString& root, ScanCache& cache, const ScanProgress& progres
                 fillFromPath(*tags, path, rootName);
             cache.store(path, albumFolder(path, rootName), stamp, tags);
             ++summary.filesRead;
+            ++readInBatch;
         }
         if (progress.report)
             progress.report(found, summary.filesRead);
-        if (found % kBatchSize == 0) {
+        // Files met unchanged cost no commit of their own: an unchanged tree is one transaction.
+        if (readInBatch == kBatchSize) {
             cache.commitBatch();
             cache.beginBatch();
+            readInBatch = 0;
         }
     }
     return true;

@@ -169,13 +169,22 @@ void ScanCache::store(const QString& path, const QString& albumFolder, FileStamp
         for (int i = 7; i <= 20; ++i)
             upsert_->bind(i, QVariant());
     upsert_->exec();
+    // The album tables no longer match the files; a cancelled scan leaves the mark for the next.
+    execScript(db_, QStringLiteral("INSERT OR REPLACE INTO ScanState VALUES ('stale', 1)"));
 }
 
 void ScanCache::finish() {
     engine::Statement drop(db_, QStringLiteral("DELETE FROM ScanFile WHERE Seen <> ?1"));
     drop.bind(1, generation_);
     drop.exec();
-    writeAlbumTables(db_);
+    const bool dropped = sqlite3_changes(db_) > 0;
+    const bool stale =
+        count(QStringLiteral("SELECT count(*) FROM ScanState WHERE Key = 'stale'")) > 0 ||
+        count(QStringLiteral("SELECT count(*) FROM sqlite_master WHERE name = 'Track'")) == 0;
+    if (dropped || stale) {  // an unchanged tree keeps its tables
+        writeAlbumTables(db_);
+        execScript(db_, QStringLiteral("DELETE FROM ScanState WHERE Key = 'stale'"));
+    }
 }
 
 qint64 ScanCache::count(const QString& sql) const {

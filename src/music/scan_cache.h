@@ -45,7 +45,8 @@ class ScanCache {
     // Stores a file read now, seen; nullopt marks it unreadable. A known path keeps its id.
     void store(const QString& path, const QString& albumFolder, FileStamp stamp,
                const std::optional<TrackTags>& tags);
-    // Inside the last batch: drops the files not seen and writes the album tables.
+    // Inside the last batch: drops the files not seen and, when any file was dropped or stored
+    // since they were written, writes the album tables again.
     void finish();
 
     qint64 trackCount() const;
