@@ -50,7 +50,9 @@ playlists::Playlist compilationPlaylist(engine::Database& database, qint64 compi
         track.title = tracks.value(QStringLiteral("Track_Title")).toString();
         track.album = tracks.value(QStringLiteral("Album_Title")).toString();
         track.seconds = tracks.value(QStringLiteral("Length")).toInt();
-        track.file = withFiles ? tracks.value(store::kTrackFileColumn).toString() : QString();
+        const QString file =
+            withFiles ? tracks.value(store::kTrackFileColumn).toString() : QString();
+        track.file = QFileInfo::exists(file) ? file : QString();  // a file gone counts as none
         performers << track.performer;
         playlist.tracks.push_back(track);
     }

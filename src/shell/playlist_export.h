@@ -15,7 +15,7 @@ namespace shell {
 
 // A compilation's tracks in their order as a playlist: the compilation's name, the performer
 // when every track has the same one, and each track's music file where it has one (tracks from
-// an album database have none). Throws JetError.
+// an album database have none; a file that is gone counts as none). Throws JetError.
 playlists::Playlist compilationPlaylist(engine::Database& database, qint64 compilationId);
 
 // The file dialog's filter: M3U8, XSPF and CUE, in that order.
