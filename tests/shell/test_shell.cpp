@@ -197,19 +197,22 @@ TEST(PlaylistExport, WritesTheTracksWithFilesInOrderAndTellsTheRest) {
     testsupport::TempDir dir;
     const QString path = dir.file("c.mdb");
     testsupport::createCompilationDatabase(path);
-    const qint64 id = testsupport::addSample(
-        path, {.name = "Trip",
-               .tracks = {{.performer = "A", .title = "One", .seconds = 61},
-                          {.performer = "B", .title = "Two"},
-                          {.performer = "A", .title = "Three", .seconds = 5}}});
+    const qint64 id =
+        testsupport::addSample(path, {.name = "Trip",
+                                      .tracks = {{.performer = "A", .title = "One", .seconds = 61},
+                                                 {.performer = "B", .title = "Two"},
+                                                 {.performer = "A", .title = "Three", .seconds = 5},
+                                                 {.performer = "C", .title = "Four"}}});
     testsupport::execRaw(path,
                          "ALTER TABLE CompilationTrack ADD COLUMN TrackFile LONGTEXT; "
                          "UPDATE CompilationTrack SET TrackFile = " +
                              testsupport::sqlText(dir.file("m") + '/') +
                              " || Track_Title || '.flac' WHERE Track_Title <> 'Two'; "
-                             "UPDATE CompilationTrack SET TrackNo = 4 - TrackNo");
+                             "UPDATE CompilationTrack SET TrackNo = 5 - TrackNo");
     QDir().mkpath(dir.file("m"));
-    QFile(dir.file("m/One.flac")).open(QIODevice::WriteOnly);  // Three's file is gone
+    for (const char* name : {"m/One.flac", "m/Three.flac"}) {  // Four's file is gone
+        QFile(dir.file(name)).open(QIODevice::WriteOnly);
+    }
     engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(path);
     platform::ScriptedDialogs dialogs;
     const QString list = dir.file("trip.m3u8");
@@ -220,9 +223,11 @@ TEST(PlaylistExport, WritesTheTracksWithFilesInOrderAndTellsTheRest) {
     database.close();
     QFile written(list);
     ASSERT_TRUE(written.open(QIODevice::ReadOnly));
-    EXPECT_EQ(QString::fromUtf8(written.readAll()), "#EXTM3U\n#EXTINF:61,A - One\nm/One.flac\n");
+    EXPECT_EQ(QString::fromUtf8(written.readAll()),
+              "#EXTM3U\n#EXTINF:5,A - Three\nm/Three.flac\n#EXTINF:61,A - One\nm/One.flac\n");
     ASSERT_EQ(dialogs.messages().size(), 3u);  // told, asked to replace (No), refused
-    EXPECT_TRUE(dialogs.messages()[0].text.startsWith("1 track written to " + list + ".\n2 of 3"));
+    EXPECT_TRUE(dialogs.messages()[0].text.startsWith("2 tracks written to " + list + ".\n2 of 4"))
+        << dialogs.messages()[0].text.toStdString();
     EXPECT_EQ(dialogs.messages()[1].icon, platform::MessageIcon::Question);
     EXPECT_TRUE(dialogs.messages()[2].text.contains(".m3u8, .xspf or .cue"));
 }
