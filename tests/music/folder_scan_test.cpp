@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <thread>
+
 #include "assembly/track_picker.h"
 #include "engine/jet_error.h"
 #include "engine/recordset.h"
@@ -100,6 +102,25 @@ TEST_F(FolderScanTest, RescansReadOnlyChangedFilesAndKeepTheIds) {
     EXPECT_EQ(testsupport::SqliteFile(cache).lines(idsQuery), ids.mid(0, 4));
     EXPECT_EQ(testsupport::queryRaw(cache, "SELECT count(*) FROM Artist WHERE Name = \"O'Brien\""),
               "0");
+}
+
+// Two scans of one folder at once (two windows, two programs) wait for each other; both finish.
+TEST_F(FolderScanTest, TwoScansAtOnceBothFinish) {
+    for (int round = 0; round < 5; ++round) {
+        std::atomic<int> finished = 0;
+        const auto scanOnce = [&] {
+            try {
+                finished += music::scanFolder(root, cache).tracks == 5 ? 1 : 0;
+            } catch (const engine::JetError& error) {
+                ADD_FAILURE() << error.description().toStdString();
+            }
+        };
+        std::thread first(scanOnce), second(scanOnce);
+        first.join();
+        second.join();
+        EXPECT_EQ(finished, 2);
+        QFile::remove(cache);
+    }
 }
 
 TEST_F(FolderScanTest, ACancelledScanKeepsWhatItReadAndTheNextOneCompletes) {
