@@ -32,7 +32,21 @@ QString suggestedFileName(const QString& name) {
     return QString(name).replace(QLatin1Char('/'), QLatin1Char('-'));
 }
 
+// M3U8 and CUE name the files relative to the list unless the user wants them in full; XSPF
+// always names them in full.
+playlists::PathStyle pathStyle(playlists::PlaylistFormat format, platform::Dialogs& dialogs) {
+    if (format == playlists::PlaylistFormat::Xspf ||
+        !dialogs.askYesNo(kFullPathsQuestion, platform::MessageAnswer::No)) {
+        return playlists::PathStyle::Relative;
+    }
+    return playlists::PathStyle::Absolute;
+}
+
 }  // namespace
+
+const QString kFullPathsQuestion = QStringLiteral(
+    "Write the full paths of the music files?\n(No: paths relative to the playlist's folder, "
+    "so that the folder can move together with its music.)");
 
 playlists::Playlist compilationPlaylist(engine::Database& database, qint64 compilationId) {
     playlists::Playlist playlist;
@@ -92,7 +106,8 @@ void exportCompilationPlaylist(engine::Database& database, qint64 compilationId,
             !dialogs.askYesNo(QStringLiteral("The file '%1' exists. Replace it?").arg(*chosen))) {
             return;
         }
-        const playlists::ExportResult result = playlists::writePlaylist(playlist, *chosen, *format);
+        const playlists::ExportResult result =
+            playlists::writePlaylist(playlist, *chosen, *format, pathStyle(*format, dialogs));
         const QString outcome = exportOutcome(result, *chosen);
         result.leftOut.empty() ? dialogs.information(outcome) : dialogs.exclamation(outcome);
     } catch (const playlists::ExportError& error) {

@@ -220,16 +220,19 @@ TEST(PlaylistExport, WritesTheTracksWithFilesInOrderAndTellsTheRest) {
         dialogs.answerFile(answer);
         shell::exportCompilationPlaylist(database, id, dialogs);
     }
-    database.close();
-    QFile written(list);
-    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
-    EXPECT_EQ(QString::fromUtf8(written.readAll()),
+    EXPECT_EQ(testsupport::fileBytes(list),
               "#EXTM3U\n#EXTINF:5,A - Three\nm/Three.flac\n#EXTINF:61,A - One\nm/One.flac\n");
-    ASSERT_EQ(dialogs.messages().size(), 3u);  // told, asked to replace (No), refused
-    EXPECT_TRUE(dialogs.messages()[0].text.startsWith("2 tracks written to " + list + ".\n2 of 4"))
-        << dialogs.messages()[0].text.toStdString();
-    EXPECT_EQ(dialogs.messages()[1].icon, platform::MessageIcon::Question);
-    EXPECT_TRUE(dialogs.messages()[2].text.contains(".m3u8, .xspf or .cue"));
+    dialogs.answerFile(list);
+    dialogs.answerMessage(platform::MessageAnswer::Yes);  // replace it, with full paths
+    dialogs.answerMessage(platform::MessageAnswer::Yes);
+    shell::exportCompilationPlaylist(database, id, dialogs);
+    database.close();
+    EXPECT_TRUE(testsupport::fileBytes(list).contains(dir.file("m/One.flac").toUtf8()));
+    ASSERT_EQ(dialogs.messages().size(), 7u);  // full paths (No), told, replace (No), refused
+    EXPECT_EQ(dialogs.messages()[0].text, shell::kFullPathsQuestion);
+    EXPECT_TRUE(dialogs.messages()[1].text.startsWith("2 tracks written to " + list + ".\n2 of 4"));
+    EXPECT_EQ(dialogs.messages()[2].icon, platform::MessageIcon::Question);
+    EXPECT_TRUE(dialogs.messages()[3].text.contains(".m3u8, .xspf or .cue"));
 }
 
 }  // namespace
