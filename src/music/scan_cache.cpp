@@ -6,7 +6,6 @@
 #include "engine/jet_collation.h"
 #include "engine/jet_error.h"
 #include "engine/sqlite_statement.h"
-#include "engine/transaction.h"
 #include "music/album_tables.h"
 #include "music/sqlite_script.h"
 
@@ -69,13 +68,37 @@ void bindTags(engine::Statement& statement, const TrackTags& tags) {
 
 }  // namespace
 
+// BEGIN IMMEDIATE takes the write lock before anything is read, so that two scans of one folder
+// wait for each other's batches (the busy timeout) instead of each holding a read lock the other
+// needs to write, which SQLite answers with "busy" at once.
+class ScanCache::WriteBatch {
+  public:
+    explicit WriteBatch(sqlite3* db) : db_(db) {
+        execScript(db_, QStringLiteral("BEGIN IMMEDIATE"));
+    }
+    ~WriteBatch() {
+        if (!done_)
+            sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+    WriteBatch(const WriteBatch&) = delete;
+    WriteBatch& operator=(const WriteBatch&) = delete;
+    void commit() {
+        execScript(db_, QStringLiteral("COMMIT"));
+        done_ = true;
+    }
+
+  private:
+    sqlite3* db_;
+    bool done_ = false;
+};
+
 ScanCache::ScanCache(const QString& cacheFile, const QString& root) {
     const int rc = sqlite3_open_v2(QFile::encodeName(cacheFile).constData(), &db_,
                                    SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
     try {
         if (rc != SQLITE_OK)
             engine::throwSqliteError(db_, rc, cacheFile);
-        sqlite3_busy_timeout(db_, 5000);
+        sqlite3_busy_timeout(db_, 60000);  // another scan's batch of files may take a while
         engine::registerJetCollation(db_);
         createSchema();
         startScan(root);
@@ -109,14 +132,14 @@ void ScanCache::createSchema() {
             QStringLiteral("'%1' is not a music folder cache; it was left as it is.")
                 .arg(QString::fromUtf8(sqlite3_db_filename(db_, "main"))));
     }
-    engine::ScopedTransaction transaction(db_);
+    WriteBatch transaction(db_);
     execScript(db_, QString::fromLatin1(kSchema));
     transaction.commit();
 }
 
 // A new scan: its own mark for the files it meets; the rows of another root are dropped.
 void ScanCache::startScan(const QString& root) {
-    engine::ScopedTransaction transaction(db_);
+    WriteBatch transaction(db_);
     engine::Statement stored(db_, QStringLiteral("SELECT Value FROM ScanState WHERE Key = 'root'"));
     if (stored.step() && stored.text(0) != root)
         execScript(db_, QStringLiteral("DELETE FROM ScanFile"));
@@ -132,7 +155,7 @@ void ScanCache::startScan(const QString& root) {
 }
 
 void ScanCache::beginBatch() {
-    batch_ = std::make_unique<engine::ScopedTransaction>(db_);
+    batch_ = std::make_unique<WriteBatch>(db_);
 }
 
 void ScanCache::commitBatch() {

@@ -11,7 +11,6 @@ struct sqlite3;
 
 namespace engine {
 class Statement;
-class ScopedTransaction;
 }  // namespace engine
 
 namespace music {
@@ -60,7 +59,8 @@ class ScanCache {
 
     sqlite3* db_ = nullptr;
     qint64 generation_ = 0;
-    std::unique_ptr<engine::ScopedTransaction> batch_;
+    class WriteBatch;
+    std::unique_ptr<WriteBatch> batch_;
     std::unique_ptr<engine::Statement> lookup_;
     std::unique_ptr<engine::Statement> markSeen_;
     std::unique_ptr<engine::Statement> upsert_;
