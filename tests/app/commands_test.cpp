@@ -200,4 +200,22 @@ TEST(Screenshots, EveryWindowIsPictured) {
         EXPECT_GT(QImage(dir.file(QString::fromLatin1(name) + ".png")).width(), 200) << name;
 }
 
+// A music folder's scan shows its progress on one line of a terminal, and nothing but its
+// summary when the output goes elsewhere.
+TEST_F(CommandLine, AMusicFolderScanShowsItsProgressOnlyOnATerminal) {
+    QDir().mkpath(dir.file("music/Performer/Album"));
+    QFile::copy(testsupport::sourcePath("tests/data/audio/sample.mp3"),
+                dir.file("music/Performer/Album/01 - Song.mp3"));
+    const QStringList scan{"tempsource", path, dir.file("music")};
+    QProcess terminal;  // script gives the program a terminal of its own
+    terminal.start(
+        "script",
+        {"-qc", testsupport::programPath("mixorama-cli") + ' ' + scan.join(' '), "/dev/null"});
+    ASSERT_TRUE(terminal.waitForFinished(60000));
+    EXPECT_TRUE(terminal.readAll().contains("\rReading the music folder: 1 music files found"));
+    const ProgramRun piped = cli(scan);
+    EXPECT_EQ(piped.exitCode, 0);
+    EXPECT_EQ(piped.err, "1 track in 1 album\n");
+}
+
 }  // namespace
