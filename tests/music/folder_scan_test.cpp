@@ -105,22 +105,29 @@ TEST_F(FolderScanTest, RescansReadOnlyChangedFilesAndKeepTheIds) {
 }
 
 // Two scans of one folder at once (two windows, two programs) wait for each other; both finish.
+// Each waits at its first file, inside its first batch, for the other to reach its own (a second
+// at most), so that one scan wants the cache while the other holds it.
 TEST_F(FolderScanTest, TwoScansAtOnceBothFinish) {
-    for (int round = 0; round < 5; ++round) {
-        std::atomic<int> finished = 0;
-        const auto scanOnce = [&] {
-            try {
-                finished += music::scanFolder(root, cache).tracks == 5 ? 1 : 0;
-            } catch (const engine::JetError& error) {
-                ADD_FAILURE() << error.description().toStdString();
-            }
-        };
-        std::thread first(scanOnce), second(scanOnce);
-        first.join();
-        second.join();
-        EXPECT_EQ(finished, 2);
-        QFile::remove(cache);
-    }
+    std::atomic<int> waiting = 0, finished = 0;
+    const auto scanOnce = [&] {
+        bool first = true;
+        music::ScanProgress meet{.report = [&](qint64, qint64) {
+            if (!std::exchange(first, false))
+                return;
+            ++waiting;
+            for (int i = 0; waiting < 2 && i < 100; ++i)
+                std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }};
+        try {
+            finished += music::scanFolder(root, cache, meet).tracks == 5 ? 1 : 0;
+        } catch (const engine::JetError& error) {
+            ADD_FAILURE() << error.description().toStdString();
+        }
+    };
+    std::thread one(scanOnce), other(scanOnce);
+    one.join();
+    other.join();
+    EXPECT_EQ(finished, 2);
 }
 
 TEST_F(FolderScanTest, ACancelledScanKeepsWhatItReadAndTheNextOneCompletes) {
