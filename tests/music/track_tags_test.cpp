@@ -22,7 +22,8 @@ TEST(TrackTags, EveryFormatReadsItsTagsAndLength) {
     const QString tags =
         "TITLE=Don't \"Stop\"; Ünï|ARTIST=Mötley|ALBUMARTIST=Crüe|ALBUM=Live at Leeds|DATE=1999|"
         "TRACKNUMBER=3|DISCNUMBER=2/2|ARTISTSORT=Motley|SUBTITLE=Remix";
-    for (const QString format : {"flac", "mp3", "ogg", "opus", "m4a", "wma", "wav", "aiff", "wv"}) {
+    for (const QString format :
+         {"flac", "mp3", "ogg", "opus", "m4a", "wma", "wav", "aiff", "ape", "wv"}) {
         testsupport::TempDir dir;
         const QString file = musictest::addFile(dir.path(), "t." + format, tags);
         QFile::setPermissions(file, QFile::ReadOwner);  // a read-only file is read as well

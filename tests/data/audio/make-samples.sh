@@ -5,7 +5,8 @@
 #
 #   tests/data/audio/make-samples.sh
 #
-# APE (Monkey's Audio) is missing: ffmpeg has no encoder for it, only a decoder.
+# ffmpeg has no encoder for APE (Monkey's Audio): the WAV is compressed by the Java encoder of
+# Debian's libjmac-java instead.
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -27,3 +28,6 @@ ffmpeg -hide_banner -loglevel error -y -f lavfi -i "sine=frequency=440:duration=
     -ac 1 -map_metadata -1 -c:a pcm_u8 sample.wav
 make sample.aiff -c:a pcm_s16be
 make sample.wv -c:a wavpack
+ffmpeg -hide_banner -loglevel error -y "${tone[@]}" -ac 1 -map_metadata -1 -c:a pcm_s16le tone.wav
+java -jar /usr/share/java/jmac.jar c2 tone.wav sample.ape >/dev/null
+rm tone.wav
