@@ -213,9 +213,10 @@ TEST_F(CommandLine, AMusicFolderScanShowsItsProgressOnlyOnATerminal) {
         {"-qc", testsupport::programPath("mixorama-cli") + ' ' + scan.join(' '), "/dev/null"});
     ASSERT_TRUE(terminal.waitForFinished(60000));
     EXPECT_TRUE(terminal.readAll().contains("\rReading the music folder: 1 music files found"));
-    const ProgramRun piped = cli(scan);
+    const ProgramRun piped = cli(scan + QStringList{"--music-cache", dir.file("scans")});
     EXPECT_EQ(piped.exitCode, 0);
     EXPECT_EQ(piped.err, "1 track in 1 album\n");
+    EXPECT_EQ(QDir(dir.file("scans")).entryList(QDir::Files).size(), 1);  // the cache named
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // mixorama-cli: Mixorama's scriptable commands for users and tests.
 #include <QCoreApplication>
+#include <QFile>
 #include <QGuiApplication>
 #include <QTextStream>
 #include <cstdio>
@@ -55,9 +56,10 @@ void printHelp(QTextStream& out) {
            "  make-albums OUT.mdb --albums N --seed S [--no-rating]\n"
            "                         write a generated album database (Access file)\n"
            "  tempsource DB ALBUM.mdb|FOLDER [--print]\n"
-           "                         connect an album database or a music folder (its\n"
-           "                         scan is cached; MIXORAMA_MUSIC_CACHE names the\n"
-           "                         cache folder) and build TempSource\n"
+           "                         connect an album database or a music folder and\n"
+           "                         build TempSource. A folder's scan is cached: the\n"
+           "                         option --music-cache DIR (with any command) or\n"
+           "                         MIXORAMA_MUSIC_CACHE names the cache folder\n"
            "  add-compilation DB NAME --format F --length MIN [--manufacturer M]\n"
            "                  [--storage S] [--date DD.MM.YY] [--notes N]\n"
            "                         store a new compilation as the editor's Update does\n"
@@ -114,6 +116,16 @@ std::unique_ptr<QCoreApplication> makeApplication(int& argc, char* argv[]) {
     return std::make_unique<QCoreApplication>(argc, argv);
 }
 
+// "--music-cache DIR", anywhere: the folder for the music folders' scans, as
+// MIXORAMA_MUSIC_CACHE names it.
+void takeMusicCacheOption(QStringList& args) {
+    const qsizetype at = args.indexOf(QStringLiteral("--music-cache"));
+    if (at >= 0 && at + 1 < args.size()) {
+        qputenv("MIXORAMA_MUSIC_CACHE", QFile::encodeName(args[at + 1]));
+        args.remove(at, 2);
+    }
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -123,6 +135,7 @@ int main(int argc, char* argv[]) {
     accessfile::installAccessReader();
     engine::removeScratchFilesOfEndedRuns();  // left by a run that was killed
     QStringList args = app->arguments().mid(1);
+    takeMusicCacheOption(args);
     if (args.isEmpty() || args[0] == QLatin1String("--help") || args[0] == QLatin1String("-h")) {
         printHelp(out);
         return args.isEmpty() ? 2 : 0;
