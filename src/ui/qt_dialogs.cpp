@@ -105,6 +105,7 @@ class ProgressDialog : public platform::Progress {
   public:
     ProgressDialog(QWidget* parent, const QString& title) : dialog_(parent) {
         dialog_.setWindowTitle(title);
+        dialog_.setMinimumWidth(380);  // the title and a line of counts in full
         dialog_.setWindowModality(Qt::WindowModal);
         dialog_.setRange(0, 0);  // no end known: the line tells how far it is
         dialog_.setMinimumDuration(400);
