@@ -9,8 +9,9 @@ namespace cli {
 std::optional<Compilation> findCompilation(engine::Database& database, const QString& name,
                                            Streams streams) {
     engine::Recordset row = database.openRecordset(
-        QStringLiteral("SELECT CompilationID_P, C_Length, SumTrack, SumTime FROM Compilation "
-                       "WHERE Name='") +
+        QStringLiteral(
+            "SELECT CompilationID_P, C_Length, SumTrack, SumTime, Format FROM Compilation "
+            "WHERE Name='") +
             query::escapeSql(query::EscapeFor::Literal, name) + QStringLiteral("'"),
         engine::RecordsetType::Snapshot);
     if (row.eof()) {
@@ -19,7 +20,8 @@ std::optional<Compilation> findCompilation(engine::Database& database, const QSt
     }
     return Compilation{row.value(0).toLongLong(),
                        row.value(1).toInt(),
-                       {row.value(2).toInt(), row.value(3).toLongLong()}};
+                       {row.value(2).toInt(), row.value(3).toLongLong()},
+                       row.value(4).toString()};
 }
 
 int noSuchTrack(engine::Database& database, const Compilation& compilation, const QString& name,

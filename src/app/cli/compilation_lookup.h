@@ -18,6 +18,7 @@ struct Compilation {
     qint64 id = 0;
     int lengthMinutes = 0;
     assembly::TrackSums stored;  // SumTrack and SumTime as the file holds them
+    QString format;
 };
 
 // The compilation of that name (compared as the engine compares names); prints a message and

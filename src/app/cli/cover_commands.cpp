@@ -15,14 +15,6 @@ namespace {
 
 const QString kCoverPdfUsage = QStringLiteral("cover DB NAME OUT.pdf");
 
-QString formatOf(engine::Database& database, qint64 compilationId) {
-    engine::Recordset row = database.openRecordset(
-        QStringLiteral("SELECT Format FROM Compilation WHERE CompilationID_P = ") +
-            QString::number(compilationId),
-        engine::RecordsetType::Snapshot);
-    return row.value(0).toString();
-}
-
 int writeCover(engine::Database& database, const QString& name, const QString& pdf,
                Streams streams) {
     const std::optional<Compilation> compilation = findCompilation(database, name, streams);
@@ -30,7 +22,7 @@ int writeCover(engine::Database& database, const QString& name, const QString& p
         return 1;
     }
     const std::optional<QString> refusal =
-        reports::coverRefusal(formatOf(database, compilation->id), compilation->stored.trackCount);
+        reports::coverRefusal(compilation->format, compilation->stored.trackCount);
     if (refusal) {
         streams.err << *refusal << Qt::endl;
         return 1;

@@ -11,6 +11,7 @@
 #include "engine/workspace.h"
 #include "query/columns.h"
 #include "query/time_text.h"
+#include "shell/medium_text.h"
 #include "store/album_source.h"
 #include "store/compilation_queries.h"
 #include "store/grid_layouts.h"
@@ -259,6 +260,21 @@ int removeTrack(const QStringList& args, Streams streams) {
     return 0;
 }
 
+namespace {
+
+// The tracks in their running order, read again from the first row.
+std::vector<medium::Track> mediumTracks(engine::Recordset& rows) {
+    std::vector<medium::Track> tracks;
+    for (rows.moveFirst(); !rows.eof(); rows.moveNext()) {
+        tracks.push_back({rows.value(QStringLiteral("Length")).toLongLong(),
+                          rows.value(QStringLiteral("Track_Artist_Name")).toString(),
+                          rows.value(QStringLiteral("Track_Title")).toString()});
+    }
+    return tracks;
+}
+
+}  // namespace
+
 int tracks(const QStringList& args, Streams streams) {
     if (args.size() != 2) {
         return usage(streams, QStringLiteral("tracks DB NAME"));
@@ -282,6 +298,10 @@ int tracks(const QStringList& args, Streams streams) {
                            assembly::timeCapacity(compilation->lengthMinutes, sums.trackCount)))
                     << Qt::endl;
         streams.out << fitText(sums, compilation->lengthMinutes) << Qt::endl;
+        for (const QString& line : shell::mediumFitLines(
+                 compilation->format, compilation->lengthMinutes, mediumTracks(rows))) {
+            streams.out << line << Qt::endl;
+        }
         database.close();
     } catch (const engine::JetError& error) {
         return reportError(streams, error);
