@@ -111,6 +111,7 @@ TEST_F(CommandLine, EveryCommandPrintsTheLogicsAnswerWithItsExitStatus) {
                    ": 1 page(s) written to " + pdf),
         prints({"tracks", path, "Road Trip"}, "\n1\tPerformer\tMorning\t"),
         prints({"tracks", path, "Road Trip"}, "\nMD SP: 01:01:08 left\n"),  // 180, 392, 200 s
+        prints({"tracks", path, "Short"}, "\nMD SP: 00:01:00 left\n"),      // no tracks at all
         refuses({"remove-track", path, "Road Trip", "4"}, ""),
         prints({"remove-track", path, "Road Trip", "1"},
                "Track 1 removed; total time " + query::formatTime(591) + " (2 tracks): fits\n"),

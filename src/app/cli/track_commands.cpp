@@ -265,6 +265,9 @@ namespace {
 // The tracks in their running order, read again from the first row.
 std::vector<medium::Track> mediumTracks(engine::Recordset& rows) {
     std::vector<medium::Track> tracks;
+    if (rows.recordCount() == 0) {
+        return tracks;  // no first row to move to
+    }
     for (rows.moveFirst(); !rows.eof(); rows.moveNext()) {
         tracks.push_back({rows.value(QStringLiteral("Length")).toLongLong(),
                           rows.value(QStringLiteral("Track_Artist_Name")).toString(),
