@@ -100,6 +100,33 @@ int renumberBySort(engine::Database& database, qint64 compilationId, const QStri
     return trackNo;
 }
 
+std::optional<medium::BalancedSides> renumberBalanced(engine::Database& database,
+                                                      qint64 compilationId, int lengthMinutes) {
+    engine::ScopedTransaction transaction(database);
+    engine::Recordset tracks =
+        database.openRecordset(tracksSelect(compilationId) + QStringLiteral(" ORDER BY TrackNo"));
+    std::vector<medium::Track> running;
+    for (; !tracks.eof(); tracks.moveNext()) {
+        running.push_back({tracks.value(QStringLiteral("Length")).toLongLong(), {}, {}});
+    }
+    const std::optional<medium::BalancedSides> balanced =
+        medium::balanceCassette(lengthMinutes, running);
+    if (!balanced || running.empty()) {
+        transaction.commit();
+        return balanced;
+    }
+    std::vector<int> newNumber(running.size());
+    for (size_t place = 0; place < balanced->order.size(); ++place) {
+        newNumber[size_t(balanced->order[place])] = int(place) + 1;
+    }
+    int index = 0;
+    for (tracks.moveFirst(); !tracks.eof(); tracks.moveNext()) {
+        writeTrackNo(tracks, newNumber[size_t(index++)]);
+    }
+    transaction.commit();
+    return balanced;
+}
+
 void moveTrack(engine::Database& database, qint64 compilationId, int from, int to) {
     engine::ScopedTransaction transaction(database);
     const int trackCount = countTracks(database, compilationId).trackCount;

@@ -2,6 +2,9 @@
 
 #include <QString>
 #include <QtGlobal>
+#include <optional>
+
+#include "medium/medium_fit.h"
 
 namespace engine {
 class Database;
@@ -18,6 +21,13 @@ namespace assembly {
 // order. Returns the number of tracks. Throws JetError (nothing changed) for an order the engine
 // refuses or a write that fails.
 int renumberBySort(engine::Database& database, qint64 compilationId, const QString& orderText);
+
+// Numbers a cassette's tracks so that its sides are as even as they can be, each side keeping
+// its tracks' running order (medium::balanceCassette), as one step. Nothing changes, and nothing
+// is returned, when no choice of tracks fits both sides of lengthMinutes. Throws JetError (nothing
+// changed) when a write fails.
+std::optional<medium::BalancedSides> renumberBalanced(engine::Database& database,
+                                                      qint64 compilationId, int lengthMinutes);
 
 // Gives track `from` the number `to`; the tracks between move up or down by one to close the
 // gap. from == to changes nothing. Tracks not numbered 1 to n (files of earlier versions) are

@@ -202,6 +202,20 @@ TEST(Screenshots, EveryWindowIsPictured) {
         EXPECT_GT(QImage(dir.file(QString::fromLatin1(name) + ".png")).width(), 200) << name;
 }
 
+// renumber --balance evens a cassette's sides in one step; a compilation of no cassette has none.
+TEST_F(CommandLine, RenumberBalanceEvensACassettesSides) {
+    testsupport::addSample(path, {.name = "Tape",
+                                  .format = "Cassette",
+                                  .minutes = 60,
+                                  .tracks = {{.title = "A", .seconds = 900},
+                                             {.title = "B", .seconds = 900},
+                                             {.title = "C", .seconds = 300},
+                                             {.title = "D", .seconds = 300}}});
+    expectCalls({prints({"renumber", path, "Tape", "--balance"}, "turn the tape after track 2\n"),
+                 refuses({"renumber", path, "Road Trip", "--balance"}, "Only a cassette")});
+    EXPECT_EQ(tracks("Track_Title", 3), "A|C|B|D");
+}
+
 // A music folder's scan shows its progress on one line of a terminal, and nothing but its
 // summary when the output goes elsewhere.
 TEST_F(CommandLine, AMusicFolderScanShowsItsProgressOnlyOnATerminal) {

@@ -7,6 +7,7 @@
 #include "cli/order_options.h"
 #include "engine/jet_error.h"
 #include "engine/workspace.h"
+#include "query/time_text.h"
 
 namespace cli {
 
@@ -57,11 +58,50 @@ int moveTrack(const QStringList& args, Streams streams) {
     return 0;
 }
 
+namespace {
+
+// renumber --balance: a cassette's sides as even as they can be.
+int renumberBalanced(const QStringList& args, Streams streams) {
+    try {
+        engine::Database database = engine::Workspace::defaultWorkspace().openDatabase(args[0]);
+        const std::optional<Compilation> compilation = findCompilation(database, args[1], streams);
+        if (!compilation) {
+            return 1;
+        }
+        if (compilation->format.trimmed().compare(QLatin1String("Cassette"), Qt::CaseInsensitive)) {
+            streams.err << "Only a cassette has sides to balance." << Qt::endl;
+            return 1;
+        }
+        const auto balanced =
+            assembly::renumberBalanced(database, compilation->id, compilation->lengthMinutes);
+        database.close();
+        if (!balanced) {
+            streams.err << "The tracks do not fit both sides." << Qt::endl;
+            return 1;
+        }
+        streams.out << QStringLiteral(
+                           "Side A: %1 track(s), %2; side B: %3; turn the tape after "
+                           "track %1")
+                           .arg(balanced->sideATracks)
+                           .arg(query::formatTime(double(balanced->sideA)),
+                                query::formatTime(double(balanced->sideB)))
+                    << Qt::endl;
+    } catch (const engine::JetError& error) {
+        return reportError(streams, error);
+    }
+    return 0;
+}
+
+}  // namespace
+
 int renumber(const QStringList& args, Streams streams) {
-    const QString kUsage =
-        QStringLiteral("renumber DB NAME [--sort VARIABLE Ascending|Descending]...");
+    const QString kUsage = QStringLiteral(
+        "renumber DB NAME [--sort VARIABLE Ascending|Descending]... | renumber DB NAME --balance");
     if (args.size() < 2) {
         return usage(streams, kUsage);
+    }
+    if (args.size() == 3 && args[2] == QLatin1String("--balance")) {
+        return renumberBalanced(args, streams);
     }
     SortOption sort;
     const QString badSort = parseRenumberSort(args, sort);
