@@ -4,6 +4,7 @@
 #include <QSaveFile>
 #include <QStringList>
 
+#include "platform/write_protection.h"
 #include "playlists/cue_writer.h"
 #include "playlists/m3u8_writer.h"
 #include "playlists/playlist_text.h"
@@ -34,14 +35,6 @@ QByteArray formatted(const Playlist& playlist, const QString& outFile, PlaylistF
     return {};
 }
 
-// Write permission bits count even for an administrator, who could write anyway: a read-only
-// file or folder is how a user keeps a file as it is.
-bool writeProtected(const QFileInfo& info) {
-    constexpr QFile::Permissions kAnyWrite =
-        QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
-    return !info.isWritable() || !(info.permissions() & kAnyWrite);
-}
-
 // A new file in place of a folder or a pipe would take the place of something that is not a
 // playlist: QSaveFile would rename over the one and replace the other.
 void checkTarget(const QString& path) {
@@ -56,7 +49,8 @@ void checkTarget(const QString& path) {
     if (!folder.isDir()) {
         failWrite(path, QStringLiteral("its folder does not exist"));
     }
-    if (writeProtected(folder) || (target.exists() && writeProtected(target))) {
+    if (platform::isWriteProtected(folder) ||
+        (target.exists() && platform::isWriteProtected(target))) {
         failWrite(path, QStringLiteral("the file or its folder is read-only"));
     }
 }

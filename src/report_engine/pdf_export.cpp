@@ -7,6 +7,7 @@
 #include <QPdfWriter>
 #include <QSaveFile>
 
+#include "platform/write_protection.h"
 #include "report_engine/painter.h"
 #include "report_engine/report_error.h"
 
@@ -19,17 +20,11 @@ namespace {
                      reason);
 }
 
-// Write permission bits count even for an administrator, who could write anyway: a read-only
-// file or folder is how a user keeps a file as it is.
 bool writeProtected(const QString& path) {
-    constexpr QFile::Permissions kAnyWrite =
-        QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
-    const auto mayWrite = [](const QFileInfo& info) {
-        return info.isWritable() && (info.permissions() & kAnyWrite);
-    };
     const QFileInfo file(path);
     const QFileInfo folder(file.absolutePath());
-    return (file.exists() && !mayWrite(file)) || !folder.isDir() || !mayWrite(folder);
+    return (file.exists() && platform::isWriteProtected(file)) || !folder.isDir() ||
+           platform::isWriteProtected(folder);
 }
 
 // A device or pipe (/dev/stdout, say) is written to; a new file in its place would replace it.

@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 
+#include "assembly/compilation_record.h"
 #include "engine/database.h"
 #include "engine/jet_error.h"
 #include "engine/recordset.h"
@@ -15,17 +16,6 @@ const QString kPlaylistFilter = QStringLiteral(
     "M3U8 Playlist (*.m3u8)|*.m3u8|XSPF Playlist (*.xspf)|*.xspf|CUE Sheet (*.cue)|*.cue");
 
 namespace {
-
-QString compilationName(engine::Database& database, qint64 compilationId) {
-    engine::Recordset row = database.openRecordset(
-        QStringLiteral("SELECT Name FROM Compilation WHERE CompilationID_P = ") +
-            QString::number(compilationId),
-        engine::RecordsetType::Snapshot);
-    if (row.recordCount() == 0) {
-        throw engine::noCurrentRecordError();
-    }
-    return row.value(0).toString();
-}
 
 // A name for the file dialog to start with: the compilation's, without the folder separator.
 QString suggestedFileName(const QString& name) {
@@ -50,7 +40,7 @@ const QString kFullPathsQuestion = QStringLiteral(
 
 playlists::Playlist compilationPlaylist(engine::Database& database, qint64 compilationId) {
     playlists::Playlist playlist;
-    playlist.name = compilationName(database, compilationId);
+    playlist.name = assembly::readCompilation(database, compilationId).name;
     engine::Recordset tracks = database.openRecordset(
         QStringLiteral("SELECT * FROM CompilationTrack WHERE CompilationID_F1 = ") +
             QString::number(compilationId) + QStringLiteral(" ORDER BY TrackNo"),
