@@ -84,9 +84,10 @@ QTransform twipsToDevice(const QPaintDevice& device, double zoom) {
                                  device.logicalDpiY() * zoom / kTwipsPerInch);
 }
 
-void drawPage(QPainter& painter, const Page& page, double zoom) {
+void drawPage(QPainter& painter, const Page& page, double zoom, const Calibration& calibration) {
     painter.save();
-    painter.setTransform(twipsToDevice(*painter.device(), zoom), true);
+    painter.setTransform(calibrationTransform(calibration) * twipsToDevice(*painter.device(), zoom),
+                         true);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::TextAntialiasing);
     for (const PageItem& item : page.items) {

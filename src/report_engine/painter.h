@@ -2,6 +2,7 @@
 
 #include <QTransform>
 
+#include "report_engine/calibration.h"
 #include "report_engine/page_model.h"
 
 class QPainter;
@@ -14,7 +15,9 @@ QTransform twipsToDevice(const QPaintDevice& device, double zoom = 1.0);
 
 // Draws a page with the painter's origin at the paper's top-left corner (a printer paints on the
 // full page for this), on top of the painter's own transform (a preview may move the page).
-// The same code draws the preview, the printed page and the PDF.
-void drawPage(QPainter& painter, const Page& page, double zoom = 1.0);
+// The same code draws the preview, the printed page and the PDF; a calibration moves and scales
+// the page for a printer that does not print true.
+void drawPage(QPainter& painter, const Page& page, double zoom = 1.0,
+              const Calibration& calibration = {});
 
 }  // namespace report_engine

@@ -42,7 +42,8 @@ QPageLayout layoutOf(const PageSetup& setup) {
 
 // The whole PDF, made in memory: the file then gets it in a few plain writes, so that a failure
 // among them still carries the system's cause (a buffered write that fails later loses it).
-QByteArray pdfBytes(const PageModel& model, const QString& path, const QString& title) {
+QByteArray pdfBytes(const PageModel& model, const QString& path, const QString& title,
+                    const Calibration& calibration) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
@@ -60,7 +61,7 @@ QByteArray pdfBytes(const PageModel& model, const QString& path, const QString& 
         if (i > 0 && !writer.newPage()) {
             fail(path, QStringLiteral("a new page could not be started"));
         }
-        drawPage(painter, model.pages[i]);
+        drawPage(painter, model.pages[i], 1.0, calibration);
     }
     painter.end();
     return bytes;
@@ -80,11 +81,12 @@ void writeBytes(QFileDevice& file, const QByteArray& bytes, const QString& path)
 
 }  // namespace
 
-void exportPdf(const PageModel& model, const QString& path, const QString& title) {
+void exportPdf(const PageModel& model, const QString& path, const QString& title,
+               const Calibration& calibration) {
     if (writeProtected(path)) {
         fail(path, QStringLiteral("the file or its folder is read-only or missing"));
     }
-    const QByteArray bytes = pdfBytes(model, path, title);
+    const QByteArray bytes = pdfBytes(model, path, title, calibration);
     constexpr QIODevice::OpenMode kMode = QIODevice::WriteOnly | QIODevice::Unbuffered;
     if (isDevice(path)) {
         QFile device(path);

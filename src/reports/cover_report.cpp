@@ -33,4 +33,14 @@ report_engine::PageModel buildCover(engine::Database& database, qint64 compilati
     return report_engine::layoutReport(*mdCoverMain(tracks), compilation);
 }
 
+report_engine::PageModel coverOutline(report_engine::PageModel cover) {
+    for (report_engine::Page& page : cover.pages) {
+        page.items.removeIf([](const report_engine::PageItem& item) {
+            return item.kind != report_engine::ItemKind::Line &&
+                   item.kind != report_engine::ItemKind::Rectangle;
+        });
+    }
+    return cover;
+}
+
 }  // namespace reports

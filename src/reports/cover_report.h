@@ -16,4 +16,7 @@ namespace reports {
 // database reports.
 report_engine::PageModel buildCover(engine::Database& database, qint64 compilationId);
 
+// Only the cover's frames and fold lines, no text: a test of where they fall, on plain paper.
+report_engine::PageModel coverOutline(report_engine::PageModel cover);
+
 }  // namespace reports

@@ -106,6 +106,11 @@ TEST_F(CommandLine, EveryCommandPrintsTheLogicsAnswerWithItsExitStatus) {
         prints({"cover-text", path, "Road Trip", "p", "--by-time"}, cover),
         refuses({"cover-text", path, "Short", "p"}, reports::kNoTracksOnCompilation + '\n'),
         prints({"cover", path, "Road Trip", pdf}, ""),
+        prints(
+            {"cover", path, "Road Trip", pdf, "--scale-y", "99", "--offset-x", "-1.5", "--outline"},
+            ""),
+        {{"cover", path, "Road Trip", pdf, "--scale-x", "5"}, 2, {}, "takes a percentage from 50"},
+        prints({"calibration-page", pdf}, ""),
         prints({"report", path, "tracks-all", pdf, "--paper", "letter"},
                reports::listReportCaption(reports::ListReport::TracksAll) +
                    ": 1 page(s) written to " + pdf),

@@ -7,9 +7,11 @@
 #include <QTextLayout>
 
 #include "engine/workspace.h"
+#include "report_engine/calibration.h"
 #include "report_engine/pdf_export.h"
 #include "report_engine/report_error.h"
 #include "report_samples.h"
+#include "reports/calibration_page.h"
 #include "reports/cover_body.h"
 #include "reports/cover_report.h"
 #include "reports/cover_source.h"
@@ -202,36 +204,86 @@ TEST(MdCover, TheStripItsTrackListAndTheLabelsBesideIt) {
 
 // Measured on the rendered page: the inlay across above the text (frame, fold, fold, frame) and
 // down beside it; the strip across under its text and down by its left edge (top, rule, bottom).
+// True to size, and through a printer's calibration: each line moved by the offset and every
+// distance scaled, frame by frame.
 TEST(CoverPdf, TheCoversMeasureTheirMillimetres) {
     CoverDatabase db;
-    const auto runs = [&](const PageModel& cover, int twips, Qt::Orientation along) {
-        report_engine::exportPdf(cover, db.dir.file("cover.pdf"));
-        QVector<double> mm =
-            testsupport::darkRuns(testsupport::renderedPdfPage(db.dir.file("cover.pdf")),
-                                  testsupport::renderedPixelOf(twips), along);
-        for (double& at : mm) {
-            at = std::round(at * testsupport::kMmPerRenderedPixel * 5) / 5;  // to 0.2 mm
-        }
-        return mm;
-    };
     const PageModel inlay = db.cover("CD-ROM", composedRtf(numberedLines(4)));
-    const QVector<double> across = runs(inlay, 1240 + 200, Qt::Horizontal);
-    ASSERT_EQ(across.size(), 4);
-    EXPECT_NEAR(across[0], 1500 * 25.4 / 1440, 0.2);
-    EXPECT_NEAR(across[3] - across[0], 150.0, 0.3);
-    EXPECT_NEAR(across[1] - across[0], 6.0, 0.3);
-    EXPECT_NEAR(across[3] - across[2], 6.0, 0.3);
-    const QVector<double> down = runs(inlay, 1840 + 100, Qt::Vertical);
-    ASSERT_EQ(down.size(), 2);
-    EXPECT_NEAR(down[1] - down[0], 118.0, 0.3);
     const PageModel strip = db.cover("MD", composedRtf({"Adams / Baker"}),
                                      {{.performer = "Adams"}, {.performer = "Baker"}});
-    const QVector<double> stripAcross = runs(strip, 6000, Qt::Horizontal);
-    ASSERT_EQ(stripAcross.size(), 2);
-    EXPECT_NEAR(stripAcross[1] - stripAcross[0], 45.0, 0.3);
-    const QVector<double> stripDown = runs(strip, 1200 + 80, Qt::Vertical);
-    ASSERT_EQ(stripDown.size(), 3);
-    EXPECT_NEAR(stripDown[2] - stripDown[0], 254.0, 0.3);
+    for (const report_engine::Calibration& calibration :
+         {report_engine::Calibration{}, report_engine::Calibration{1.5, -1, 99, 101}}) {
+        SCOPED_TRACE(calibration.offsetXMm);
+        const double sx = calibration.scaleXPercent / 100;
+        const double sy = calibration.scaleYPercent / 100;
+        // The row (or column) where a page position lands on the paper, measured across it.
+        const auto runs = [&](const PageModel& cover, int twips, Qt::Orientation along) {
+            report_engine::exportPdf(cover, db.dir.file("cover.pdf"), {}, calibration);
+            const bool row = along == Qt::Horizontal;
+            const double landsAt = row ? calibration.offsetYMm * 1440 / 25.4 + sy * twips
+                                       : calibration.offsetXMm * 1440 / 25.4 + sx * twips;
+            QVector<double> mm =
+                testsupport::darkRuns(testsupport::renderedPdfPage(db.dir.file("cover.pdf")),
+                                      testsupport::renderedPixelOf(qRound(landsAt)), along);
+            for (double& at : mm) {
+                at = std::round(at * testsupport::kMmPerRenderedPixel * 5) / 5;  // to 0.2 mm
+            }
+            return mm;
+        };
+        const QVector<double> across = runs(inlay, 1240 + 200, Qt::Horizontal);
+        ASSERT_EQ(across.size(), 4);
+        EXPECT_NEAR(across[0], calibration.offsetXMm + sx * 1500 * 25.4 / 1440, 0.2);
+        EXPECT_NEAR(across[3] - across[0], 150.0 * sx, 0.3);
+        EXPECT_NEAR(across[1] - across[0], 6.0 * sx, 0.3);
+        EXPECT_NEAR(across[3] - across[2], 6.0 * sx, 0.3);
+        const QVector<double> down = runs(inlay, 1840 + 100, Qt::Vertical);
+        ASSERT_EQ(down.size(), 2);
+        EXPECT_NEAR(down[0], calibration.offsetYMm + sy * 1240 * 25.4 / 1440, 0.2);
+        EXPECT_NEAR(down[1] - down[0], 118.0 * sy, 0.3);
+        const QVector<double> stripAcross = runs(strip, 6000, Qt::Horizontal);
+        ASSERT_EQ(stripAcross.size(), 2);
+        EXPECT_NEAR(stripAcross[1] - stripAcross[0], 45.0 * sx, 0.3);
+        const QVector<double> stripDown = runs(strip, 1200 + 80, Qt::Vertical);
+        ASSERT_EQ(stripDown.size(), 3);
+        EXPECT_NEAR(stripDown[2] - stripDown[0], 254.0 * sy, 0.3);
+    }
+}
+
+// The outline keeps the frames and fold lines where they are and drops every text.
+TEST(CoverPdf, TheOutlineIsTheFramesAlone) {
+    CoverDatabase db;
+    const PageModel strip = db.cover("MD", composedRtf({"Adams"}), {{.performer = "Adams"}});
+    const QVector<PageItem> kept = reports::coverOutline(strip).pages.value(0).items;
+    const QVector<PageItem> frames = drawings(strip);
+    ASSERT_EQ(kept.size(), frames.size());
+    for (qsizetype i = 0; i < kept.size(); ++i) {
+        EXPECT_EQ(std::pair(kept[i].rect, kept[i].line), std::pair(frames[i].rect, frames[i].line));
+    }
+}
+
+// The test page's frame is where the calibration takes it to be: across a row below the text
+// and down a column right of it, between the millimetre ticks.
+TEST(CalibrationPage, TheFrameMeasuresAsTheCalibrationExpects) {
+    testsupport::TempDir dir;
+    report_engine::exportPdf(reports::calibrationTestPage(), dir.file("test-page.pdf"));
+    const QImage page = testsupport::renderedPdfPage(dir.file("test-page.pdf"));
+    const auto linesAt = [&](double mm, Qt::Orientation along) {
+        QVector<double> found =
+            testsupport::darkRuns(page, qRound(mm / testsupport::kMmPerRenderedPixel), along);
+        for (double& at : found) {
+            at = std::round(at * testsupport::kMmPerRenderedPixel * 5) / 5;
+        }
+        return found;
+    };
+    const report_engine::FrameMeasurement frame = report_engine::nominalTestFrame();
+    const QVector<double> across = linesAt(195.5, Qt::Horizontal);
+    ASSERT_EQ(across.size(), 2);
+    EXPECT_NEAR(across[0], frame.leftMm, 0.2);
+    EXPECT_NEAR(across[1] - across[0], frame.widthMm, 0.2);
+    const QVector<double> down = linesAt(frame.leftMm + frame.widthMm - 4.5, Qt::Vertical);
+    ASSERT_EQ(down.size(), 2);
+    EXPECT_NEAR(down[0], frame.topMm, 0.2);
+    EXPECT_NEAR(down[1] - down[0], frame.heightMm, 0.2);
 }
 
 // Formats in any letter case; the format is checked before the tracks.

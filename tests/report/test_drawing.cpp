@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QPainter>
 
+#include "report_engine/calibration.h"
 #include "report_engine/painter.h"
 #include "report_engine/pdf_export.h"
 #include "report_engine/report_error.h"
@@ -53,6 +54,47 @@ TEST(Drawing, TwipsLandOnTheDevicesPixelsTrueToSize) {
         square.fill = Qt::black;
         square.penWidth = 0;
         EXPECT_EQ(inkOf(drawn(dpi, {square})).first, QRect(dpi, dpi, dpi, dpi)) << dpi;
+    }
+}
+
+// A printer that prints a page point x at shift + scale × x (on each axis) prints the test
+// frame measurably off; the calibration taken from that measurement draws every point so that
+// the printer puts it back where it belongs, and gives the measurement back.
+TEST(Calibration, TheMeasuredFrameGivesTheCorrectionThatUndoesThePrinter) {
+    constexpr double kTwipsPerMm = kTwipsPerInch / 25.4;
+    const FrameMeasurement nominal = nominalTestFrame();
+    const struct {
+        QPointF shift;
+        QPointF scale;
+    } printers[] = {{{0, 0}, {1, 1}}, {{1.5, -2}, {0.99, 1.01}}, {{-3, 0.5}, {1.02, 0.98}}};
+    for (const auto& printer : printers) {
+        const auto printed = [&](QPointF mm) {
+            return QPointF(printer.shift.x() + printer.scale.x() * mm.x(),
+                           printer.shift.y() + printer.scale.y() * mm.y());
+        };
+        const QPointF corner = printed({nominal.leftMm, nominal.topMm});
+        const FrameMeasurement measured{corner.x(), corner.y(), printer.scale.x() * nominal.widthMm,
+                                        printer.scale.y() * nominal.heightMm};
+        const Calibration calibration = calibrationFromMeasurement(measured);
+        for (const QPointF mm : {QPointF(0, 0), QPointF(105, 148.5), QPointF(210, 297)}) {
+            const QPointF drawn =
+                calibrationTransform(calibration).map(mm * kTwipsPerMm) / kTwipsPerMm;
+            EXPECT_NEAR(printed(drawn).x(), mm.x(), 1e-9);
+            EXPECT_NEAR(printed(drawn).y(), mm.y(), 1e-9);
+        }
+        const FrameMeasurement back = measurementOfCalibration(calibration);
+        EXPECT_NEAR(back.leftMm, measured.leftMm, 1e-9);
+        EXPECT_NEAR(back.heightMm, measured.heightMm, 1e-9);
+    }
+    EXPECT_TRUE(calibrationFromMeasurement(nominal).isIdentity());
+    const Calibration plausible[] = {{50, -50, 50, 200}, {0, 0, 99.5, 100.5}};
+    const Calibration typos[] = {
+        {50.5, 0, 100, 100}, {0, 0, 49, 100}, {0, 0, 100, 201}, {0, qQNaN(), 100, 100}};
+    for (const Calibration& calibration : plausible) {
+        EXPECT_TRUE(isPlausible(calibration)) << calibration.offsetXMm;
+    }
+    for (const Calibration& calibration : typos) {
+        EXPECT_FALSE(isPlausible(calibration)) << calibration.scaleYPercent;
     }
 }
 

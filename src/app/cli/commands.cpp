@@ -26,6 +26,24 @@ int reportError(Streams streams, const engine::JetError& error) {
     return 1;
 }
 
+std::optional<Arguments> splitArguments(const QStringList& args, const QStringList& options,
+                                        const QStringList& flags) {
+    Arguments result;
+    for (int i = 0; i < args.size(); ++i) {
+        if (!args[i].startsWith(QLatin1String("--"))) {
+            result.positional << args[i];
+        } else if (flags.contains(args[i])) {
+            result.flags << args[i];
+        } else if (options.contains(args[i]) && i + 1 < args.size()) {
+            result.options.insert(args[i], args[i + 1]);
+            ++i;
+        } else {
+            return std::nullopt;
+        }
+    }
+    return result;
+}
+
 int newDatabase(const QStringList& args, Streams streams) {
     if (args.size() != 1) {
         return usage(streams, QStringLiteral("new FILE"));

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QMap>
 #include <QStringList>
 #include <QTextStream>
+#include <optional>
 
 namespace engine {
 class JetError;
@@ -19,6 +21,18 @@ int usage(Streams streams, const QString& text);
 // Prints an engine error with its number; returns the exit code 1.
 int reportError(Streams streams, const engine::JetError& error);
 
+// A command's arguments: "--name value" options, "--name" flags and the positional rest.
+struct Arguments {
+    QStringList positional;
+    QMap<QString, QString> options;
+    QStringList flags;
+};
+
+// Splits the arguments; nothing when an option lacks its value or is not one of the known
+// options or flags.
+std::optional<Arguments> splitArguments(const QStringList& args, const QStringList& options,
+                                        const QStringList& flags = {});
+
 // Each command takes the arguments after its name and returns the exit code.
 int newDatabase(const QStringList& args, Streams streams);
 int runSql(const QStringList& args, Streams streams);
@@ -30,6 +44,7 @@ int tempSource(const QStringList& args, Streams streams);
 int addCompilation(const QStringList& args, Streams streams);
 int coverText(const QStringList& args, Streams streams);
 int cover(const QStringList& args, Streams streams);
+int calibrationPage(const QStringList& args, Streams streams);
 int addTracks(const QStringList& args, Streams streams);
 int removeTrack(const QStringList& args, Streams streams);
 int tracks(const QStringList& args, Streams streams);

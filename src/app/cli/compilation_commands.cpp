@@ -19,28 +19,6 @@ const QString kAddUsage = QStringLiteral(
 const QString kCoverUsage =
     QStringLiteral("usage: mixorama-cli cover-text DB NAME p|pa|ps [--by-time]");
 
-// Splits "--name value" options from the positional arguments; nothing when an option lacks
-// its value or is not one of the known ones.
-struct Arguments {
-    QStringList positional;
-    QMap<QString, QString> options;
-};
-
-std::optional<Arguments> splitArguments(const QStringList& args, const QStringList& known) {
-    Arguments result;
-    for (int i = 0; i < args.size(); ++i) {
-        if (!args[i].startsWith(QLatin1String("--"))) {
-            result.positional << args[i];
-        } else if (known.contains(args[i]) && i + 1 < args.size()) {
-            result.options.insert(args[i], args[i + 1]);
-            ++i;
-        } else {
-            return std::nullopt;
-        }
-    }
-    return result;
-}
-
 void printMessages(const platform::ScriptedDialogs& dialogs, QTextStream& stream) {
     for (const platform::MessageRequest& message : dialogs.messages()) {
         stream << QString(message.text).replace(QLatin1Char('\r'), QLatin1Char('\n')) << Qt::endl;

@@ -28,6 +28,7 @@ const std::map<QString, Command>& commands() {
         {QStringLiteral("add-compilation"), cli::addCompilation},
         {QStringLiteral("cover-text"), cli::coverText},
         {QStringLiteral("cover"), cli::cover},
+        {QStringLiteral("calibration-page"), cli::calibrationPage},
         {QStringLiteral("add-tracks"), cli::addTracks},
         {QStringLiteral("remove-track"), cli::removeTrack},
         {QStringLiteral("tracks"), cli::tracks},
@@ -66,8 +67,16 @@ void printHelp(QTextStream& out) {
            "  cover-text DB NAME p|pa|ps [--by-time]\n"
            "                         compose and store a compilation's cover text; prints\n"
            "                         the text, then the bold ranges (start length)\n"
-           "  cover DB NAME OUT.pdf  write a compilation's cover (MD or CD-ROM) as PDF,\n"
-           "                         true to size\n"
+           "  cover DB NAME OUT.pdf [--offset-x MM] [--offset-y MM] [--scale-x PCT]\n"
+           "        [--scale-y PCT] [--outline]\n"
+           "                         write a compilation's cover (MD or CD-ROM) as PDF,\n"
+           "                         true to size; for a printer that does not print\n"
+           "                         true, moved by the offsets and scaled by the\n"
+           "                         percentages (as its printer calibration says);\n"
+           "                         --outline draws only the frames and fold lines\n"
+           "  calibration-page OUT.pdf\n"
+           "                         write the printer calibration's test page: a frame\n"
+           "                         to measure, whose offsets and scales cover takes\n"
            "  add-tracks DB NAME ALBUM.mdb|FOLDER [--where \"WHERE ...\"] [--order \"ORDER BY "
            "...\"]\n"
            "             [--filter VARIABLE COMPARISON TEXT [And|Or VARIABLE COMPARISON TEXT]]\n"
@@ -112,7 +121,8 @@ void printHelp(QTextStream& out) {
 // Reports and covers measure their texts in fonts and write PDF, which takes a GUI application;
 // it runs offscreen unless the user chose a platform.
 std::unique_ptr<QCoreApplication> makeApplication(int& argc, char* argv[]) {
-    if (argc > 1 && (qstrcmp(argv[1], "report") == 0 || qstrcmp(argv[1], "cover") == 0)) {
+    const QByteArray command = argc > 1 ? QByteArray(argv[1]) : QByteArray();
+    if (command == "report" || command == "cover" || command == "calibration-page") {
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
             qputenv("QT_QPA_PLATFORM", "offscreen");
         }
