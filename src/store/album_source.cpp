@@ -2,13 +2,12 @@
 
 #include <QFileInfo>
 
-#include <QSettings>
-
 #include "engine/database.h"
 #include "engine/jet_error.h"
 #include "engine/transaction.h"
 #include "platform/dialogs.h"
 #include "platform/split_path.h"
+#include "platform/user_settings.h"
 #include "store/music_folder_source.h"
 
 namespace store {
@@ -21,10 +20,6 @@ const QString kNotAnAlbumDatabase = QStringLiteral(
 namespace {
 
 const QString kRatingTable = QStringLiteral("TrackRating");
-
-QSettings parameterSettings() {
-    return QSettings(QStringLiteral("Mixorama"), QStringLiteral("Mixorama"));
-}
 
 // Ends a connect: the editor cannot get tracks and the album counts as unrated.
 void markConnectFailed(AlbumSourceState& state, EditorConnection& editor) {
@@ -86,12 +81,12 @@ const QStringList& albumLinkOrder() {
 }
 
 QString albumFolderSetting() {
-    QSettings settings = parameterSettings();
+    QSettings settings = platform::userSettings();
     return settings.value(QStringLiteral("Parameter/AlbumoryPath")).toString();
 }
 
 void setAlbumFolderSetting(const QString& folder) {
-    QSettings settings = parameterSettings();
+    QSettings settings = platform::userSettings();
     settings.setValue(QStringLiteral("Parameter/AlbumoryPath"), folder);
 }
 

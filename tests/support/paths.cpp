@@ -16,6 +16,14 @@ const bool kMusicCacheSet = [] {
     return true;
 }();
 
+// Their settings (printer calibrations, the media's modes, the album folder) likewise go to a
+// folder of their own, never into the user's.
+const bool kSettingsFolderSet = [] {
+    qputenv("XDG_CONFIG_HOME",
+            QFile::encodeName(QDir::tempPath() + QStringLiteral("/mixorama-test-config")));
+    return true;
+}();
+
 }  // namespace
 
 QString programPath(const QString& name) {

@@ -6,6 +6,7 @@
 #include "query/time_text.h"
 #include "shell/toolbar_tools.h"
 #include "ui/windows/filter_dialog.h"
+#include "ui/windows/printer_calibration_dialog.h"
 #include "ui/windows/sort_dialog.h"
 #include "ui/windows/track_lookup_window.h"
 #include "window_fixture.h"
@@ -123,6 +124,8 @@ TEST_F(KeyboardAccess, EveryWindowIsWalkedByTabNamedAndReachedByMnemonics) {
         clickTool("ID_Print");
         check(window->findChild<QWidget*>("frmARViewer"), "scrPages");
     }
+    check(new ui::PrinterCalibrationDialog({"Office"}, "Office", dialogs, window.get()),
+          "cmbPrinter");
     clickTool("ID_Help");
     check(window->findChild<QWidget*>("helpWindow"), "");
 }

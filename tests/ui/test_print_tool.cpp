@@ -1,10 +1,14 @@
 // The print tool through the main window: the previews, covers and PDF files of its choices.
+#include <QDoubleSpinBox>
 #include <QFile>
 
+#include "platform/user_settings.h"
 #include "reports/cover_source.h"
 #include "shell/print_command.h"
+#include "shell/printer_calibrations.h"
 #include "shell/toolbar_tools.h"
 #include "support/list_samples.h"
+#include "ui/windows/printer_calibration_dialog.h"
 #include "ui/windows/report_preview_window.h"
 #include "window_fixture.h"
 
@@ -113,6 +117,35 @@ TEST_F(PrintTool, PdfChoicesWriteTheirFilesAndAFailedWriteSaysSo) {
     print("Autumn", 5);
     EXPECT_TRUE(dialogs.lastMessageText().startsWith(shell::kPdfWriteError));
     QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+}
+
+// The calibration keeps each printer's correction under its name (any name), taken from what the
+// ruler showed on the test page, and shows it again as that measurement. Measurements that
+// cannot be a printer's error are refused; a PDF is never calibrated.
+TEST_F(PrintTool, TheCalibrationDialogKeepsEachPrintersCorrection) {
+    platform::userSettings().remove("PrinterCalibration");
+    const QString label = "Label/Printer \"2\" ü";
+    const auto measure = [&](const QString& printer, double left, double width) {
+        ui::PrinterCalibrationDialog dialog({"Office", label}, printer, dialogs, window.get());
+        testsupport::control<QDoubleSpinBox>(&dialog, "numLeft")->setValue(left);
+        testsupport::control<QDoubleSpinBox>(&dialog, "numWidth")->setValue(width);
+        clickButton(&dialog, "btnSave");
+        return dialog.result();
+    };
+    EXPECT_EQ(measure(label, 21.5, 168.3), QDialog::Accepted);  // 1.5 mm right, at 99 %
+    const report_engine::Calibration stored = shell::printerCalibration(label);
+    EXPECT_NEAR(stored.scaleXPercent, 100 / 0.99, 1e-9);
+    EXPECT_NEAR(stored.offsetXMm, 20 - 21.5 / 0.99, 1e-9);
+    EXPECT_EQ(stored.scaleYPercent, 100);
+    EXPECT_TRUE(shell::printerCalibration("Office").isIdentity());
+    EXPECT_TRUE(shell::coverCalibration(label, true).isIdentity());
+    EXPECT_EQ(shell::coverCalibration(label, false), stored);
+    ui::PrinterCalibrationDialog again({"Office", label}, label, dialogs, window.get());
+    EXPECT_NEAR(testsupport::control<QDoubleSpinBox>(&again, "numLeft")->value(), 21.5, 1e-9);
+    EXPECT_NE(measure("Office", 80, 85), QDialog::Accepted);  // 6 cm off: a typing error
+    EXPECT_TRUE(dialogs.lastMessageText().contains("too far"))
+        << dialogs.lastMessageText().toStdString();
+    EXPECT_TRUE(shell::printerCalibration("Office").isIdentity());
 }
 
 }  // namespace

@@ -35,6 +35,7 @@ ReportPreviewWindow* showCover(engine::Database& database, qint64 compilationId,
     }
     auto* viewer = new ReportPreviewWindow(reports::buildCover(database, compilationId),
                                            view->caption, dialogs, owner);
+    viewer->useCoverCalibration();
     viewer->resize(pixelsOf(kCoverViewerTwips, *viewer));
     placeAtTopLeft(*viewer);
     if (view->zoomPercent) {

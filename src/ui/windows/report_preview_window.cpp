@@ -18,8 +18,10 @@
 #include "report_engine/pdf_export.h"
 #include "report_engine/report_error.h"
 #include "shell/print_command.h"
+#include "shell/printer_calibrations.h"
 #include "ui/controls/focus_order.h"
 #include "ui/controls/list_label.h"
+#include "ui/windows/printer_calibration_dialog.h"
 #include "ui/windows/report_page_view.h"
 
 namespace ui {
@@ -79,7 +81,7 @@ QAction* ReportPreviewWindow::addTool(const QString& name, const QString& text,
 }
 
 void ReportPreviewWindow::buildToolBar() {
-    QToolBar* tools = addToolBar(QStringLiteral("Preview"));
+    QToolBar* tools = tools_ = addToolBar(QStringLiteral("Preview"));
     tools->setObjectName(QStringLiteral("tbPreview"));
     tools->setMovable(false);
     tools->addAction(
@@ -235,6 +237,11 @@ void ReportPreviewWindow::printTo(QPrinter& printer) {
         first = qMax(first, printer.fromPage());
         last = qMin(last, printer.toPage());
     }
+    const report_engine::Calibration calibration =
+        coverCalibration_
+            ? shell::coverCalibration(printer.printerName(),
+                                      printer.outputFormat() != QPrinter::NativeFormat)
+            : report_engine::Calibration{};
     QPainter painter;
     if (!painter.begin(&printer)) {
         return;
@@ -243,7 +250,7 @@ void ReportPreviewWindow::printTo(QPrinter& printer) {
         if (page > first) {
             printer.newPage();
         }
-        report_engine::drawPage(painter, model_.pages[page - 1]);
+        report_engine::drawPage(painter, model_.pages[page - 1], 1.0, calibration);
     }
     painter.end();
 }
@@ -276,6 +283,24 @@ void ReportPreviewWindow::saveAsPdf() {
     } catch (const report_engine::WriteError& error) {
         dialogs_.exclamation(shell::pdfWriteMessage(error));
     }
+}
+
+void ReportPreviewWindow::useCoverCalibration() {
+    if (coverCalibration_) {
+        return;
+    }
+    coverCalibration_ = true;
+    tools_->addSeparator();
+    tools_->addAction(addTool("actCalibration", tr("Printer Calibration..."),
+                              {Qt::CTRL | Qt::SHIFT | Qt::Key_P},
+                              &ReportPreviewWindow::openCalibration));
+    orderFocusByLayout(*this);
+}
+
+void ReportPreviewWindow::openCalibration() {
+    PrinterCalibrationDialog dialog(PrinterCalibrationDialog::installedPrinters(),
+                                    PrinterCalibrationDialog::defaultPrinter(), dialogs_, this);
+    dialog.exec();
 }
 
 }  // namespace ui

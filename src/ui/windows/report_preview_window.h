@@ -8,6 +8,7 @@ class QComboBox;
 class QLabel;
 class QPrinter;
 class QScrollArea;
+class QToolBar;
 
 namespace platform {
 class Dialogs;
@@ -45,6 +46,10 @@ class ReportPreviewWindow : public QMainWindow {
     void print();                     // through the print dialog
     void saveAsPdf();                 // under a name the save dialog gives
 
+    // For a cover: printing draws it through the printer's calibration, and a tool opens the
+    // calibration dialog.
+    void useCoverCalibration();
+
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -60,6 +65,7 @@ class ReportPreviewWindow : public QMainWindow {
     void zoomChosen(int entryData);
     double fittedZoom() const;
     void redraw(int index);
+    void openCalibration();
 
     report_engine::PageModel model_;
     QString caption_;
@@ -70,6 +76,8 @@ class ReportPreviewWindow : public QMainWindow {
     ReportPageView* view_ = nullptr;
     QComboBox* zoomList_ = nullptr;
     QLabel* status_ = nullptr;
+    QToolBar* tools_ = nullptr;
+    bool coverCalibration_ = false;
 };
 
 }  // namespace ui
