@@ -48,6 +48,15 @@ QString mdModeName(MdMode mode) {
     return {};
 }
 
+std::optional<MdMode> mdModeNamed(const QString& name) {
+    for (const MdMode mode : kMdModes) {
+        if (mdModeName(mode) == name) {
+            return mode;
+        }
+    }
+    return std::nullopt;
+}
+
 MiniDiscFit fitMiniDisc(int lengthMinutes, const std::vector<Track>& tracks) {
     MiniDiscFit fit;
     for (const ModeRule& rule : kModes) {
@@ -79,6 +88,21 @@ CassetteSides splitCassette(int lengthMinutes, const std::vector<Track>& tracks)
             sides.crossingTrack = i;
         }
         sides.sideB += tracks[i].seconds;
+    }
+    const qint64 total = sides.sideA + sides.sideB;
+    qint64 sideA = 0;
+    for (int turn = 0; turn <= int(tracks.size()); ++turn) {
+        const qint64 sideB = total - sideA;
+        const bool fits = sideA <= sides.sideCapacity && sideB <= sides.sideCapacity;
+        if (fits &&
+            (!sides.evenTurn || qAbs(sideA - sideB) < qAbs(sides.evenSideA - sides.evenSideB))) {
+            sides.evenTurn = turn;
+            sides.evenSideA = sideA;
+            sides.evenSideB = sideB;
+        }
+        if (turn < int(tracks.size())) {
+            sideA += tracks[size_t(turn)].seconds;
+        }
     }
     return sides;
 }

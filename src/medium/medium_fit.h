@@ -18,6 +18,7 @@ struct Track {
 // A MiniDisc's length is its SP time. LP2 and mono hold twice as much, LP4 four times; each
 // track takes whole blocks of 2 s (SP), 4 s (LP2, mono) or 8 s (LP4) of the mode's time.
 enum class MdMode { Sp, Lp2, Lp4, Mono };
+inline constexpr MdMode kMdModes[] = {MdMode::Sp, MdMode::Lp2, MdMode::Lp4, MdMode::Mono};
 
 struct MdModeFit {
     MdMode mode = MdMode::Sp;
@@ -39,6 +40,7 @@ struct MiniDiscFit {
 
 MiniDiscFit fitMiniDisc(int lengthMinutes, const std::vector<Track>& tracks);
 QString mdModeName(MdMode mode);  // "SP", "LP2", "LP4", "Mono"
+std::optional<MdMode> mdModeNamed(const QString& name);
 
 // A cassette's length counts both sides (a C60 has two sides of 30 minutes). Side A takes the
 // running order up to the first track that does not fit on it; that track and the rest go to B.
@@ -47,6 +49,11 @@ struct CassetteSides {
     qint64 sideA = 0;                  // seconds on side A
     qint64 sideB = 0;                  // seconds on side B (may exceed the side)
     std::optional<int> crossingTrack;  // index of the track that would cross the end of side A
+    // The turn that evens the sides most in this running order: after evenTurn tracks, both
+    // sides within their length (nothing when no turn fits both), with the sides' times then.
+    std::optional<int> evenTurn;
+    qint64 evenSideA = 0;
+    qint64 evenSideB = 0;
     qint64 difference() const { return sideA > sideB ? sideA - sideB : sideB - sideA; }
 };
 

@@ -1,6 +1,9 @@
 #include "shell/medium_text.h"
 
+#include "engine/database.h"
+#include "engine/recordset.h"
 #include "query/time_text.h"
+#include "store/compilation_queries.h"
 
 namespace shell {
 
@@ -16,9 +19,16 @@ QString leftOrOver(qint64 left) {
                      : QStringLiteral("over by ") + time(-left);
 }
 
-QStringList miniDiscLines(int lengthMinutes, const std::vector<medium::Track>& tracks) {
+QStringList miniDiscLines(int lengthMinutes, const std::vector<medium::Track>& tracks,
+                          std::optional<medium::MdMode> chosenMode) {
     const medium::MiniDiscFit fit = medium::fitMiniDisc(lengthMinutes, tracks);
     QStringList lines;
+    for (const medium::MdModeFit& mode : fit.modes) {
+        if (mode.mode == chosenMode) {
+            lines << QStringLiteral("Recorded in %1: %2")
+                         .arg(medium::mdModeName(mode.mode), leftOrOver(mode.left()));
+        }
+    }
     for (const medium::MdModeFit& mode : fit.modes) {
         lines << QStringLiteral("MD %1: %2")
                      .arg(medium::mdModeName(mode.mode), leftOrOver(mode.left()));
@@ -45,6 +55,11 @@ QStringList cassetteLines(int lengthMinutes, const std::vector<medium::Track>& t
     if (sides.crossingTrack) {
         lines << QStringLiteral("Track %1 crosses the end of side A").arg(*sides.crossingTrack + 1);
     }
+    if (sides.evenTurn) {
+        lines << QStringLiteral("Most even: turn after track %1 (side A %2, side B %3)")
+                     .arg(*sides.evenTurn)
+                     .arg(time(sides.evenSideA), time(sides.evenSideB));
+    }
     return lines;
 }
 
@@ -56,19 +71,54 @@ QStringList audioCdLines(const std::vector<medium::Track>& tracks) {
 
 }  // namespace
 
-QStringList mediumFitLines(const QString& format, int lengthMinutes,
-                           const std::vector<medium::Track>& tracks) {
+MediumKind mediumKindOf(const QString& format) {
     const QString kind = format.trimmed().toLower();
     if (kind == QLatin1String("md")) {
-        return miniDiscLines(lengthMinutes, tracks);
+        return MediumKind::MiniDisc;
     }
     if (kind == QLatin1String("cassette")) {
-        return cassetteLines(lengthMinutes, tracks);
+        return MediumKind::Cassette;
     }
     if (kind == QLatin1String("cd-r") || kind == QLatin1String("cd-rw")) {
-        return audioCdLines(tracks);
+        return MediumKind::AudioCd;
+    }
+    return MediumKind::Other;
+}
+
+QStringList mediumFitLines(const QString& format, int lengthMinutes,
+                           const std::vector<medium::Track>& tracks,
+                           std::optional<medium::MdMode> chosenMode) {
+    switch (mediumKindOf(format)) {
+        case MediumKind::MiniDisc:
+            return miniDiscLines(lengthMinutes, tracks, chosenMode);
+        case MediumKind::Cassette:
+            return cassetteLines(lengthMinutes, tracks);
+        case MediumKind::AudioCd:
+            return audioCdLines(tracks);
+        case MediumKind::Other:
+            break;
     }
     return {};
+}
+
+std::vector<medium::Track> mediumTracks(engine::Recordset& rows) {
+    std::vector<medium::Track> tracks;
+    if (rows.recordCount() == 0) {
+        return tracks;  // no first row to move to
+    }
+    for (rows.moveFirst(); !rows.eof(); rows.moveNext()) {
+        tracks.push_back({rows.value(QStringLiteral("Length")).toLongLong(),
+                          rows.value(QStringLiteral("Track_Artist_Name")).toString(),
+                          rows.value(QStringLiteral("Track_Title")).toString()});
+    }
+    return tracks;
+}
+
+std::vector<medium::Track> mediumTracks(engine::Database& database, qint64 compilationId) {
+    engine::Recordset rows = database.openRecordset(
+        store::standardStatement(QStringLiteral("compilationtrack"), compilationId),
+        engine::RecordsetType::Snapshot);
+    return mediumTracks(rows);
 }
 
 }  // namespace shell

@@ -62,7 +62,13 @@ TEST(Cassette, SideATakesTheOrderUpToTheFirstTrackThatDoesNotFit) {
     EXPECT_EQ(sides.sideB, 600);
     EXPECT_EQ(sides.crossingTrack, 6);
     EXPECT_EQ(sides.difference(), 1800);
-    EXPECT_EQ(medium::splitCassette(90, tracksOf({100, 200})).crossingTrack, std::nullopt);
+    // Turned after the 4th track instead, the sides differ least: 1,600 and 1,400 s.
+    EXPECT_EQ(std::tuple(sides.evenTurn, sides.evenSideA, sides.evenSideB),
+              std::tuple(std::optional(4), 1600, 1400));
+    const medium::CassetteSides short_sides = medium::splitCassette(90, tracksOf({100, 200}));
+    EXPECT_EQ(short_sides.crossingTrack, std::nullopt);
+    EXPECT_EQ(short_sides.evenTurn, 1);
+    EXPECT_EQ(medium::splitCassette(60, tracksOf({1000, 1000, 1000, 700})).evenTurn, std::nullopt);
 }
 
 TEST(Cassette, BalancingKeepsEachSidesOrderAndEvensTheSides) {

@@ -1,4 +1,5 @@
 // The track picker: adding and removing tracks, the counters, the lookup and the find panel.
+#include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
 
@@ -105,6 +106,40 @@ TEST_F(PickerWindow, AHeaderClickAndTheFindPanelFindInTheSource) {
     comparisons->setCurrentText("Starts");
     clickButton(picker(), "btnFindS2");  // back from the last row
     EXPECT_EQ(source->currentIndex().row(), 1);
+}
+
+// Beside the time, the medium as it is recorded: the MD mode chosen is kept for this database
+// and compilation only, and leads the lines; a cassette's sides are evened in one step, which
+// every list follows; a format with only the capacity rule shows no medium at all.
+TEST_F(PickerWindow, TheMediumAsRecordedFollowsTheModeChosenAndTheSidesEvened) {
+    const auto fit = [&] { return testsupport::control<QLabel>(picker(), "lblMediumFit")->text(); };
+    openPicker(3);  // "Five": MD, 60 min, 1,500 s
+    EXPECT_TRUE(fit().startsWith("MD SP: " + query::formatTime(2100) + " left\n"))
+        << fit().toStdString();
+    testsupport::chooseFromList(testsupport::control<QComboBox>(picker(), "cmbMdMode"), "LP2");
+    EXPECT_TRUE(fit().startsWith("Recorded in LP2: " + query::formatTime(5700) + " left\n"));
+    picker()->close();
+    openPicker(3);
+    EXPECT_EQ(testsupport::control<QComboBox>(picker(), "cmbMdMode")->currentText(), "LP2");
+    picker()->close();
+    openPicker(4);
+    EXPECT_EQ(testsupport::control<QComboBox>(picker(), "cmbMdMode")->currentIndex(), -1);
+    picker()->close();
+    testsupport::execRaw(path,
+                         "UPDATE Compilation SET Format = 'Cassette', C_Length = 30 "
+                         "WHERE CompilationID_P = 3");  // 900 s a side
+    openPicker(3);
+    EXPECT_TRUE(fit().contains("Track 4 crosses the end of side A")) << fit().toStdString();
+    clickButton(picker(), "btnBalance");
+    EXPECT_EQ(tracksOf(3), "1:One 2:Two 3:Four 4:Three 5:Five");
+    EXPECT_EQ(columnTexts(picker()->targetGrid(), 2).value(2), "Four");
+    EXPECT_TRUE(fit().contains("Most even: turn after track 3 (side A " + query::formatTime(700) +
+                               ", side B " + query::formatTime(800) + ")"))
+        << fit().toStdString();
+    picker()->close();
+    openPicker(1);  // a CD-R: an audio CD
+    EXPECT_TRUE(fit().startsWith("Audio CD: "));
+    EXPECT_FALSE(testsupport::control<QWidget>(picker(), "btnBalance")->isVisibleTo(picker()));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "engine/jet_error.h"
 #include "engine/workspace.h"
 #include "query/time_text.h"
+#include "shell/medium_text.h"
 
 namespace cli {
 
@@ -68,15 +69,15 @@ int renumberBalanced(const QStringList& args, Streams streams) {
         if (!compilation) {
             return 1;
         }
-        if (compilation->format.trimmed().compare(QLatin1String("Cassette"), Qt::CaseInsensitive)) {
-            streams.err << "Only a cassette has sides to balance." << Qt::endl;
+        if (shell::mediumKindOf(compilation->format) != shell::MediumKind::Cassette) {
+            streams.err << shell::kOnlyCassettesHaveSides << Qt::endl;
             return 1;
         }
         const auto balanced =
             assembly::renumberBalanced(database, compilation->id, compilation->lengthMinutes);
         database.close();
         if (!balanced) {
-            streams.err << "The tracks do not fit both sides." << Qt::endl;
+            streams.err << shell::kTracksFitNoSides << Qt::endl;
             return 1;
         }
         streams.out << QStringLiteral(

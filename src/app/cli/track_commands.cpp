@@ -260,24 +260,6 @@ int removeTrack(const QStringList& args, Streams streams) {
     return 0;
 }
 
-namespace {
-
-// The tracks in their running order, read again from the first row.
-std::vector<medium::Track> mediumTracks(engine::Recordset& rows) {
-    std::vector<medium::Track> tracks;
-    if (rows.recordCount() == 0) {
-        return tracks;  // no first row to move to
-    }
-    for (rows.moveFirst(); !rows.eof(); rows.moveNext()) {
-        tracks.push_back({rows.value(QStringLiteral("Length")).toLongLong(),
-                          rows.value(QStringLiteral("Track_Artist_Name")).toString(),
-                          rows.value(QStringLiteral("Track_Title")).toString()});
-    }
-    return tracks;
-}
-
-}  // namespace
-
 int tracks(const QStringList& args, Streams streams) {
     if (args.size() != 2) {
         return usage(streams, QStringLiteral("tracks DB NAME"));
@@ -302,7 +284,7 @@ int tracks(const QStringList& args, Streams streams) {
                     << Qt::endl;
         streams.out << fitText(sums, compilation->lengthMinutes) << Qt::endl;
         for (const QString& line : shell::mediumFitLines(
-                 compilation->format, compilation->lengthMinutes, mediumTracks(rows))) {
+                 compilation->format, compilation->lengthMinutes, shell::mediumTracks(rows))) {
             streams.out << line << Qt::endl;
         }
         database.close();

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -13,12 +14,15 @@
 
 #include "assembly/compilation_record.h"
 #include "assembly/performer_tree.h"
+#include "assembly/track_order.h"
 #include "assembly/track_picker.h"
 #include "engine/jet_error.h"
 #include "platform/dialogs.h"
 #include "query/filter_clause.h"
 #include "query/goto_lists.h"
 #include "query/time_text.h"
+#include "shell/medium_choices.h"
+#include "shell/medium_text.h"
 #include "shell/navigation.h"
 #include "shell/picker_source.h"
 #include "shell/session.h"
@@ -201,7 +205,42 @@ QWidget* GetSongsWindow::buildSidePanel() {
             rearrange_ = button;
         }
     }
+    layout->addSpacing(16);
+    layout->addWidget(buildMediumPanel(panel));
     layout->addStretch(1);
+    return panel;
+}
+
+QWidget* GetSongsWindow::buildMediumPanel(QWidget* parent) {
+    auto* panel = new QGroupBox(tr("Medium"), parent);
+    panel->setObjectName(QStringLiteral("fraMedium"));
+    auto* layout = new QVBoxLayout(panel);
+    mdMode_ = new QComboBox;
+    mdMode_->setObjectName(QStringLiteral("cmbMdMode"));
+    for (const medium::MdMode mode : medium::kMdModes) {
+        mdMode_->addItem(medium::mdModeName(mode));
+    }
+    mdModeRow_ = new QWidget(panel);
+    auto* modeLabel = new QLabel(tr("Rec&orded in:"), mdModeRow_);
+    modeLabel->setBuddy(mdMode_);
+    auto* modeRow = new QHBoxLayout(mdModeRow_);
+    modeRow->setContentsMargins(0, 0, 0, 0);
+    modeRow->addWidget(modeLabel);
+    modeRow->addWidget(mdMode_, 1);
+    layout->addWidget(mdModeRow_);
+    balance_ = makeButton(tr("&Balance Sides"), QStringLiteral("btnBalance"), panel);
+    balance_->setToolTip(
+        tr("Renumber the tracks so that the sides are as even as they can be, "
+           "each side in its running order"));
+    layout->addWidget(balance_);
+    mediumFit_ = new QLabel(panel);
+    mediumFit_->setObjectName(QStringLiteral("lblMediumFit"));
+    mediumFit_->setWordWrap(true);
+    mediumFit_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    layout->addWidget(mediumFit_);
+    connect(mdMode_, &QComboBox::activated, this, &GetSongsWindow::chooseMdMode);
+    connect(balance_, &QPushButton::clicked, this, &GetSongsWindow::balanceSides);
+    medium_ = panel;
     return panel;
 }
 
@@ -223,6 +262,7 @@ void GetSongsWindow::load() {
     setGridLayout(*source_, store::GridKind::GetSource, colours);
     setGridLayout(*target_, store::GridKind::GetTarget, colours);
     setColor();
+    loadStep([this] { showMediumFit(); });
     position_->setStyleSheet(
         QStringLiteral("color: %1").arg(shell::positionColour(colours).name()));
     if (owner_ != nullptr) {
@@ -299,7 +339,51 @@ void GetSongsWindow::followCompilation(qint64 id) {
     }
     loadStep([this] { readCompilation(); });
     setColor();
+    loadStep([this] { showMediumFit(); });
     activateRearrange();
+}
+
+// The lines of the medium model for the compilation's format; the panel is hidden for a format
+// that has only the capacity rule.
+void GetSongsWindow::showMediumFit() {
+    const shell::MediumKind kind = shell::mediumKindOf(shown_.format);
+    medium_->setVisible(kind != shell::MediumKind::Other);
+    const bool miniDisc = kind == shell::MediumKind::MiniDisc;
+    mdModeRow_->setVisible(miniDisc);
+    balance_->setVisible(kind == shell::MediumKind::Cassette);
+    const std::optional<medium::MdMode> chosen =
+        miniDisc ? shell::chosenMdMode(session_.state().databasePath, compilationId_)
+                 : std::nullopt;
+    mdMode_->setCurrentIndex(chosen ? mdMode_->findText(medium::mdModeName(*chosen)) : -1);
+    const QStringList lines =
+        shell::mediumFitLines(shown_.format, shown_.lengthMinutes,
+                              shell::mediumTracks(session_.database(), compilationId_), chosen);
+    mediumFit_->setText(lines.join(QLatin1Char('\n')));
+    mediumFit_->setAccessibleName(tr("Medium: ") + lines.join(QStringLiteral("; ")));
+}
+
+void GetSongsWindow::chooseMdMode(int entry) {
+    const std::optional<medium::MdMode> mode = medium::mdModeNamed(mdMode_->itemText(entry));
+    if (mode && !shell::storeMdMode(session_.state().databasePath, compilationId_, *mode)) {
+        dialogs_.exclamation(
+            tr("The mode could not be kept: the settings file cannot be "
+               "written."));
+    }
+    loadStep([this] { showMediumFit(); });
+}
+
+// One step, as every renumbering: the tracks and the windows that show them follow.
+void GetSongsWindow::balanceSides() {
+    try {
+        if (!assembly::renumberBalanced(session_.database(), compilationId_,
+                                        shown_.lengthMinutes)) {
+            dialogs_.exclamation(shell::kTracksFitNoSides);
+            return;
+        }
+        session_.announceTracksChanged(compilationId_);
+    } catch (const engine::JetError& error) {
+        dialogs_.exclamation(error.description());
+    }
 }
 
 void GetSongsWindow::useGotoColumn(int column) {

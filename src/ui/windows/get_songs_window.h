@@ -6,6 +6,7 @@
 #include "assembly/compilation_record.h"
 #include "store/data_control.h"
 
+class QComboBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -28,7 +29,9 @@ class WindowRegistry;
 // the compilation, asking first through the track lookup when the track is already recorded;
 // a double click or Delete on a target row removes it after a question. The track count and the
 // total time follow the database, the time red when it no longer fits on the medium. The window
-// that opened it (the editor) is hidden while it is open and shown again when it closes.
+// that opened it (the editor) is hidden while it is open and shown again when it closes. Beside
+// them, how the tracks fit the medium as it is really recorded: an MD in the mode the user
+// chose, a cassette's sides (evened on request), an audio CD.
 class GetSongsWindow : public QWidget {
     Q_OBJECT
   public:
@@ -64,6 +67,10 @@ class GetSongsWindow : public QWidget {
     void buildControls();
     QWidget* buildCounters();
     QWidget* buildSidePanel();
+    QWidget* buildMediumPanel(QWidget* parent);
+    void showMediumFit();
+    void chooseMdMode(int entry);
+    void balanceSides();
     void load();
     bool buildSource();
     void bindSource();
@@ -100,6 +107,11 @@ class GetSongsWindow : public QWidget {
     QLabel* position_ = nullptr;
     FindPanel* findPanel_ = nullptr;
     QPushButton* rearrange_ = nullptr;
+    QWidget* medium_ = nullptr;
+    QWidget* mdModeRow_ = nullptr;
+    QComboBox* mdMode_ = nullptr;
+    QPushButton* balance_ = nullptr;
+    QLabel* mediumFit_ = nullptr;
     QPointer<QWidget> navigator_;
 };
 
