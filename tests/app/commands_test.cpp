@@ -14,6 +14,7 @@
 #include "reports/cover_source.h"
 #include "reports/list_reports.h"
 #include "shell/database_upgrade.h"
+#include "shell/medium_choices.h"
 #include "support/old_compilations.h"
 
 namespace {
@@ -89,6 +90,7 @@ TEST_F(CommandLine, EveryCommandPrintsTheLogicsAnswerWithItsExitStatus) {
     database.close();
     const QString tooLong(assembly::kNameLength + 1, 'x');  // one more than the field holds
     testsupport::execRaw(path, "UPDATE Compilation SET SumTime = 1");  // for check to find
+    ASSERT_TRUE(shell::storeMdMode(path, 1, medium::MdMode::Lp4));     // as the picker keeps it
     expectCalls({
         {{"frobnicate"}, 2, {}, {}},  // arguments a command does not take
         {addTracks("Road Trip", {"--first", "-1"}), 2, {}, {}},
@@ -116,7 +118,8 @@ TEST_F(CommandLine, EveryCommandPrintsTheLogicsAnswerWithItsExitStatus) {
                    ": 1 page(s) written to " + pdf),
         prints({"tracks", path, "Road Trip"}, "\n1\tPerformer\tMorning\t"),
         prints({"tracks", path, "Road Trip"}, "\nMD SP: 01:01:08 left\n"),  // 180, 392, 200 s
-        prints({"tracks", path, "Short"}, "\nMD SP: 00:01:00 left\n"),      // no tracks at all
+        prints({"tracks", path, "Road Trip"}, "\nRecorded in LP4: 04:43:04 left\n"),  // 8 s blocks
+        prints({"tracks", path, "Short"}, "\nMD SP: 00:01:00 left\n"),  // no tracks at all
         refuses({"remove-track", path, "Road Trip", "4"}, ""),
         prints({"remove-track", path, "Road Trip", "1"},
                "Track 1 removed; total time " + query::formatTime(591) + " (2 tracks): fits\n"),

@@ -11,6 +11,7 @@
 #include "engine/workspace.h"
 #include "query/columns.h"
 #include "query/time_text.h"
+#include "shell/medium_choices.h"
 #include "shell/medium_text.h"
 #include "store/album_source.h"
 #include "store/compilation_queries.h"
@@ -284,7 +285,8 @@ int tracks(const QStringList& args, Streams streams) {
                     << Qt::endl;
         streams.out << fitText(sums, compilation->lengthMinutes) << Qt::endl;
         for (const QString& line : shell::mediumFitLines(
-                 compilation->format, compilation->lengthMinutes, shell::mediumTracks(rows))) {
+                 compilation->format, compilation->lengthMinutes, shell::mediumTracks(rows),
+                 shell::chosenMdMode(args[0], compilation->id))) {
             streams.out << line << Qt::endl;
         }
         database.close();
