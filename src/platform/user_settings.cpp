@@ -1,7 +1,5 @@
 #include "platform/user_settings.h"
 
-#include <QUrl>
-
 namespace platform {
 
 QSettings userSettings() {
@@ -9,7 +7,10 @@ QSettings userSettings() {
 }
 
 QString settingsKeyOf(const QString& text) {
-    return QString::fromLatin1(QUrl::toPercentEncoding(text));
+    // Base64 in its URL form: letters, digits, "-" and "_", which every settings format keeps
+    // as they are (an INI file drops the "%" of a percent-encoded key).
+    return QString::fromLatin1(
+        text.toUtf8().toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals));
 }
 
 bool storeSettings(QSettings& settings) {

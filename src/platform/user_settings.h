@@ -8,8 +8,8 @@ namespace platform {
 // user chose, never what a compilation database holds.
 QSettings userSettings();
 
-// A text (a file's path, a printer's name) as one level of a settings key: QSettings reads "/"
-// and "\" as group separators.
+// A text (a file's path, a printer's name) as one level of a settings key, one text to one key:
+// QSettings reads "/" and "\" as group separators and an INI file mangles other characters.
 QString settingsKeyOf(const QString& text);
 
 // Writes the settings out; false when they could not be written (a read-only settings file).

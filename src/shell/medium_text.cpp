@@ -59,6 +59,8 @@ QStringList cassetteLines(int lengthMinutes, const std::vector<medium::Track>& t
         lines << QStringLiteral("Most even: turn after track %1 (side A %2, side B %3)")
                      .arg(*sides.evenTurn)
                      .arg(time(sides.evenSideA), time(sides.evenSideB));
+    } else {
+        lines << kTracksFitNoSides;
     }
     return lines;
 }

@@ -63,15 +63,24 @@ QString calibrationSentence(const report_engine::Calibration& calibration) {
     if (calibration.isIdentity()) {
         return QStringLiteral("Covers print unchanged on this printer.");
     }
-    return QStringLiteral(
-               "Covers are moved %1 %2 and %3 %4 and printed at %5 % across and %6 % "
-               "down.")
-        .arg(millimetres(calibration.offsetXMm),
-             calibration.offsetXMm < 0 ? QStringLiteral("left") : QStringLiteral("right"),
-             millimetres(calibration.offsetYMm),
-             calibration.offsetYMm < 0 ? QStringLiteral("up") : QStringLiteral("down"),
-             QString::number(calibration.scaleXPercent, 'f', 1),
-             QString::number(calibration.scaleYPercent, 'f', 1));
+    QStringList moves;
+    if (calibration.offsetXMm != 0) {
+        moves << millimetres(calibration.offsetXMm) + (calibration.offsetXMm < 0
+                                                           ? QStringLiteral(" left")
+                                                           : QStringLiteral(" right"));
+    }
+    if (calibration.offsetYMm != 0) {
+        moves << millimetres(calibration.offsetYMm) +
+                     (calibration.offsetYMm < 0 ? QStringLiteral(" up") : QStringLiteral(" down"));
+    }
+    const QString scale = QStringLiteral("printed at %1 % across and %2 % down")
+                              .arg(QString::number(calibration.scaleXPercent, 'f', 1),
+                                   QString::number(calibration.scaleYPercent, 'f', 1));
+    return QStringLiteral("Covers are ") +
+           (moves.isEmpty() ? QString()
+                            : QStringLiteral("moved ") + moves.join(QStringLiteral(" and ")) +
+                                  QStringLiteral(" and ")) +
+           scale + QLatin1Char('.');
 }
 
 }  // namespace shell

@@ -1,6 +1,7 @@
 // The print tool through the main window: the previews, covers and PDF files of its choices.
 #include <QDoubleSpinBox>
 #include <QFile>
+#include <QLabel>
 
 #include "platform/user_settings.h"
 #include "reports/cover_source.h"
@@ -142,6 +143,8 @@ TEST_F(PrintTool, TheCalibrationDialogKeepsEachPrintersCorrection) {
     EXPECT_EQ(shell::coverCalibration(label, false), stored);
     ui::PrinterCalibrationDialog again({"Office", label}, label, dialogs, window.get());
     EXPECT_NEAR(testsupport::control<QDoubleSpinBox>(&again, "numLeft")->value(), 21.5, 1e-9);
+    EXPECT_EQ(testsupport::control<QLabel>(&again, "lblCorrection")->text(),
+              "Covers are moved 1.7 mm left and printed at 101.0 % across and 100.0 % down.");
     EXPECT_NE(measure("Office", 80, 85), QDialog::Accepted);  // 6 cm off: a typing error
     EXPECT_TRUE(dialogs.lastMessageText().contains("too far"))
         << dialogs.lastMessageText().toStdString();

@@ -9,11 +9,14 @@
 #include "engine/database.h"
 #include "engine/recordset.h"
 #include "gui/screenshots.h"
+#include "platform/scripted_dialogs.h"
 #include "report_engine/painter.h"
+#include "reports/calibration_page.h"
 #include "reports/cover_report.h"
 #include "ui/controls/cover_text_box.h"
 #include "ui/controls/main_toolbar.h"
 #include "ui/windows/overview_window.h"
+#include "ui/windows/printer_calibration_dialog.h"
 #include "ui/windows/report_preview_window.h"
 
 namespace app {
@@ -24,18 +27,6 @@ constexpr int kPictureDpi = 100;
 constexpr int kCoverChoice = 3;  // "SEL - Cover" in the print tool's list
 // Enough lines of Arial 10 to leave no room for the title and time on the inlay.
 constexpr int kLongCoverLines = 26;
-
-std::optional<qint64> firstWithTracks(engine::Database& database, const QString& format) {
-    engine::Recordset rows = database.openRecordset(
-        QStringLiteral("SELECT CompilationID_P FROM Compilation WHERE SumTrack > 0 AND "
-                       "LCase(Format) = '") +
-            format + QStringLiteral("' ORDER BY Name"),
-        engine::RecordsetType::Snapshot);
-    if (rows.eof()) {
-        return std::nullopt;
-    }
-    return rows.value(0).toLongLong();
-}
 
 void storeCover(engine::Database& database, qint64 id, const QString& rtf) {
     engine::Recordset row = database.openRecordset(
@@ -121,7 +112,31 @@ bool coverAndViewer(ui::OverviewWindow& window, qint64 id, const QString& folder
     return viewerPicture(window, id, folder, QStringLiteral("viewer-") + name) && page;
 }
 
+// The calibration dialog on two printers, and the test page it shows.
+bool calibrationPictures(ui::OverviewWindow& window, const QString& folder) {
+    platform::ScriptedDialogs dialogs;
+    ui::PrinterCalibrationDialog dialog({QStringLiteral("Office Laser"), QStringLiteral("Label")},
+                                        QStringLiteral("Office Laser"), dialogs, &window);
+    bool ok = savePicture(&dialog, folder, QStringLiteral("printer-calibration"));
+    ui::ReportPreviewWindow page(reports::calibrationTestPage(),
+                                 QStringLiteral("Printer Calibration Test Page"), dialogs);
+    ok &= savePicture(&page, folder, QStringLiteral("preview-calibration-page"));
+    return ok;
+}
+
 }  // namespace
+
+std::optional<qint64> firstWithTracks(engine::Database& database, const QString& format) {
+    engine::Recordset rows = database.openRecordset(
+        QStringLiteral("SELECT CompilationID_P FROM Compilation WHERE SumTrack > 0 AND "
+                       "LCase(Format) = '") +
+            format + QStringLiteral("' ORDER BY Name"),
+        engine::RecordsetType::Snapshot);
+    if (rows.eof()) {
+        return std::nullopt;
+    }
+    return rows.value(0).toLongLong();
+}
 
 bool coverPictures(ui::OverviewWindow& window, const QString& folder) {
     engine::Database& database = window.state().database;
@@ -142,6 +157,7 @@ bool coverPictures(ui::OverviewWindow& window, const QString& folder) {
                composedAsTheEditorDoes(database, *cd, QStringLiteral("CD-ROM"),
                                        assembly::CoverMode::PerformerSong, kLongCoverLines));
     ok &= coverAndViewer(window, *cd, folder, QStringLiteral("cover-cdrom-long"));
+    ok &= calibrationPictures(window, folder);
     return ok;
 }
 

@@ -233,6 +233,22 @@ bool filterDialog(ui::GetSongsWindow& picker, shell::Session& session, platform:
     return ok;
 }
 
+// The picker on a cassette: its sides beside the time.
+bool cassettePicker(ui::OverviewWindow& window, platform::ScriptedDialogs& dialogs,
+                    const QString& folder) {
+    const std::optional<qint64> cassette =
+        firstWithTracks(window.state().database, QStringLiteral("cassette"));
+    if (!cassette) {
+        return false;
+    }
+    QWidget editor;
+    auto* picker = new ui::GetSongsWindow(window.session(), window.windowRegistry(), dialogs,
+                                          *cassette, &editor);
+    const bool ok = savePicture(picker, folder, QStringLiteral("picker-cassette"));
+    picker->close();
+    return ok;
+}
+
 // The picker with a red time, the lookup of one of its tracks, the filter dialog and the
 // browser.
 bool pickerWindows(ui::OverviewWindow& window, platform::ScriptedDialogs& dialogs,
@@ -266,6 +282,7 @@ bool pickerWindows(ui::OverviewWindow& window, platform::ScriptedDialogs& dialog
     ok &= navigatorPicture(*picker, folder);
     ok &= filterDialog(*picker, window.session(), dialogs, folder);
     picker->close();
+    ok &= cassettePicker(window, dialogs, folder);
     auto* browser = new ui::CompilationBrowserWindow(window, dialogs);
     ok &= savePicture(browser, folder, QStringLiteral("compilation-browser"));
     browser->close();

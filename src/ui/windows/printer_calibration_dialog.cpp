@@ -43,6 +43,7 @@ PrinterCalibrationDialog::PrinterCalibrationDialog(const QStringList& printers,
     setObjectName(QStringLiteral("frmPrinterCalibration"));
     setWindowTitle(tr("Printer Calibration"));
     buildControls(printers);
+    setMinimumWidth(440);
     printer_->setCurrentIndex(qMax(0, printers.indexOf(current)));
     showPrinter();
     orderFocusByLayout(*this);
