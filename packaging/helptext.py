@@ -1,16 +1,20 @@
 #!/usr/bin/env python3
-"""Reads a program's --help text (on stdin) for its manual page and its completion's test.
+"""Reads a program's --help text for its manual page and for its completion's test.
 
-  helptext.py page TEMPLATE VERSION DATE   the manual page: TEMPLATE with @SYNOPSIS@ and
-                                           @ENTRIES@ filled from the help, @VERSION@, @DATE@
-  helptext.py words                        each entry's first word and the options it names,
-                                           one "WORD OPTION" a line ("WORD -" for none)
+  helptext.py page PROGRAM TEMPLATE VERSION DATE OUT
+        the manual page OUT (and OUT.gz): TEMPLATE with @SYNOPSIS@ and @ENTRIES@ filled from
+        the help, @VERSION@ and @DATE@ from the arguments
+  helptext.py words PROGRAM
+        each entry's first word and the options it names, one "WORD OPTION" a line ("WORD -"
+        for none)
 
 The help is a usage line (and more, indented, for other forms), then entries: a synopsis at
 two spaces (a wrapped synopsis indented further), its description at the column of the first
 entry's description, which may start on the synopsis line after two spaces or more.
 """
+import gzip
 import re
+import subprocess
 import sys
 
 
@@ -71,12 +75,24 @@ def words(text):
             print(synopses[0].split()[0], option)
 
 
+def help_text(program):
+    return subprocess.run([program, "--help"], check=True, capture_output=True, text=True).stdout
+
+
+def write_page(program, template, version, date, out):
+    with open(template, encoding="utf-8") as source:
+        text = page(source.read(), version, date, help_text(program))
+    with open(out, "w", encoding="utf-8") as plain:
+        plain.write(text)
+    # As gzip -9n: no name or time inside, so the same page gives the same bytes.
+    with open(out + ".gz", "wb") as packed:
+        packed.write(gzip.compress(text.encode("utf-8"), compresslevel=9, mtime=0))
+
+
 if __name__ == "__main__":
-    help_text = sys.stdin.read()
-    if sys.argv[1:2] == ["page"]:
-        with open(sys.argv[2], encoding="utf-8") as source:
-            sys.stdout.write(page(source.read(), sys.argv[3], sys.argv[4], help_text))
-    elif sys.argv[1:] == ["words"]:
-        words(help_text)
+    if sys.argv[1:2] == ["page"] and len(sys.argv) == 7:
+        write_page(*sys.argv[2:])
+    elif sys.argv[1:2] == ["words"] and len(sys.argv) == 3:
+        words(help_text(sys.argv[2]))
     else:
         sys.exit(__doc__)
