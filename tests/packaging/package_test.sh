@@ -25,6 +25,9 @@ lintian --fail-on error "$deb" || fail "lintian reports errors"
 root=$work/root
 dpkg -x "$deb" "$root"
 chmod -R a-w "$root"
+# Root may write a read-only folder: what the tree holds is compared at the end as well.
+listing() { find "$root" -printf '%p %s %T@\n' | sort; }
+unpacked=$(listing)
 unset MIXORAMA_HOME MIXORAMA_MDBREAD MIXORAMA_MUSIC_CACHE
 export HOME=$work/home XDG_DATA_HOME=$work/home/data XDG_CACHE_HOME=$work/home/cache \
     XDG_CONFIG_HOME=$work/home/config QT_QPA_PLATFORM=offscreen
@@ -54,4 +57,5 @@ kill "$gui"
 wait "$gui" || true
 [ -f "$demo" ] || { cat "$work/gui.log"; fail "no demo in $XDG_DATA_HOME/mixorama"; }
 [ "$("$cli" check "$demo")" = ok ] || fail "the demo does not check ok"
+[ "$(listing)" = "$unpacked" ] || fail "the programs wrote into their installed folders"
 echo "package checked in $((SECONDS - started)) s"
