@@ -6,7 +6,7 @@
 set -euo pipefail
 source_dir=$1
 cli=$2/mixorama-cli
-# shellcheck source=../../packaging/mixorama-cli.bash-completion
+# shellcheck source=packaging/mixorama-cli.bash-completion
 source "$source_dir/packaging/mixorama-cli.bash-completion"
 
 offers() { # word... : what the completion offers for the last word
