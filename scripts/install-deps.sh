@@ -1,10 +1,13 @@
 #!/usr/bin/env bash
-# Installs the Debian packages Mixorama needs to build, test and run, when any is missing.
+# Installs the Debian packages Mixorama needs to build, test, package and run, when any is missing.
+# The last row makes the manual pages (python3) and the Debian package (dpkg-shlibdeps, file) and
+# checks them: lintian, the desktop entry, the metainfo, groff and man.
 set -euo pipefail
 packages=(cmake g++ make pkg-config qt6-base-dev qt6-base-dev-tools libsqlite3-dev sqlite3 libicu-dev
           googletest libgtest-dev libgmock-dev mdbtools mdbtools-dev libgl-dev
           xvfb xauth fonts-dejavu-core fonts-liberation fontconfig poppler-utils
-          libbenchmark-dev libtag1-dev libcue-dev)
+          libbenchmark-dev libtag1-dev libcue-dev
+          python3 dpkg-dev file lintian desktop-file-utils appstream groff-base man-db)
 missing=()
 for p in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

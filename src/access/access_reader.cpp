@@ -86,10 +86,16 @@ QString readerProgramPath() {
     if (!configured.isEmpty())
         return configured;
     const QString beside = QDir(executableFolder()).filePath(name);
+    if (QFileInfo::exists(beside))
+        return beside;
     const QString home = qEnvironmentVariable("MIXORAMA_HOME");
-    if (!QFileInfo::exists(beside) && !home.isEmpty() &&
-        QFileInfo::exists(QDir(home).filePath(name)))
+    if (!home.isEmpty() && QFileInfo::exists(QDir(home).filePath(name)))
         return QDir(home).filePath(name);
+    // Installed, the programs are in bin/ and the reader, which no user runs, in libexec/.
+    const QString installed =
+        QDir(executableFolder()).filePath(QStringLiteral("../libexec/mixorama/") + name);
+    if (QFileInfo::exists(installed))
+        return QDir::cleanPath(installed);
     return beside;
 }
 

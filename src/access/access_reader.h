@@ -31,7 +31,8 @@ class AccessTableReader : public engine::ForeignTableReader {
 };
 
 // The reading program: MIXORAMA_MDBREAD when set, else the one beside the running executable,
-// else the one in the program folder MIXORAMA_HOME.
+// else the one in the program folder MIXORAMA_HOME, else an installed one in
+// ../libexec/mixorama beside the executable.
 QString readerProgramPath();
 
 // Makes the engine read Access files with AccessTableReader.

@@ -1,4 +1,5 @@
-// mixorama [FILE]: the desktop program; FILE opens at start as if chosen with Open.
+// mixorama [FILE]: the desktop program; FILE opens at start as if chosen with Open (installed,
+// the first start without one makes and opens a demo).
 // mixorama --screenshots DIR: writes pictures of the windows into DIR and exits.
 #include <QApplication>
 #include <QTextStream>
@@ -6,6 +7,7 @@
 
 #include "access/access_reader.h"
 #include "engine/scratch_files.h"
+#include "gui/first_start.h"
 #include "gui/screenshots.h"
 #include "ui/controls/focus_frame_style.h"
 #include "ui/qt_dialogs.h"
@@ -19,9 +21,25 @@ bool hasDisplay() {
            !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
+// Printed by --help; the manual page's options are made from it.
+void printHelp() {
+    QTextStream(stdout)
+        << "usage: mixorama [FILE]\n"
+           "       mixorama --screenshots DIR\n"
+           "  FILE                   open this compilation database at start; an installed\n"
+           "                         program started the first time without one makes a\n"
+           "                         demo in the user's data folder and opens it\n"
+           "  --screenshots DIR      write pictures of the windows into DIR and exit\n"
+           "  --help                 print this text and exit\n";
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
+    if (argc == 2 && (qstrcmp(argv[1], "--help") == 0 || qstrcmp(argv[1], "-h") == 0)) {
+        printHelp();
+        return 0;
+    }
     const bool screenshots = argc == 3 && QByteArray(argv[1]) == "--screenshots";
     if (screenshots) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -47,8 +65,10 @@ int main(int argc, char* argv[]) {
     dialogs.setParent(&window);
     window.show();
     const QStringList args = app.arguments().mid(1);
-    if (!args.isEmpty()) {
-        window.loadDatabase(args.first());
+    const std::optional<QString> file =
+        args.isEmpty() ? app::firstStartDemo(dialogs) : std::optional(args.first());
+    if (file) {
+        window.loadDatabase(*file);
     }
     return app.exec();
 }
