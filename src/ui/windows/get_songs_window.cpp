@@ -236,7 +236,9 @@ QWidget* GetSongsWindow::buildMediumPanel(QWidget* parent) {
     mediumFit_ = new QLabel(panel);
     mediumFit_->setObjectName(QStringLiteral("lblMediumFit"));
     mediumFit_->setWordWrap(true);
-    mediumFit_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    // Tab reaches it, so that a screen reader reads it as it reads the time.
+    mediumFit_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    mediumFit_->setFocusPolicy(Qt::TabFocus);
     layout->addWidget(mediumFit_);
     connect(mdMode_, &QComboBox::activated, this, &GetSongsWindow::chooseMdMode);
     connect(balance_, &QPushButton::clicked, this, &GetSongsWindow::balanceSides);
