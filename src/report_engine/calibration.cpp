@@ -10,10 +10,6 @@ namespace {
 
 constexpr double kTwipsPerMm = kTwipsPerInch / 25.4;
 
-bool inRange(double value, double low, double high) {
-    return value >= low && value <= high;
-}
-
 }  // namespace
 
 QTransform calibrationTransform(const Calibration& calibration) {
@@ -45,11 +41,19 @@ FrameMeasurement measurementOfCalibration(const Calibration& calibration) {
             nominal.heightMm / scaleY};
 }
 
+// NaN is in no range: every comparison with it is false.
+bool isPlausibleOffset(double mm) {
+    return mm >= -kMaxOffsetMm && mm <= kMaxOffsetMm;
+}
+
+bool isPlausibleScale(double percent) {
+    return percent >= kMinScalePercent && percent <= kMaxScalePercent;
+}
+
 bool isPlausible(const Calibration& calibration) {
-    return inRange(calibration.offsetXMm, -kMaxOffsetMm, kMaxOffsetMm) &&
-           inRange(calibration.offsetYMm, -kMaxOffsetMm, kMaxOffsetMm) &&
-           inRange(calibration.scaleXPercent, kMinScalePercent, kMaxScalePercent) &&
-           inRange(calibration.scaleYPercent, kMinScalePercent, kMaxScalePercent);
+    return isPlausibleOffset(calibration.offsetXMm) && isPlausibleOffset(calibration.offsetYMm) &&
+           isPlausibleScale(calibration.scaleXPercent) &&
+           isPlausibleScale(calibration.scaleYPercent);
 }
 
 }  // namespace report_engine

@@ -41,6 +41,8 @@ FrameMeasurement measurementOfCalibration(const Calibration& calibration);
 inline constexpr double kMaxOffsetMm = 50;
 inline constexpr double kMinScalePercent = 50;
 inline constexpr double kMaxScalePercent = 200;
-bool isPlausible(const Calibration& calibration);
+bool isPlausibleOffset(double mm);
+bool isPlausibleScale(double percent);
+bool isPlausible(const Calibration& calibration);  // both offsets and both scales
 
 }  // namespace report_engine

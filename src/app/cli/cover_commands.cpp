@@ -27,37 +27,50 @@ struct CoverRequest {
     bool outline = false;
 };
 
+// The options that set the calibration, each one of its numbers.
+struct CalibrationOption {
+    const char* name;
+    double report_engine::Calibration::*value;
+    bool offset;  // else a scale
+};
+
+const CalibrationOption kCalibrationOptions[] = {
+    {"--offset-x", &report_engine::Calibration::offsetXMm, true},
+    {"--offset-y", &report_engine::Calibration::offsetYMm, true},
+    {"--scale-x", &report_engine::Calibration::scaleXPercent, false},
+    {"--scale-y", &report_engine::Calibration::scaleYPercent, false}};
+
 // One number of the calibration; false (with a message) for what is not a number in range.
-bool readCalibrationValue(const Arguments& arguments, const QString& option, double& value,
-                          Streams streams) {
-    if (!arguments.options.contains(option)) {
+bool readCalibrationValue(const Arguments& arguments, const CalibrationOption& option,
+                          report_engine::Calibration& calibration, Streams streams) {
+    const QString name = QLatin1String(option.name);
+    if (!arguments.options.contains(name)) {
         return true;
     }
     bool number = false;
-    value = arguments.options.value(option).toDouble(&number);
-    const bool offset = option.startsWith(QLatin1String("--offset"));
-    const bool inRange = offset ? qAbs(value) <= report_engine::kMaxOffsetMm
-                                : value >= report_engine::kMinScalePercent &&
-                                      value <= report_engine::kMaxScalePercent;
-    if (number && inRange) {
+    const double value = arguments.options.value(name).toDouble(&number);
+    if (number && (option.offset ? report_engine::isPlausibleOffset(value)
+                                 : report_engine::isPlausibleScale(value))) {
+        calibration.*option.value = value;
         return true;
     }
-    streams.err << option
-                << (offset ? QStringLiteral(" takes millimetres from -%1 to %1")
-                                 .arg(report_engine::kMaxOffsetMm)
-                           : QStringLiteral(" takes a percentage from %1 to %2")
-                                 .arg(report_engine::kMinScalePercent)
-                                 .arg(report_engine::kMaxScalePercent))
-                << ", not \"" << arguments.options.value(option) << "\"." << Qt::endl;
+    streams.err << name
+                << (option.offset ? QStringLiteral(" takes millimetres from -%1 to %1")
+                                        .arg(report_engine::kMaxOffsetMm)
+                                  : QStringLiteral(" takes a percentage from %1 to %2")
+                                        .arg(report_engine::kMinScalePercent)
+                                        .arg(report_engine::kMaxScalePercent))
+                << ", not \"" << arguments.options.value(name) << "\"." << Qt::endl;
     return false;
 }
 
 std::optional<CoverRequest> readCoverRequest(const QStringList& args, Streams streams) {
+    QStringList options;
+    for (const CalibrationOption& option : kCalibrationOptions) {
+        options << QLatin1String(option.name);
+    }
     const std::optional<Arguments> arguments =
-        splitArguments(args,
-                       {QStringLiteral("--offset-x"), QStringLiteral("--offset-y"),
-                        QStringLiteral("--scale-x"), QStringLiteral("--scale-y")},
-                       {QStringLiteral("--outline")});
+        splitArguments(args, options, {QStringLiteral("--outline")});
     if (!arguments || arguments->positional.size() != 3) {
         usage(streams, kCoverPdfUsage);
         return std::nullopt;
@@ -67,16 +80,12 @@ std::optional<CoverRequest> readCoverRequest(const QStringList& args, Streams st
     request.name = arguments->positional[1];
     request.pdf = arguments->positional[2];
     request.outline = !arguments->flags.isEmpty();
-    report_engine::Calibration& calibration = request.calibration;
-    const bool valid = readCalibrationValue(*arguments, QStringLiteral("--offset-x"),
-                                            calibration.offsetXMm, streams) &&
-                       readCalibrationValue(*arguments, QStringLiteral("--offset-y"),
-                                            calibration.offsetYMm, streams) &&
-                       readCalibrationValue(*arguments, QStringLiteral("--scale-x"),
-                                            calibration.scaleXPercent, streams) &&
-                       readCalibrationValue(*arguments, QStringLiteral("--scale-y"),
-                                            calibration.scaleYPercent, streams);
-    return valid ? std::optional(request) : std::nullopt;
+    for (const CalibrationOption& option : kCalibrationOptions) {
+        if (!readCalibrationValue(*arguments, option, request.calibration, streams)) {
+            return std::nullopt;
+        }
+    }
+    return request;
 }
 
 int writeCover(engine::Database& database, const CoverRequest& request, Streams streams) {
